@@ -1,0 +1,29 @@
+# What every target of the project is compiled with.
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+add_library(borvane_options INTERFACE)
+target_compile_options(borvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+# The core computes in single and double precision and shows the results as text. A fused multiply-add rounds once where
+# the program rounds twice, so the same build would show other digits on another processor. For the same reason no target
+# ever uses -ffast-math.
+target_compile_options(borvane_options INTERFACE -ffp-contract=off)
+
+# Gives the object library TARGET its sources: all .cpp files of the named folders of the current directory. The headers
+# beside them form a header set, so that each can be proved to compile alone.
+function(borvane_folders target)
+  set(sources "")
+  set(headers "")
+  foreach(folder IN LISTS ARGN)
+    file(GLOB folder_sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+    file(GLOB folder_headers CONFIGURE_DEPENDS "${folder}/*.h")
+    list(APPEND sources ${folder_sources})
+    list(APPEND headers ${folder_headers})
+  endforeach()
+  target_sources(${target} PRIVATE ${sources}
+    PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}" FILES ${headers})
+endfunction()
