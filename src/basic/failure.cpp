@@ -18,7 +18,7 @@ std::string_view DescriptionOf(Failure failure) {
       return "Object variable not set";
     case Failure::InvalidPropertyValue:
       return "Invalid property value";
-    case Failure::RequestTimedOut:
+    case Failure::RequestFailed:
       return "Request failed";
     case Failure::StillExecutingLastRequest:
       return "Still executing last request";

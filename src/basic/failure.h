@@ -14,12 +14,12 @@ enum class Failure : int {
   TypeMismatch = 13,
   ObjectNotSet = 91,
   InvalidPropertyValue = 380,
-  RequestTimedOut = 35761,
+  RequestFailed = 35761,
   StillExecutingLastRequest = 35764,
 };
 
-/// A run-time error of the program. A procedure that has a trap catches it; everywhere else it travels to the door through
-/// which the event came in, is reported and ends the program.
+/// A run-time error of the program. A procedure that has a trap catches it; everywhere else it travels to the door
+/// through which the event came in, is reported and ends the program.
 class RuntimeError : public std::exception {
  public:
   RuntimeError(int number, std::string_view description);

@@ -7,8 +7,8 @@
 
 namespace borvane {
 
-/// A signed 16-bit whole number, the program's kind for positions and counters. A value outside -32768 to 32767, given or
-/// computed, raises an overflow.
+/// A signed 16-bit whole number, the program's kind for positions and counters. A value outside -32768 to 32767, given
+/// or computed, raises an overflow.
 class Integer {
  public:
   constexpr Integer() = default;

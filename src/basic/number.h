@@ -8,9 +8,9 @@
 
 namespace borvane {
 
-/// The number at the start of `text`: leading blanks skipped, a sign, digits with one decimal point, an exponent only when
-/// "E" or "e" is followed by (a sign and) a digit. It ends at the first character that cannot continue it; 0 when there is
-/// none. Raises an overflow beyond double precision; what is too small is 0. Never looks at the locale.
+/// The number at the start of `text`: leading blanks skipped, a sign, digits with one decimal point, an exponent only
+/// when "E" or "e" is followed by (a sign and) a digit. It ends at the first character that cannot continue it; 0 when
+/// there is none. Raises an overflow beyond double precision; what is too small is 0. Never looks at the locale.
 double NumericPrefix(std::string_view text);
 
 /// NumericPrefix, but what lies beyond double precision is an infinity of its sign and raises nothing.
@@ -25,9 +25,9 @@ Integer RoundToInteger(double value);
 /// RoundToInteger to 32 bits.
 std::int32_t RoundToLong(double value);
 
-// Numbers as text. The display form has a leading zero and the decimal separator that is given. From 10 to the power of the
-// significant digits on it is like 1.234568E+07, and so it is below 0.0001 when the plain form needs more decimals than there
-// are significant digits.
+// Numbers as text. The display form has a leading zero and the decimal separator that is given. From 10 to the power of
+// the significant digits on it is like 1.234568E+07, and so it is below 0.0001 when the plain form needs more decimals
+// than there are significant digits.
 
 /// Up to seven significant digits, without trailing zeros.
 std::string SingleText(float value, char decimal_separator = '.');

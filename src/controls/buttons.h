@@ -1,0 +1,122 @@
+#pragma once
+
+#include "controls/control.h"
+#include "controls/label.h"
+
+namespace borvane {
+
+/// A push button. Raises Click.
+class CommandButton : public Control {
+ public:
+  struct Design {
+    std::string_view Caption = "";
+    float Left = 0;
+    float Top = 0;
+    float Width = 0;
+    float Height = 0;
+    bool Enabled = true;
+    bool Visible = true;
+    std::string_view ToolTipText = "";
+  };
+
+  CommandButton(Container &container, std::string_view name, const Design &design, int index = no_index)
+      : Control(container, name, design, index), Caption(*this, std::string(design.Caption)) {}
+
+  Property<std::string> Caption;
+};
+
+/// A box that is clear (0), ticked (1) or in between (2). A change of its value raises Click, also one made by code.
+class CheckBox : public Control {
+ public:
+  struct Design {
+    std::string_view Caption = "";
+    int Value = 0;
+    float Left = 0;
+    float Top = 0;
+    float Width = 0;
+    float Height = 0;
+    bool Enabled = true;
+    bool Visible = true;
+    std::string_view ToolTipText = "";
+  };
+
+  CheckBox(Container &container, std::string_view name, const Design &design, int index = no_index)
+      : Control(container, name, design, index),
+        Caption(*this, std::string(design.Caption)),
+        Value(*this, design.Value) {}
+
+  Property<std::string> Caption;
+  Property<Integer> Value;
+
+ protected:
+  void Changed(const PropertyBase &property) override;
+};
+
+/// One of the choices of its container. Switching it on raises Click and switches the others of the container off.
+class OptionButton : public Control {
+ public:
+  struct Design {
+    std::string_view Caption = "";
+    bool Value = false;
+    float Left = 0;
+    float Top = 0;
+    float Width = 0;
+    float Height = 0;
+    bool Enabled = true;
+    bool Visible = true;
+    std::string_view ToolTipText = "";
+  };
+
+  OptionButton(Container &container, std::string_view name, const Design &design, int index = no_index)
+      : Control(container, name, design, index),
+        Caption(*this, std::string(design.Caption)),
+        Value(*this, design.Value) {}
+
+  Property<std::string> Caption;
+  Property<bool> Value;
+
+ protected:
+  void Changed(const PropertyBase &property) override;
+};
+
+/// A box that shows a colour or a picture.
+class PictureBox : public Control {
+ public:
+  struct Design {
+    Color BackColor = color_button_face;
+    float Left = 0;
+    float Top = 0;
+    float Width = 0;
+    float Height = 0;
+    bool Enabled = true;
+    bool Visible = true;
+    std::string_view ToolTipText = "";
+  };
+
+  PictureBox(Container &container, std::string_view name, const Design &design, int index = no_index)
+      : Control(container, name, design, index), BackColor(*this, design.BackColor) {}
+
+  Property<Color> BackColor;
+};
+
+/// A picture without a border. `Picture` names one of the program's own.
+class Image : public Control {
+ public:
+  struct Design {
+    std::string_view Picture = "";
+    float Left = 0;
+    float Top = 0;
+    float Width = 0;
+    float Height = 0;
+    bool Enabled = true;
+    bool Visible = true;
+    std::string_view ToolTipText = "";
+  };
+
+  Image(Container &container, std::string_view name, const Design &design, int index = no_index)
+      : Control(container, name, design, index), Picture(*this, std::string(design.Picture)) {}
+
+  Property<std::string> Picture;
+};
+
+}  // namespace borvane

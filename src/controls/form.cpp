@@ -1,0 +1,48 @@
+#include "controls/form.h"
+
+#include "controls/form_set.h"
+
+namespace borvane {
+
+FormBase::FormBase(const Design &design)
+    : name_(design.Name),
+      border_(design.Border),
+      Caption(*this, std::string(design.Caption)),
+      Left(*this, 0),
+      Top(*this, 0),
+      Width(*this, design.ClientWidth + frame_width),
+      Height(*this, design.ClientHeight + frame_height),
+      MousePointer(*this, pointer_normal) {}
+
+void FormBase::Show(FormBase *owner) {
+  is_shown_ = true;
+  if (!has_been_shown_) {
+    has_been_shown_ = true;
+    Form_Resize();
+  }
+  current->host().ShowForm(*this, owner);
+}
+
+void FormBase::Hide() {
+  if (!is_shown_)
+    return;
+  is_shown_ = false;
+  current->host().HideForm(*this);
+}
+
+void FormBase::SetSize(float width, float height) {
+  if (width == Width() && height == Height())
+    return;
+  is_resizing_ = true;
+  Width = width;
+  Height = height;
+  is_resizing_ = false;
+  Form_Resize();
+}
+
+void FormBase::Changed(const PropertyBase &property) {
+  if ((&property == &Width || &property == &Height) && !is_resizing_)
+    Form_Resize();
+}
+
+}  // namespace borvane

@@ -1,0 +1,34 @@
+#include "feed/inet.h"
+
+#include "basic/failure.h"
+#include "core/program.h"
+
+namespace borvane {
+
+std::string Inet::OpenURL(std::string_view address) {
+  if (StillExecuting())
+    Fail(Failure::StillExecutingLastRequest);
+
+  // Each request has its own number: while events run, a later request may take the client over, and this one then ends
+  // as failed whatever becomes of the other.
+  HttpTransfer &http = platform().http;
+  const TransferNumber transfer = http.Start(address);
+  newest_ = transfer;
+  while (!http.IsDone(transfer))
+    platform().events.WaitForEvents();
+  TransferResult result = http.Take(transfer);
+  if (newest_ == transfer)
+    newest_ = 0;
+  if (result.failed)
+    Fail(Failure::RequestFailed);
+  return std::move(result.text);
+}
+
+bool Inet::StillExecuting() const { return newest_ != 0 && !platform().http.IsDone(newest_); }
+
+void Inet::Cancel() {
+  if (StillExecuting())
+    platform().http.Cancel(newest_);
+}
+
+}  // namespace borvane

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+
+namespace borvane {
+
+enum class MessageButtons { OkCancel, YesNo };
+enum class MessageIcon { None, Question };
+enum class MessageAnswer { Ok, Cancel, Yes, No };
+
+/// Asks the user and waits for the answer; events run meanwhile.
+class MessageBox {
+ public:
+  /// Closing the box without a choice gives Cancel or No.
+  virtual MessageAnswer Show(std::string_view text, std::string_view title, MessageButtons buttons,
+                             MessageIcon icon) = 0;
+
+ protected:
+  ~MessageBox() = default;
+};
+
+}  // namespace borvane

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/event_pump.h"
+#include "platform/http_transfer.h"
+#include "platform/message_box.h"
+#include "platform/process.h"
+#include "platform/random_source.h"
+#include "platform/settings_store.h"
+
+namespace borvane {
+
+/// What the program asks of a host, all in one hand.
+struct Platform {
+  SettingsStore &settings;
+  HttpTransfer &http;
+  EventPump &events;
+  Clock &clock;
+  RandomSource &random;
+  MessageBox &message_box;
+  Process &process;
+};
+
+}  // namespace borvane
