@@ -1,4 +1,5 @@
 # The Debian packages that the commands `run` and `test` need, in one place. Both source this file.
+# shellcheck shell=bash disable=SC2034
 
 # To build the two programs and their tests, and to show a window.
 build_packages=(g++ cmake ninja-build qt6-base-dev libcurl4-openssl-dev libgtest-dev fonts-liberation)

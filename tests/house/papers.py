@@ -1,0 +1,76 @@
+#!/usr/bin/env python3
+"""Keeps the papers true: every folder has its line in docs/architecture.md, and what they name exists.
+
+usage: papers.py ROOT
+"""
+import json
+import re
+import sys
+from pathlib import Path
+
+PAPERS = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/*.md")
+
+# Names in backticks that look like files of the project and are not: what a run leaves or a user's machine holds.
+ELSEWHERE = re.compile(r"build/|~/|\$|quakes\.log$|Borvane\.conf$|/cgi-bin/|/borvane/|/recenteqs|[\w.]+\.localhost")
+
+FILE_NAME = re.compile(r"(\./)?[\w.*-]+(/[\w.*-]+)*/?$")
+HAS_SUFFIX = re.compile(r"\.(h|cpp|md|py|sh|txt|csv|json|cmake|case|html|png|svg)$")
+INLINE_CODE = re.compile(r"(?<!`)`([^`\n]+)`(?!`)")
+CODE_BLOCK = re.compile(r"^```\w*\n(.*?)^```", re.M | re.S)
+LINK = re.compile(r"\]\((?!https?:|#)([^)#\s]+)")
+PRESET = re.compile(r"--preset[ =]([\w-]+)")
+
+
+def is_file_name(text):
+    return bool(FILE_NAME.match(text)) and ("/" in text or bool(HAS_SUFFIX.search(text))) and not ELSEWHERE.search(text)
+
+
+def exists(root, paths, name):
+    """A path from the root, or the end of one; with * as in a shell."""
+    name = name.removeprefix("./").rstrip("/")
+    pattern = re.compile("(?:.*/)?" + re.escape(name).replace(r"\*", "[^/]*") + "$")
+    return (root / name).exists() or any(pattern.match(path) for path in paths)
+
+
+def named_files(text):
+    """What a paper names: inline code, links, and the commands of its code blocks."""
+    for code in INLINE_CODE.findall(text):
+        yield from (word for word in code.split() if is_file_name(word))
+    yield from LINK.findall(text)
+    for block in CODE_BLOCK.findall(text):
+        yield from (word for word in block.split() if word.startswith("./"))
+
+
+def paths_of(root):
+    """All files and folders of the project, without what a build leaves."""
+    top = [entry for entry in root.iterdir() if entry.name not in ("build", ".git")]
+    files = top + [path for entry in top if entry.is_dir() for path in entry.rglob("*")]
+    return {str(path.relative_to(root)) for path in files}
+
+
+def faults(root):
+    paths = paths_of(root)
+    presets = {preset["name"] for preset in json.loads((root / "CMakePresets.json").read_text())["configurePresets"]}
+    for pattern in PAPERS:
+        papers = sorted(root.glob(pattern))
+        if not papers:
+            yield f"there is no {pattern}"
+        for paper in papers:
+            text = paper.read_text(encoding="utf-8")
+            here = paper.relative_to(root)
+            for name in sorted(set(named_files(text))):
+                if not exists(root, paths, name) and not (paper.parent / name).exists():
+                    yield f"{here}: {name} does not exist"
+            for preset in sorted(set(PRESET.findall(text)) - presets):
+                yield f"{here}: there is no preset {preset}"
+    architecture = (root / "docs/architecture.md").read_text(encoding="utf-8")
+    for top in ("src", "mirror"):
+        for folder in sorted(path for path in (root / top).rglob("*") if path.is_dir() and any(path.iterdir())):
+            if f"`{folder.relative_to(root / top)}/`" not in architecture:
+                yield f"docs/architecture.md: says nothing about `{folder.relative_to(root / top)}/` of {top}"
+
+
+if __name__ == "__main__":
+    found = list(faults(Path(sys.argv[1])))
+    print("\n".join(found))
+    sys.exit(1 if found else 0)

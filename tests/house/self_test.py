@@ -1,0 +1,211 @@
+#!/usr/bin/env python3
+"""Proves that each house test sees the fault that it is for, on small made trees."""
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+import layers
+import no_host_calls
+import papers
+import quirks
+
+
+class MadeTree(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name)
+
+    def write(self, path, text):
+        file = self.root / path
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text, encoding="utf-8")
+
+
+class Layers(MadeTree):
+    def faults_of(self, path, line):
+        self.write(path, line + "\n")
+        return list(layers.faults(self.root))
+
+    def assert_refused(self, path, line):
+        self.assertEqual(1, len(self.faults_of(path, line)), f"{path} with {line}")
+
+    def assert_allowed(self, path, line):
+        self.assertEqual([], self.faults_of(path, line))
+
+    def test_basic_knows_nothing(self):
+        self.assert_refused("src/basic/text.cpp", '#include "controls/label.h"')
+
+    def test_the_controls_do_not_know_the_platform(self):
+        self.assert_refused("src/controls/label.cpp", '#include "platform/clock.h"')
+
+    def test_the_platform_does_not_know_the_program(self):
+        self.assert_refused("src/platform/clock.h", '#  include "core/program.h"')
+
+    def test_the_program_does_not_know_the_desktop(self):
+        self.assert_refused("src/feed/refresh.cpp", '#include "desktop/services/store.h"')
+
+    def test_the_program_folders_know_one_another(self):
+        self.assert_allowed("src/feed/refresh.cpp", '#include "scan/quakes_list.h"')
+
+    def test_a_folder_knows_itself(self):
+        self.assert_allowed("src/basic/text.cpp", '#include "basic/text.h"')
+        self.assert_allowed("mirror/http/server.cpp", '#include "limits.h"')
+
+    def test_the_program_does_not_know_qt(self):
+        self.assert_refused("src/records/frmRecords.cpp", "#include <QString>")
+
+    def test_the_program_does_not_know_the_system(self):
+        self.assert_refused("src/feed/refresh.cpp", "#include <sys/socket.h>")
+
+    def test_the_desktop_and_the_mirror_know_qt(self):
+        self.assert_allowed("src/desktop/widgets/label.cpp", "#include <QLabel>")
+        self.assert_allowed("mirror/http/server.cpp", "#include <QTcpServer>")
+
+    def test_a_window_header_includes_no_other_window(self):
+        self.assert_refused("src/records/frmRecords.h", '#include "settings/conffrm.h"')
+
+    def test_a_window_source_includes_the_windows_that_it_touches(self):
+        self.assert_allowed("src/records/frmRecords.cpp", '#include "settings/conffrm.h"')
+
+    def test_a_window_header_may_hold_the_http_client(self):
+        self.assert_allowed("src/settings/conffrm.h", '#include "feed/inet.h"')
+
+    def test_the_mirror_does_not_know_the_program(self):
+        self.assert_refused("mirror/pages/quakes_list.cpp", '#include "feed/hosts.h"')
+
+    def test_a_folder_without_a_row_is_a_fault(self):
+        self.assert_refused("src/utils/x.h", "#include <string>")
+
+    def test_an_empty_tree_is_a_fault(self):
+        self.assertEqual(1, len(list(layers.faults(self.root))))
+
+
+class NoHostCalls(MadeTree):
+    def faults_of(self, text, exceptions=()):
+        self.write("it.cpp", text)
+        subprocess.run(["c++", "-c", "it.cpp", "-o", "it.o"], cwd=self.root, check=True)
+        return list(no_host_calls.faults([str(self.root / "it.o")], exceptions))
+
+    def test_plain_computing_is_no_fault(self):
+        self.assertEqual([], self.faults_of("#include <string>\nstd::string F(std::string a) { return a + a; }"))
+
+    def test_each_kind_of_call_is_a_fault(self):
+        for header, call in (
+            ("cstdlib", 'std::getenv("X")'),
+            ("cstdlib", 'std::strtod("1", nullptr)'),
+            ("cstdlib", "std::rand()"),
+            ("cstdlib", 'std::system("x")'),
+            ("cstdlib", "std::exit(1)"),
+            ("ctime", "std::time(nullptr)"),
+            ("chrono", "std::chrono::system_clock::now()"),
+            ("clocale", 'std::setlocale(LC_ALL, "")'),
+            ("cctype", "c = std::toupper(c)"),
+            ("cstdio", 'std::fopen("x", "r")'),
+            ("cstdio", 'std::snprintf(nullptr, 0, "%g", 1.5 * c)'),
+            ("string", 'std::stod("1")'),
+            ("string", "std::to_string(1.5 * c)"),
+            ("fstream", 'std::ifstream("x")'),
+            ("sstream", "std::ostringstream()"),
+            ("iostream", "std::cout << c"),
+            ("filesystem", 'std::filesystem::exists("x")'),
+            ("random", "std::random_device()()"),
+            ("thread", "std::thread([] {}).join()"),
+        ):
+            with self.subTest(call):
+                self.assertNotEqual([], self.faults_of(f"#include <{header}>\nvoid F(int c) {{ (void)c; (void)({call}); }}"))
+
+    def test_a_named_exception_is_no_fault(self):
+        text = '#include <cstdlib>\nchar *F() { return std::getenv("X"); }'
+        self.assertEqual([], self.faults_of(text, {("it.o", "getenv"): "why"}))
+
+    def test_an_exception_that_is_not_needed_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of("int F() { return 1; }", {("it.o", "getenv"): "why"})))
+
+    def test_no_object_files_is_a_fault(self):
+        self.assertEqual(1, len(list(no_host_calls.faults([], {}))))
+
+
+class Quirks(MadeTree):
+    ROW = "| key | what is seen | cause | what depends on it | test |\n| --- | --- | --- | --- | --- |\n| `a-key` | x | y | z | `S.T` |\n"
+    COMMENT = "// Meant (a-key): it would be mended, but a thing depends on it.\n"
+    TEST = 'TEST(S, T) {\n  RecordProperty("quirk", "a-key");\n}\nTEST(S, Other) {}\n'
+
+    def faults_of(self, code=COMMENT, test=TEST, table=ROW):
+        self.write("src/feed/it.cpp", code)
+        self.write("tests/feed/it_test.cpp", test)
+        self.write("docs/quirks.md", table)
+        return list(quirks.faults(self.root))
+
+    def test_three_places_in_step_are_no_fault(self):
+        self.assertEqual([], self.faults_of())
+
+    def test_each_missing_place_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(code=""))
+        self.assertNotEqual([], self.faults_of(test="TEST(S, T) {}\n"))
+        self.assertNotEqual([], self.faults_of(table=self.ROW.replace("a-key", "another-key")))
+
+    def test_a_row_without_code_and_test_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(table=self.ROW + "| `b-key` | x | y | z | `S.T` |\n"))
+
+    def test_a_row_that_names_another_test_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(table=self.ROW.replace("S.T", "S.Other")))
+
+    def test_a_row_with_an_empty_column_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(table=self.ROW.replace("| y |", "|  |")))
+
+    def test_a_key_with_two_rows_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(table=self.ROW + "| `a-key` | x | y | z | `S.T` |\n"))
+
+    def test_a_comment_without_a_key_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(code=self.COMMENT + "// Meant: no key.\n"))
+
+    def test_a_comment_without_a_reason_is_a_fault(self):
+        self.assertNotEqual([], self.faults_of(code="// Meant (a-key):\n"))
+
+
+class Papers(MadeTree):
+    def setUp(self):
+        super().setUp()
+        for paper in ("README.md", "CONTRIBUTING.md", "CHANGELOG.md"):
+            self.write(paper, "Nothing.\n")
+        self.write("docs/architecture.md", "`feed/`\n`http/`\n")
+        self.write("CMakePresets.json", '{"configurePresets": [{"name": "release"}]}')
+        self.write("src/feed/hosts.h", "")
+        self.write("mirror/http/server.h", "")
+
+    def faults_with(self, text):
+        self.write("README.md", text)
+        return list(papers.faults(self.root))
+
+    def test_what_exists_may_be_named(self):
+        self.assertEqual([], self.faults_with("`feed/hosts.h`, `src/feed/*.h`, `src/`, [a](docs/architecture.md), `--preset release`"))
+
+    def test_what_a_run_leaves_may_be_named(self):
+        self.assertEqual([], self.faults_with("`build/run/rows.txt`"))
+
+    def test_a_file_that_is_gone_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_with("`feed/gone.h`")))
+
+    def test_a_link_to_nothing_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_with("[a](docs/gone.md)")))
+
+    def test_a_command_that_is_gone_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_with("```sh\n./gone now\n```\n")))
+        self.assertEqual(1, len(self.faults_with("`./gone now`")))
+
+    def test_a_preset_that_is_gone_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_with("`cmake --preset gone`")))
+
+    def test_a_folder_without_a_line_is_a_fault(self):
+        self.write("src/scan/x.cpp", "")
+        self.assertEqual(1, len(self.faults_with("")))
+
+    def test_a_missing_paper_is_a_fault(self):
+        (self.root / "CHANGELOG.md").unlink()
+        self.assertEqual(1, len(self.faults_with("")))
+
+
+if __name__ == "__main__":
+    unittest.main()
