@@ -27,6 +27,9 @@ class FormHost {
   ~FormHost() = default;
 };
 
+/// Who asks a window to go: the user by its close box, or the program.
+enum class UnloadMode { CloseBox, Code };
+
 /// How a window is framed.
 enum class BorderStyle { Sizable, FixedSingle, FixedDialog };
 
@@ -64,7 +67,7 @@ class FormBase : public PropertyOwner, public Container {
 
   virtual void Form_Load() {}
   virtual void Form_Resize() {}
-  virtual void Form_QueryUnload(Integer & /*cancel*/) {}
+  virtual void Form_QueryUnload(Integer & /*cancel*/, UnloadMode /*mode*/) {}
   virtual void Form_KeyUp(Integer /*key_code*/, Integer /*shift*/) {}
   virtual void Form_MouseMove(const MouseState & /*mouse*/) {}
 

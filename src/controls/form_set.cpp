@@ -24,9 +24,9 @@ void FormSet::Load(std::unique_ptr<FormBase> form) {
   loaded.Form_Load();
 }
 
-bool FormSet::Unload(FormBase &form) {
+bool FormSet::Unload(FormBase &form, UnloadMode mode) {
   Integer cancel = 0;
-  form.Form_QueryUnload(cancel);
+  form.Form_QueryUnload(cancel, mode);
   if (cancel != 0)
     return false;
   form.Hide();

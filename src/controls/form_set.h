@@ -38,7 +38,7 @@ class FormSet {
 
   /// Asks `form` through its QueryUnload and unloads it unless it refuses. Gives whether it has been unloaded. Inside
   /// an event its memory stays until the outermost event has ended, since one of its own handlers may be running.
-  bool Unload(FormBase &form);
+  bool Unload(FormBase &form, UnloadMode mode = UnloadMode::Code);
 
   /// The loaded windows.
   std::vector<FormBase *> Forms() const;

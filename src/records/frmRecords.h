@@ -103,7 +103,7 @@ struct RecordsForm : FormBase {
 
   void Form_Load() override;
   void Form_Resize() override;
-  void Form_QueryUnload(Integer &cancel) override;
+  void Form_QueryUnload(Integer &cancel, UnloadMode mode) override;
   void Form_KeyUp(Integer key_code, Integer shift) override;
   void Form_MouseMove(const MouseState &mouse) override;
   void Label3_MouseMove();
@@ -119,6 +119,7 @@ struct RecordsForm : FormBase {
 
  private:
   void SwitchAutoRefresh();
+  void RefreshAtSwitch();
   void SwitchSettings();
 };
 

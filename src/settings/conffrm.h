@@ -70,6 +70,7 @@ struct SettingsForm : FormBase {
   Inet Inet1{*this, "Inet1", {}};
 
   void Form_Load() override;
+  void Form_QueryUnload(Integer &cancel, UnloadMode mode) override;
   void Combo2_Click();
   void Check4_Click();
   void Text1_LostFocus();

@@ -1,0 +1,181 @@
+#include "core/load_settings.h"
+
+#include <array>
+#include <cmath>
+
+#include "alert/quake_log.h"
+#include "bars/colors.h"
+#include "basic/number.h"
+#include "basic/text.h"
+#include "core/program.h"
+#include "records/frmRecords.h"
+#include "settings/conffrm.h"
+#include "settings/values.h"
+
+namespace borvane {
+
+namespace {
+
+/// A stored check box: 0, 1 or 2; any other number leaves the box clear.
+Integer CheckBoxValue(std::string_view text) {
+  const double number = SaturatedPrefix(text);
+  return number == 1 ? 1 : number == 2 ? 2 : 0;
+}
+
+/// The colour of a stored code. Any number, however large, that is not one of the codes is black.
+Color StoredColor(std::string_view text) {
+  const double number = SaturatedPrefix(text);
+  if (number < -1 || number > 16)
+    return ColorFromCode(-1);
+  return ColorFromCode(RoundToInteger(number));
+}
+
+/// Gives `control` its stored text, if there is one.
+void LoadText(Setting setting, Property<std::string> &text) {
+  const std::string stored = ReadSetting(setting);
+  if (!stored.empty())
+    text = stored;
+}
+
+void LoadClientIdentifier() {
+  std::string identifier = ReadSetting(Setting::MacID);
+  if (identifier.empty()) {
+    identifier = MakeMacID();
+    SaveSetting(Setting::MacID, identifier);
+  }
+  Module1->MacID = identifier;
+}
+
+void LoadGrid() {
+  const bool on = SaturatedPrefix(ReadSetting(Setting::Grid)) != 0;
+  frmRecords->mnuGrid.Checked = on;
+  if (on)
+    frmRecords->ListView1.GridLines = true;
+}
+
+void CountRun() {
+  Module1->RunCount = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::RunTime)) + 1);
+  SaveSetting(Setting::RunTime, IntegerText(Module1->RunCount));
+}
+
+void CountBanner() {
+  // Meant (banner-shows-five-times): the banner's own words promise four shows; the count makes it five.
+  constexpr double shows = 5;
+  const double shown = SaturatedPrefix(ReadSetting(Setting::ad));
+  if (shown < shows) {
+    SaveSetting(Setting::ad, InvariantText(shown + 1));
+    Module1->ShowBanner = flag_true;
+  }
+}
+
+void LoadBarSettings() {
+  const std::string edge_offset = ReadSetting(Setting::EdgeOffset);
+  conffrm->Text7.Text = edge_offset.empty() ? "900" : edge_offset;
+
+  const Integer edge_option = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::EdgeDetect)));
+  conffrm->Option1(edge_option).Value = true;
+
+  constexpr std::array colors = {Setting::Color0, Setting::Color1, Setting::Color2};
+  for (int i = 0; i < static_cast<int>(colors.size()); ++i)
+    conffrm->Picture1(i).BackColor = StoredColor(ReadSetting(colors[static_cast<std::size_t>(i)]));
+
+  conffrm->Check6.Value = CheckBoxValue(ReadSetting(Setting::KeepPosition));
+}
+
+void LoadLogSettings() {
+  conffrm->Text8.Text = ReadSetting(Setting::LogCity);
+  conffrm->Check1.Value = CheckBoxValue(ReadSetting(Setting::EnableLog));
+
+  // Meant (log-option-false-restores-nothing): "False" should switch on the other option. It leaves both as they are,
+  // and the settings window's timer chooses "All" when it is opened with the log on.
+  const std::string log_all = ReadSetting(Setting::LogAll);
+  if (log_all.empty() || log_all == "True")
+    conffrm->Option2(0).Value = true;
+}
+
+/// Moves the stored `noBother` by one step and gives 1 when it moves from 2 to 1.
+Integer WalkNoBother() {
+  const double value = SaturatedPrefix(ReadSetting(Setting::noBother));
+  if (value == 0) {
+    SaveSetting(Setting::noBother, "2");
+  } else if (value == 2) {
+    SaveSetting(Setting::noBother, "1");
+    return 1;
+  }
+  return 0;
+}
+
+void LoadAlarmSettings() {
+  const std::string colorize = ReadSetting(Setting::Colorize);
+  if (!colorize.empty())
+    conffrm->Check3.Value = CheckBoxValue(colorize);
+
+  LoadText(Setting::AlarmTone, conffrm->Text5(0).Text);
+  LoadText(Setting::AlarmPeriod, conffrm->Text5(1).Text);
+
+  const std::string sound = ReadSetting(Setting::EnableAlarmSound);
+  if (!sound.empty())
+    conffrm->Check2.Value = CheckBoxValue(sound);
+}
+
+void LoadArea() {
+  LoadText(Setting::Area, conffrm->Combo2.Text);
+  for (int position = 0; position < conffrm->Combo2.ListCount(); ++position) {
+    if (conffrm->Combo2.List(position) == conffrm->Combo2.Text()) {
+      Module1->AreaIndex = static_cast<std::uint8_t>(position);
+      return;
+    }
+  }
+}
+
+void LoadRefreshSettings() {
+  conffrm->Check7.Value = CheckBoxValue(ReadSetting(Setting::StartWOS));
+
+  LoadText(Setting::Refresh, conffrm->Text2.Text);
+
+  LoadText(Setting::Alert, conffrm->Text1.Text);
+  // Meant (bar-left-shows-alert-magnitude): the box "Bar Left" should show where the bar stood. It shows the alert
+  // magnitude, and nothing takes the bar's place from it at the start.
+  conffrm->Text4.Text = ReadSetting(Setting::Alert);
+
+  conffrm->Text3.Text = ReadSetting(Setting::BarTop);
+}
+
+}  // namespace
+
+Integer LoadSettings() {
+  LoadClientIdentifier();
+
+  // The first reference to conffrm: it loads here, hidden, and fills its list of areas.
+  const Integer display = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::StrongerDisplay)));
+  conffrm->Combo1.Text = conffrm->Combo1.List(display);
+
+  // Meant (records-timer-keeps-design-interval): the first reference to frmRecords loads it, and its Load takes the
+  // timer's interval from conffrm.Text2 before the stored text has reached that box. So a tick is 700 ms in every run.
+  LoadGrid();
+
+  CountRun();
+
+  CountBanner();
+
+  LoadBarSettings();
+  LoadLogSettings();
+  const Integer no_bother_result = WalkNoBother();
+  LoadAlarmSettings();
+  LoadArea();
+
+  LoadRefreshSettings();
+
+  InitLogPath();
+
+  return no_bother_result;
+}
+
+std::string MakeMacID() {
+  constexpr double largest = 999999;
+  RandomSource &random = platform().random;
+  random.Seed(platform().clock.SecondsSinceMidnight());
+  return IntegerText(static_cast<std::int64_t>(std::floor(random.Next() * largest)) + 1);
+}
+
+}  // namespace borvane

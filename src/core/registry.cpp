@@ -1,0 +1,36 @@
+#include "core/registry.h"
+
+#include "basic/failure.h"
+#include "basic/number.h"
+#include "core/program.h"
+
+namespace borvane {
+
+namespace {
+
+std::string QueryRegValueEx(Hive hive, std::string_view key, std::string_view name) {
+  try {
+    const std::optional<StoredValue> value = platform().settings.Read(hive, key, name);
+    if (!value)
+      return {};
+    if (const auto *text = std::get_if<std::string>(&*value))
+      return *text;
+    if (const auto *number = std::get_if<std::uint32_t>(&*value))
+      return IntegerText(static_cast<std::int32_t>(*number));
+    return {};
+  } catch (const RuntimeError &) {
+    return {};
+  }
+}
+
+}  // namespace
+
+void SaveRegValue(Hive hive, std::string_view key, std::string_view name, std::string_view text) {
+  platform().settings.Write(hive, key, name, text);
+}
+
+std::string ReadRegValue(Hive hive, std::string_view key, std::string_view name) {
+  return QueryRegValueEx(hive, key, name);
+}
+
+}  // namespace borvane

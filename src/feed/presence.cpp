@@ -1,0 +1,9 @@
+#include "feed/presence.h"
+
+namespace borvane {
+
+void SendOnlineMark() {}
+
+std::string GetUsersOnline() { return {}; }
+
+}  // namespace borvane

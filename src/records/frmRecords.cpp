@@ -1,0 +1,164 @@
+#include "records/frmRecords.h"
+
+#include "basic/number.h"
+#include "core/program.h"
+#include "core/program_info.h"
+#include "core/start.h"
+#include "core/time_text.h"
+#include "feed/presence.h"
+#include "feed/refresh.h"
+#include "info/Aboutfrm.h"
+#include "settings/conffrm.h"
+
+namespace borvane {
+
+namespace {
+
+constexpr int key_escape = 27;
+constexpr int key_f = 70;
+constexpr int key_r = 82;
+constexpr int key_u = 85;
+constexpr int key_f1 = 112;
+constexpr int key_f10 = 121;
+
+void Refresh() {
+  Integer mode = refresh_with_hourglass;
+  RefreshEvents(mode);
+}
+
+void AskToQuit() {
+  const std::string title(program_title);
+  const MessageAnswer answer =
+      platform().message_box.Show("Are you sure you want to terminate " + title + " ?", title + " - Quit",
+                                  MessageButtons::YesNo, MessageIcon::Question);
+  if (answer == MessageAnswer::Yes)
+    QuitProgram();
+}
+
+}  // namespace
+
+RecordsForm::RecordsForm()
+    : FormBase({.Name = "frmRecords", .Caption = "Borvane - Last Events", .ClientWidth = 11025, .ClientHeight = 8325}) {
+  Label3.MouseMove = [this](const MouseState &) { Label3_MouseMove(); };
+  Label6.Click = [this] { Label6_Click(); };
+  Label8.Click = [this] { Label8_Click(); };
+  Timer1.Timer = [this] { Timer1_Timer(); };
+  Timer2.Timer = [this] { Timer2_Timer(); };
+  Timer3.Timer = [this] { Timer3_Timer(); };
+  Toolbar1.ButtonClick = [this](int number) { Toolbar1_ButtonClick(number); };
+}
+
+void RecordsForm::Form_Load() {
+  Module1->LastAlertTime = FirstAlertTime(platform().clock.Now());
+
+  ListView2.ListItems.Add({.Text = "Mag", .SubItemTexts = {"Area", "Time Recorded"}});
+
+  Label2(3).Caption = "N/A";
+
+  Timer1.Interval = RoundToLong(NumericPrefix(conffrm->Text2.Text()));
+
+  StatusBar1.Panels(3).Text = "Auto Refresh Off";
+}
+
+void RecordsForm::Form_Resize() {
+  try {
+    Frame2.Width = ScaleWidth() - Frame2.Left() - 405;
+    ListView1.Width = Frame2.Width() - ListView1.Left() - 220;
+    Frame1.Width = ScaleWidth() - 100;
+    Frame3.Width = Frame1.Width();
+    ListView2.Width = Frame1.Width() - 200;
+    Image1.Left = Width() - Image1.Width() - 800;
+    Frame2.Height = Height() - Frame2.Top() - StatusBar1.Height() - 420;
+    Frame4.Height = Frame2.Height();
+    ListView1.Height = Frame2.Height() - ListView1.Top() - 200;
+  } catch (const RuntimeError &) {
+    // Meant (tiny-window-keeps-its-layout): the steps behind a size that would be negative are left undone.
+  }
+}
+
+void RecordsForm::Form_QueryUnload(Integer &cancel, UnloadMode /*mode*/) {
+  // Meant (closing-only-hides): closing the main window should end the program. It goes on, with all its timers.
+  cancel = 1;
+  Hide();
+}
+
+void RecordsForm::Form_KeyUp(Integer key_code, Integer /*shift*/) {
+  switch (key_code) {
+    case key_f10:
+      Label10.Visible = !Label10.Visible();
+      break;
+    case key_escape:
+      AskToQuit();
+      break;
+    case key_f1:
+      Label7.Click.Raise();
+      break;
+    case key_r:
+      StatusBar1.Panels(1).Text = "Refreshing";
+      Refresh();
+      break;
+    case key_f:
+      StatusBar1.Panels(1).Text = "GET USRS";
+      Timer3_Timer();
+      break;
+    case key_u:
+      Label9.Visible = !Label9.Visible();
+      break;
+    default:
+      break;
+  }
+
+  // Meant (any-key-wipes-first-panel): only the keys that wrote to it should empty it. Every key does.
+  StatusBar1.Panels(1).Text = "";
+}
+
+void RecordsForm::Form_MouseMove(const MouseState &mouse) {
+  Label3.Underline = false;
+
+  // Meant (watermark-place-is-fixed): the place should follow the picture when the window is resized. It stays.
+  if (6720 < mouse.x && mouse.x < 10665 && 1350 < mouse.y && mouse.y < 1890) {
+    Timer2.Enabled = true;
+    Image1.Visible = true;
+  }
+}
+
+void RecordsForm::Label3_MouseMove() { Label3.Underline = true; }
+
+void RecordsForm::Label6_Click() { Aboutfrm->Show(); }
+
+void RecordsForm::Label8_Click() {
+  RefreshWorld();
+  Label8.Enabled = false;
+}
+
+void RecordsForm::Timer1_Timer() {
+  if (Label1(0).Caption().empty()) {
+    Refresh();
+    return;
+  }
+
+  Label10.Caption = Label10.Caption() == "-" ? "+" : "-";
+
+  // Meant (threshold-tested-at-tens): the threshold should count whenever it is reached. It is looked at every tenth
+  // tick.
+  if (Module1->RefreshCount % 10 == 0) {
+    if (Module1->RefreshBusy != flag_false)
+      return;
+
+    if (NumericPrefix(conffrm->Text2.Text()) <= Module1->RefreshCount)
+      Refresh();
+  }
+
+  Module1->RefreshCount = Module1->RefreshCount + 1;
+}
+
+void RecordsForm::Timer2_Timer() {
+  Image1.Visible = false;
+  Timer2.Enabled = false;
+}
+
+void RecordsForm::Timer3_Timer() { Label9.Caption = "Users Online: " + GetUsersOnline(); }
+
+void RecordsForm::CheckForUpdate() {}
+
+}  // namespace borvane

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "basic/failure.h"
+
+namespace borvane {
+
+/// The text fields of one event, from slot 0 to an upper bound that differs by scanner: 1 magnitude, 2 date, 3 time,
+/// 4 latitude, 5 longitude, 6 depth in km, 7 place, 8 link. A scanner has one for all its rows; nothing empties it
+/// between them.
+class EventFields {
+ public:
+  static constexpr int largest_bound = 20;
+
+  /// Slots 0 to `upper_bound`, at most largest_bound; all empty.
+  explicit EventFields(int upper_bound) : upper_bound_(upper_bound) {}
+
+  int UpperBound() const { return upper_bound_; }
+
+  /// Raises a subscript failure outside the bounds.
+  std::string &operator()(int slot) {
+    if (slot < 0 || slot > upper_bound_)
+      Fail(Failure::Subscript);
+    return slots_[static_cast<std::size_t>(slot)];
+  }
+
+ private:
+  int upper_bound_;
+  std::array<std::string, largest_bound + 1> slots_;
+};
+
+}  // namespace borvane

@@ -1,0 +1,70 @@
+#include "scan/event_rows.h"
+
+#include <optional>
+#include <vector>
+
+#include "alert/quake_alert.h"
+#include "basic/date.h"
+#include "records/frmRecords.h"
+
+namespace borvane {
+
+namespace {
+
+std::vector<ColumnHeader> ColumnsOf(std::int32_t family) {
+  constexpr float place_width = 5400;
+  constexpr float link_width = 1;
+  switch (family) {
+    case columns_of_region_table:
+      return {{"Magnitude", {}}, {"Time and Date", {}}, {"Where?", {}}, {"Map", {}},
+              {"Lat", {}},       {"Lon", {}},           {"Depth", {}}};
+    case columns_until_first_scan:
+      return {{"Magnitude", {}}, {"Date", {}},       {"Time", {}},      {"Latitude", {}},
+              {"Longitude", {}}, {"Depth (km)", {}}, {"Distance", {}},  {"Unit", {}},
+              {"Distance", {}},  {"Unit", {}},       {"Direction", {}}, {"Where?", place_width},
+              {"", link_width}};
+    case columns_of_events:
+      return {{"Magnitude", {}},       {"Date", {}},      {"Time", {}},
+              {"Latitude", {}},        {"Longitude", {}}, {"Depth (km)", {}},
+              {"Where?", place_width}, {"", link_width}};
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+void SetupColumns(const std::int32_t &family) {
+  ListView &list = frmRecords->ListView1;
+  list.ListItems.Clear();
+  list.ColumnHeaders.Clear();
+
+  for (const ColumnHeader &column : ColumnsOf(family))
+    list.ColumnHeaders.Add(column.Text, column.Width);
+}
+
+void AddEventRow(std::string_view /*ignored*/, EventFields &fields) {
+  ListView &newest = frmRecords->ListView2;
+  newest.ListItems.SetText(1, fields(1));
+
+  newest.ListItems.SetSubItem(1, 1, fields(7));
+
+  newest.ListItems.SetSubItem(1, 2, fields(3) + ", " + FormatDate(fields(2), "ddd dd"));
+
+  newest.ToolTipText = FormatDate(fields(2), "mmm ddd dd, yyyy");
+
+  if (!fields(4).empty())
+    CheckEventAlert(fields);
+}
+
+void AppendEvent(EventFields &fields) {
+  constexpr int last_slot = 8;
+  ListItem item;
+  item.Text = fields(1);
+  item.SubItemTexts.reserve(last_slot - 1);
+  for (int slot = 2; slot <= last_slot; ++slot)
+    item.SubItemTexts.push_back(fields(slot));
+  frmRecords->ListView1.ListItems.Add(std::move(item));
+}
+
+}  // namespace borvane

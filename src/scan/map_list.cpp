@@ -1,0 +1,7 @@
+#include "scan/scanners.h"
+
+namespace borvane {
+
+void ScanMapList(Integer & /*mode*/, std::string & /*page*/) {}
+
+}  // namespace borvane

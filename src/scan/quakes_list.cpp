@@ -1,0 +1,111 @@
+#include "basic/integer.h"
+#include "basic/text.h"
+#include "records/frmRecords.h"
+#include "scan/biggest_event.h"
+#include "scan/event_fields.h"
+#include "scan/event_rows.h"
+#include "scan/scanners.h"
+#include "scan/working_text.h"
+
+namespace borvane {
+
+namespace {
+
+/// Reads the rows of a regional list one by one.
+class QuakesListReader {
+ public:
+  explicit QuakesListReader(std::string &page) : text_(page) {}
+
+  EventFields &fields() { return fields_; }
+  bool IsAtEnd() const { return text_.IsEmpty(); }
+
+  /// Takes the next row into the fields; gives false when there is none. A row that the offsets do not fit raises a
+  /// failure.
+  bool ReadRow() {
+    const Integer marker = text_.Find(link_);
+    if (marker == 0)
+      return false;
+    ReadMagnitude(marker);
+    ReadLink();
+    ReadTokensAndDepth();
+    ReadPlace();
+    return true;
+  }
+
+ private:
+  void ReadMagnitude(Integer marker) {
+    // The magnitude begins at most 15 characters in front of the marker.
+    const Integer begin = marker - 15;
+    const Integer blank = text_.Find(blank_, begin + 1);
+    fields_(1) = Trim(text_.Piece(begin, blank - begin));
+
+    text_.TakeRest(blank + 1);
+  }
+
+  void ReadLink() {
+    // Without its opening quote and slash and its closing quote.
+    const Integer equals = text_.Find(equals_);
+    tag_end_ = text_.Find(greater_, equals + 1);
+    fields_(8) = text_.Piece(equals + 3, tag_end_ - equals - 4);
+  }
+
+  void ReadTokensAndDepth() {
+    // Date, time, latitude and longitude, parted by one blank each. Two blanks make an empty token, and what follows
+    // slips.
+    Integer end = tag_end_;
+    for (int slot = 2; slot <= 5; ++slot) {
+      text_.TakeRest(end + 1);
+      end = text_.Find(blank_);
+      fields_(slot) = text_.Piece(1, end - 1);
+    }
+
+    const Integer less = text_.Find(less_);
+    fields_(6) = text_.Piece(end + 1, less - end - 1);
+
+    text_.TakeRest(less + 1);
+  }
+
+  void ReadPlace() {
+    const Integer begin = text_.Find(greater_);
+    Integer end = text_.Find(line_feed_);
+    // Meant (missing-tag-counts-as-position-zero): a "<" that is not there should lose against the line feed. It counts
+    // as 0 and wins, so that a page ending with its last row's line feed fails in that row.
+    if (text_.Find(less_) < end)
+      end = text_.Find(less_);
+
+    // Meant (place-length-is-fixed-allowance): the length should be taken from where the place begins. The 4 is what a
+    // closing tag "/A>" leaves; behind any other tag the place is longer or shorter by the difference.
+    fields_(7) = Trim(text_.Piece(begin + 1, end - 4));
+  }
+
+  WorkingText text_;
+  EventFields fields_{20};
+  Integer tag_end_;
+  Marker link_{"/recenteqs/Quakes/"};
+  Marker blank_{" "};
+  Marker equals_{"="};
+  Marker greater_{">"};
+  Marker less_{"<"};
+  Marker line_feed_{"\n"};
+};
+
+}  // namespace
+
+void ScanQuakesList(Integer & /*mode*/, std::string &page) {
+  SetupColumns(columns_of_events);
+
+  QuakesListReader reader(page);
+  while (reader.ReadRow()) {
+    AppendEvent(reader.fields());
+
+    if (frmRecords->ListView1.ListItems.Count() == 1)
+      AddEventRow(reader.fields()(2), reader.fields());
+
+    KeepBiggest(reader.fields());
+
+    if (reader.IsAtEnd())
+      return;
+  }
+}
+
+}  // namespace borvane
