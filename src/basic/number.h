@@ -16,10 +16,11 @@ double NumericPrefix(std::string_view text);
 /// NumericPrefix, but what lies beyond double precision is an infinity of its sign and raises nothing.
 double SaturatedPrefix(std::string_view text);
 
-/// NumericPrefix in single precision; raises an overflow beyond it.
+/// NumericPrefix, then rounded to single precision; raises an overflow beyond it.
 float SinglePrefix(std::string_view text);
 
-/// `value` rounded to a whole number, an exact half to the even neighbour. Raises an overflow outside 16 bits.
+/// `value` rounded to a whole number, an exact half to the even neighbour. Raises an overflow when that is outside 16
+/// bits.
 Integer RoundToInteger(double value);
 
 /// RoundToInteger to 32 bits.
@@ -27,7 +28,8 @@ std::int32_t RoundToLong(double value);
 
 // Numbers as text. The display form has a leading zero and the decimal separator that is given. From 10 to the power of
 // the significant digits on it is like 1.234568E+07, and so it is below 0.0001 when the plain form needs more decimals
-// than there are significant digits.
+// than there are significant digits. Minus zero is 0. Computing fails before it reaches an infinity; should one come
+// here nonetheless, it has no text and raises an overflow.
 
 /// Up to seven significant digits, without trailing zeros.
 std::string SingleText(float value, char decimal_separator = '.');

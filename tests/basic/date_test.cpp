@@ -1,0 +1,446 @@
+#include "basic/date.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <regex>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "basic/number.h"
+#include "support/failure_of.h"
+
+namespace borvane {
+namespace {
+
+constexpr int kInvalidArgument = 5;
+constexpr int kTypeMismatch = 13;
+constexpr std::int64_t kDay = 86'400;
+
+/// All parts of a date, for comparing; "none" for no date.
+std::string Shown(std::optional<Date> date) {
+  if (!date)
+    return "none";
+  const CalendarTime parts = PartsOf(*date);
+  std::string text;
+  for (const int part : {parts.year, parts.month, parts.day, parts.hour, parts.minute, parts.second})
+    text += (text.empty() ? "" : " ") + std::to_string(part);
+  return text;
+}
+
+std::string Read(std::string_view text) { return Shown(ParseDate(text)); }
+
+TEST(MakeDate, CountsSecondsFromTheBaseDay) {
+  EXPECT_EQ(MakeDate({}).seconds, 0);
+  EXPECT_EQ(MakeDate({1899, 12, 30, 0, 0, 1}).seconds, 1);
+  EXPECT_EQ(MakeDate({1899, 12, 29, 23, 59, 59}).seconds, -1);
+  EXPECT_EQ(MakeDate({1899, 12, 31, 1, 1, 1}).seconds, kDay + 3661);
+  EXPECT_EQ(MakeDate({1900, 1, 1, 0, 0, 0}).seconds, 2 * kDay);
+  EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 0}).seconds, 25'569 * kDay);
+}
+
+TEST(MakeDate, RaisesAnInvalidArgumentForWhatIsNoDate) {
+  const std::vector<CalendarTime> wrong{
+      {99, 12, 31, 0, 0, 0},   {10000, 1, 1, 0, 0, 0},
+      {2024, 0, 1, 0, 0, 0},   {2024, 13, 1, 0, 0, 0},
+      {2024, 1, 0, 0, 0, 0},   {2024, 1, 32, 0, 0, 0},
+      {2024, 4, 31, 0, 0, 0},  {2023, 2, 29, 0, 0, 0},
+      {1900, 2, 29, 0, 0, 0},  {2024, 1, 1, 24, 0, 0},
+      {2024, 1, 1, -1, 0, 0},  {2024, 1, 1, 0, 60, 0},
+      {2024, 1, 1, 0, -1, 0},  {2024, 1, 1, 0, 0, 60},
+      {2024, 1, 1, 0, 0, -1},  {-1, 1, 1, 0, 0, 0},
+      {2024, -1, 1, 0, 0, 0},  {2024, 1, -1, 0, 0, 0},
+      {2024, 257, 1, 0, 0, 0}, {2024, 1, 257, 0, 0, 0},
+      {67560, 1, 1, 0, 0, 0},  {std::numeric_limits<int>::max(), 1, 1, 0, 0, 0},
+  };
+  for (const CalendarTime &parts : wrong)
+    EXPECT_EQ(FailureOf([&] { MakeDate(parts); }), kInvalidArgument)
+        << parts.year << "/" << parts.month << "/" << parts.day << " " << parts.hour << ":" << parts.minute << ":"
+        << parts.second;
+}
+
+TEST(PartsOf, RaisesAnInvalidArgumentOutsideTheYears) {
+  const Date first = MakeDate({100, 1, 1, 0, 0, 0});
+  const Date last = MakeDate({9999, 12, 31, 23, 59, 59});
+  EXPECT_EQ(Shown(first), "100 1 1 0 0 0");
+  EXPECT_EQ(Shown(last), "9999 12 31 23 59 59");
+  for (const std::int64_t seconds : {first.seconds - 1, last.seconds + 1, std::numeric_limits<std::int64_t>::min(),
+                                     std::numeric_limits<std::int64_t>::max()})
+    EXPECT_EQ(FailureOf([&] { PartsOf({seconds}); }), kInvalidArgument) << seconds;
+}
+
+// The calendar once more, by plain counting.
+
+bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
+
+int DaysOfMonth(int year, int month) {
+  constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return month == 2 && IsLeapYear(year) ? 29 : kDays.at(static_cast<std::size_t>(month - 1));
+}
+
+/// Days from 1 January 100.
+std::int64_t PlainDays(int year, int month, int day) {
+  std::int64_t days = day - 1;
+  for (int y = 100; y < year; ++y)
+    days += IsLeapYear(y) ? 366 : 365;
+  for (int m = 1; m < month; ++m)
+    days += DaysOfMonth(year, m);
+  return days;
+}
+
+TEST(MakeDate, AndPartsOfAgreeOnEveryDay) {
+  std::int64_t seconds = -PlainDays(1899, 12, 30) * kDay;
+  for (int year = 100; year <= 9999; ++year) {
+    for (int month = 1; month <= 12; ++month) {
+      for (int day = 1; day <= DaysOfMonth(year, month); ++day, seconds += kDay) {
+        ASSERT_EQ(MakeDate({year, month, day, 0, 0, 0}).seconds, seconds) << year << "/" << month << "/" << day;
+        const CalendarTime last = PartsOf({seconds + kDay - 1});
+        ASSERT_TRUE(last.year == year && last.month == month && last.day == day) << year << "/" << month << "/" << day;
+        ASSERT_TRUE(last.hour == 23 && last.minute == 59 && last.second == 59) << year << "/" << month << "/" << day;
+      }
+    }
+  }
+}
+
+TEST(MakeDate, AndPartsOfAgreeOnEverySecondOfADay) {
+  for (const CalendarTime &start : {CalendarTime{1899, 12, 30, 0, 0, 0}, CalendarTime{1804, 2, 29, 0, 0, 0}}) {
+    std::int64_t seconds = MakeDate(start).seconds;
+    CalendarTime parts = start;
+    for (parts.hour = 0; parts.hour < 24; ++parts.hour) {
+      for (parts.minute = 0; parts.minute < 60; ++parts.minute) {
+        for (parts.second = 0; parts.second < 60; ++parts.second, ++seconds) {
+          ASSERT_EQ(MakeDate(parts).seconds, seconds);
+          const CalendarTime found = PartsOf({seconds});
+          ASSERT_TRUE(found.day == parts.day && found.hour == parts.hour && found.minute == parts.minute &&
+                      found.second == parts.second)
+              << seconds;
+        }
+      }
+    }
+  }
+}
+
+TEST(ParseDate, ReadsYearMonthDay) {
+  EXPECT_EQ(Read("2024/05/06"), "2024 5 6 0 0 0");
+  EXPECT_EQ(Read("2024/5/6"), "2024 5 6 0 0 0");
+  EXPECT_EQ(Read("2024/12/31"), "2024 12 31 0 0 0");
+}
+
+TEST(ParseDate, ReadsMonthDayYear) {
+  EXPECT_EQ(Read("05/06/2024"), "2024 5 6 0 0 0");
+  EXPECT_EQ(Read("5/6/2024"), "2024 5 6 0 0 0");
+  EXPECT_EQ(Read("05-06-2024"), "2024 5 6 0 0 0");
+  EXPECT_EQ(Read("5-6-2024"), "2024 5 6 0 0 0");
+}
+
+TEST(ParseDate, ReadsNoOtherOrder) {
+  for (const char *text : {"2024-05-06", "2024-5-6", "2024/13/01", "13/01/2024", "13-01-2024", "31/12/2024", "5/6",
+                           "05-06", "2024/5", "2024", "5/2024", "5/2024/6", "2024/6/2024"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, ReadsNoOtherOrMixedSeparators) {
+  for (const char *text : {"5/6-2024", "5-6/2024", "2024/5-6", "5.6.2024", "5 6 2024", "5//6/2024", "/5/6/2024",
+                           "5/6/2024/", "5-6-2024-", "-5-6-2024", "5/-6/2024", "5/6/-2024", "5,6,2024"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, WantsAYearOfFourDigits) {
+  EXPECT_EQ(Read("1/1/0100"), "100 1 1 0 0 0");
+  EXPECT_EQ(Read("12/31/9999"), "9999 12 31 0 0 0");
+  for (const char *text : {"5/6/24", "5/6/024", "5/6/02024", "24/5/6", "924/5/6", "02024/5/6", "5-6-24", "1/1/0099",
+                           "1/1/0000", "0099/1/1", "1/1/10000"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, WantsOneOrTwoDigitsOfMonthAndDay) {
+  for (const char *text : {"005/6/2024", "5/006/2024", "2024/005/6", "2024/5/006", "//2024", "2024//6", "2024/5/"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, WantsADayOfTheCalendar) {
+  for (const char *text : {"0/1/2024", "1/0/2024", "00/00/2024", "1/32/2024", "4/31/2024", "6/31/2024", "9/31/2024",
+                           "11/31/2024", "2/30/2024", "99/99/2024"})
+    EXPECT_EQ(Read(text), "none") << text;
+  EXPECT_EQ(Read("4/30/2024"), "2024 4 30 0 0 0");
+}
+
+TEST(ParseDate, KnowsLeapYears) {
+  EXPECT_EQ(Read("2/29/2000"), "2000 2 29 0 0 0");
+  EXPECT_EQ(Read("2/29/2024"), "2024 2 29 0 0 0");
+  EXPECT_EQ(Read("2/29/1900"), "none");
+  EXPECT_EQ(Read("2/29/2100"), "none");
+  EXPECT_EQ(Read("2/29/2023"), "none");
+}
+
+TEST(ParseDate, ReadsATimeOnTheBaseDay) {
+  EXPECT_EQ(Read("10:20"), "1899 12 30 10 20 0");
+  EXPECT_EQ(Read("10:20:30"), "1899 12 30 10 20 30");
+  EXPECT_EQ(Read("1:2:3"), "1899 12 30 1 2 3");
+  EXPECT_EQ(Read("01:02:03"), "1899 12 30 1 2 3");
+  EXPECT_EQ(Read("0:0"), "1899 12 30 0 0 0");
+  EXPECT_EQ(Read("23:59:59"), "1899 12 30 23 59 59");
+}
+
+TEST(ParseDate, WantsATimeOfTheClock) {
+  for (const char *text : {"24:00",    "24:00:00",    "10:60",  "10:20:60",  "99:99", "10:20:-1",   "10:-1", "-1:20",
+                           "10:20:+1", "010:20",      "10:020", "10:20:030", "10",    "10:",        ":20",   "10:20:",
+                           "10::20",   "10:20:30:40", "10 :20", "10: 20",    "10.20", "10:20:30.5", "10h20"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, ReadsTheHalfOfTheDay) {
+  EXPECT_EQ(Read("1:02 AM"), "1899 12 30 1 2 0");
+  EXPECT_EQ(Read("1:02 PM"), "1899 12 30 13 2 0");
+  EXPECT_EQ(Read("01:02:03 PM"), "1899 12 30 13 2 3");
+  EXPECT_EQ(Read("11:59:59 PM"), "1899 12 30 23 59 59");
+  EXPECT_EQ(Read("12:00 AM"), "1899 12 30 0 0 0");
+  EXPECT_EQ(Read("12:30 AM"), "1899 12 30 0 30 0");
+  EXPECT_EQ(Read("12:30 PM"), "1899 12 30 12 30 0");
+  EXPECT_EQ(Read("1:02   PM"), "1899 12 30 13 2 0");
+}
+
+TEST(ParseDate, WantsABlankAndExactCaseForTheHalfOfTheDay) {
+  for (const char *text :
+       {"1:02AM", "1:02PM", "1:02 am", "1:02 pm", "1:02 Am", "1:02 aM", "1:02 A", "1:02 P", "1:02 M", "1:02 A M",
+        "1:02 XM", "1:02 AMX", "1:02 AM PM", "1:02\tAM", "1:02 PP", "AM", "1 AM", "AM 1:02", "5/6/2024 AM"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, WantsTheHourOfAHalfDayFromOneToTwelve) {
+  for (const char *text : {"0:30 AM", "00:30 PM", "13:00 PM", "13:00 AM", "23:00 PM", "24:00 AM"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, ReadsADateBlanksAndATime) {
+  EXPECT_EQ(Read("2024/05/06 10:20:30"), "2024 5 6 10 20 30");
+  EXPECT_EQ(Read("05/06/2024 01:20:30 PM"), "2024 5 6 13 20 30");
+  EXPECT_EQ(Read("05-06-2024 10:20:5"), "2024 5 6 10 20 5");
+  EXPECT_EQ(Read("5/6/2024     1:2"), "2024 5 6 1 2 0");
+}
+
+TEST(ParseDate, WantsNothingBetweenDateAndTimeButBlanks) {
+  for (const char *text :
+       {"5/6/202410:20", "5/6/2024,10:20", "5/6/2024, 10:20", "5/6/2024T10:20", "5/6/2024\t10:20", "5/6/2024 at 10:20",
+        "5/6/2024 x", "5/6/2024 10", "5/6/2024 5/6/2024", "10:20 5/6/2024", "10:20 5-6-2024"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, ReadsNoTwoTimes) {
+  for (const char *text : {"10:20 10:20", "5/6/2024 10:20:30 10:20:30", "5/6/2024 10:20:30 AM 10:20:30 AM"})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, ReadsNoSecondsBelowZero) {
+  EXPECT_EQ(Read("05-06-2024 10:20:-1"), "none");
+  EXPECT_EQ(Read("05-06-2024 10:20:0"), "2024 5 6 10 20 0");
+}
+
+TEST(ParseDate, AllowsBlanksAround) {
+  EXPECT_EQ(Read("  2024/05/06   "), "2024 5 6 0 0 0");
+  EXPECT_EQ(Read(" 10:20 "), "1899 12 30 10 20 0");
+  EXPECT_EQ(Read(" 5/6/2024 1:02 PM "), "2024 5 6 13 2 0");
+}
+
+TEST(ParseDate, ReadsNothingElse) {
+  using namespace std::string_view_literals;
+  for (const std::string_view text :
+       {""sv,           " "sv,           "   "sv,        "today"sv,      "Mag"sv,
+        "N/A"sv,        "May 6, 2024"sv, "6 May 2024"sv, "20240506"sv,   "45000"sv,
+        "\t5/6/2024"sv, "5/6/2024\n"sv,  "5/6/2024\r"sv, "5/6/2024\0"sv, "5/6/2024x"sv,
+        "x5/6/2024"sv,  "\xB2/6/2024"sv, "5/6/2024 Z"sv, "10:20 UTC"sv,  "/"sv,
+        "-"sv,          ":"sv,           "5/ 6/2024"sv,  "5 /6/2024"sv,  "4294967297/1/2024"sv})
+    EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ParseDate, RefusesAMegabyteOfDigits) {
+  const std::string digits(1'000'000, '1');
+  EXPECT_EQ(Read(digits), "none");
+  EXPECT_EQ(Read(digits + "/1/2024"), "none");
+  EXPECT_EQ(Read("1/1/2024 " + digits + ":00"), "none");
+  EXPECT_EQ(Read("1/1/2024" + std::string(1'000'000, ' ') + "10:00"), "2024 1 1 10 0 0");
+}
+
+TEST(DateValue, IsTheDate) { EXPECT_EQ(DateValue("12/31/1899"), Date{kDay}); }
+
+TEST(DateValue, RaisesATypeMismatchForWhatIsNoDate) {
+  for (const char *text : {"", "abc", "2/29/1900", "10:20:-1"})
+    EXPECT_EQ(FailureOf([&] { DateValue(text); }), kTypeMismatch) << text;
+}
+
+// The rule of a date's text as patterns, with plain counting. It judges the reader.
+std::optional<Date> PlainDate(const std::string &text) {
+  static const std::regex pattern(
+      " *(?:(?:([0-9]{4})/([0-9]{1,2})/([0-9]{1,2})|([0-9]{1,2})/([0-9]{1,2})/"
+      "([0-9]{4})|([0-9]{1,2})-([0-9]{1,2})-([0-9]{"
+      "4}))(?: +(?=[0-9])|(?= *$)))?(?:([0-9]{1,2}):([0-9]{1,2})(?::([0-9]{1,2}))?(?: +(AM|PM))?)? *");
+  std::smatch m;
+  if (!std::regex_match(text, m, pattern))
+    return std::nullopt;
+  const auto number = [&](std::size_t group) { return m[group].matched ? std::stoi(m[group].str()) : 0; };
+  const bool with_day = m[1].matched || m[4].matched || m[7].matched;
+  if (!with_day && !m[10].matched)
+    return std::nullopt;
+  const int year = with_day ? number(1) + number(6) + number(9) : 1899;
+  const int month = with_day ? number(2) + number(4) + number(7) : 12;
+  const int day = with_day ? number(3) + number(5) + number(8) : 30;
+  if (year < 100 || month < 1 || month > 12 || day < 1 || day > DaysOfMonth(year, month))
+    return std::nullopt;
+  int hour = number(10);
+  if (m[13].matched) {
+    if (hour < 1 || hour > 12)
+      return std::nullopt;
+    hour = hour == 12 ? 0 : hour;
+    hour += m[13].str() == "PM" ? 12 : 0;
+  }
+  if (hour > 23 || number(11) > 59 || number(12) > 59)
+    return std::nullopt;
+  const std::int64_t days = PlainDays(year, month, day) - PlainDays(1899, 12, 30);
+  return Date{days * kDay + hour * 3600 + number(11) * 60 + number(12)};
+}
+
+/// `text` with one character removed, put in or changed, in every way.
+std::set<std::string> Neighbours(const std::string &text) {
+  std::set<std::string> neighbours;
+  for (std::size_t i = 0; i <= text.size(); ++i) {
+    for (const char c : std::string_view("0129/-: APMx\t")) {
+      neighbours.insert(std::string(text).insert(i, 1, c));
+      if (i < text.size())
+        neighbours.insert(std::string(text).replace(i, 1, 1, c));
+    }
+    if (i < text.size())
+      neighbours.insert(std::string(text).erase(i, 1));
+  }
+  return neighbours;
+}
+
+TEST(ParseDate, OfTextsNearADateIsThatOfThePlainRule) {
+  int dates = 0;
+  int others = 0;
+  for (const char *date : {"2024/02/29", "2/9/2024", "12-30-1899", "1-1-0100", "10:20", "1:2:3", "12:59:59 PM",
+                           "9:05 AM", "2024/1/31 23:59", "12/31/9999 11:20:30  AM", " 02-28-1900  0:00:00 "}) {
+    ASSERT_NE(Read(date), "none") << date;
+    for (const std::string &text : Neighbours(date)) {
+      const std::optional<Date> expected = PlainDate(text);
+      ASSERT_EQ(Read(text), Shown(expected)) << "'" << text << "'";
+      ++(expected ? dates : others);
+    }
+  }
+  EXPECT_GT(dates, 300);
+  EXPECT_GT(others, 2000);
+}
+
+TEST(ParseDate, OfEveryShortTextIsThatOfThePlainRule) {
+  std::string text;
+  const auto walk = [&](const auto &self, std::size_t length) -> void {
+    ASSERT_EQ(Read(text), Shown(PlainDate(text))) << "'" << text << "'";
+    if (length == 0)
+      return;
+    for (const char *token : {"1", "59", "2000", "/", "-", ":", " ", "AM"}) {
+      const std::size_t before = text.size();
+      text += token;
+      self(self, length - 1);
+      text.resize(before);
+    }
+  };
+  walk(walk, 5);
+}
+
+TEST(FormatDate, WritesAShortDay) {
+  EXPECT_EQ(FormatDate("2009/02/06", "ddd dd"), "Fri 06");
+  EXPECT_EQ(FormatDate("2/29/2000", "ddd dd"), "Tue 29");
+}
+
+TEST(FormatDate, WritesALongDay) {
+  EXPECT_EQ(FormatDate("2009/02/06", "mmm ddd dd, yyyy"), "Feb Fri 06, 2009");
+  EXPECT_EQ(FormatDate("1/1/0100", "mmm ddd dd, yyyy"), "Jan Fri 01, 0100");
+  EXPECT_EQ(FormatDate("12/31/9999", "mmm ddd dd, yyyy"), "Dec Fri 31, 9999");
+}
+
+TEST(FormatDate, WritesAMoment) {
+  constexpr std::string_view kMoment = "mm/dd/yyyy hh:mm:ss ampm";
+  EXPECT_EQ(FormatDate("2024/05/06 13:20:30", kMoment), "05/06/2024 01:20:30 PM");
+  EXPECT_EQ(FormatDate("05-06-2024 10:20:5", kMoment), "05/06/2024 10:20:05 AM");
+  EXPECT_EQ(FormatDate("05-06-2024", kMoment), "05/06/2024 12:00:00 AM");
+  EXPECT_EQ(FormatDate("05-06-2024 12:00", kMoment), "05/06/2024 12:00:00 PM");
+  EXPECT_EQ(FormatDate("05-06-2024 11:59:59", kMoment), "05/06/2024 11:59:59 AM");
+  EXPECT_EQ(FormatDate("05-06-2024 23:59:59", kMoment), "05/06/2024 11:59:59 PM");
+  EXPECT_EQ(FormatDate("10:20", kMoment), "12/30/1899 10:20:00 AM");
+}
+
+TEST(FormatDate, WritesAMonthAndADay) { EXPECT_EQ(FormatDate("2024/05/06", "mmm dd"), "May 06"); }
+
+TEST(FormatDate, PassesATextThatIsNoDateThrough) {
+  for (const std::string text : {"", "Date", "2024-05-06", "2/29/1900", "05-06-2024 10:20:-1", " x "}) {
+    EXPECT_EQ(FormatDate(text, "mm/dd/yyyy hh:mm:ss ampm"), text);
+    EXPECT_EQ(FormatDate(text, "ddd dd"), text);
+  }
+}
+
+TEST(FormatDate, KnowsEveryMonthAndDay) {
+  const std::array<std::string, 12> months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                           "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  for (int month = 1; month <= 12; ++month)
+    EXPECT_EQ(FormatDate(MakeDate({2024, month, 1, 0, 0, 0}), "mmm"), months.at(static_cast<std::size_t>(month - 1)));
+  const std::array<std::string, 7> days{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+  for (int day = 1; day <= 7; ++day)
+    EXPECT_EQ(FormatDate(MakeDate({2024, 1, day, 0, 0, 0}), "ddd"), days.at(static_cast<std::size_t>(day - 1)));
+}
+
+TEST(FormatDate, GoesThroughTheWeekWithoutAGap) {
+  // The base day was a Saturday. From four centuries before it to four centuries behind it.
+  const std::array<std::string, 7> days{"Sat", "Sun", "Mon", "Tue", "Wed", "Thu", "Fri"};
+  for (std::int64_t day = -146'097; day <= 146'097; ++day) {
+    const auto place = static_cast<std::size_t>(((day % 7) + 7) % 7);
+    ASSERT_EQ(FormatDate(Date{day * kDay + kDay - 1}, "ddd"), days.at(place)) << day;
+  }
+}
+
+TEST(FormatDate, CountsTwentyFourHoursWithoutTheHalfOfTheDay) {
+  EXPECT_EQ(FormatDate("13:20:30", "hh:mm:ss"), "13:20:30");
+  EXPECT_EQ(FormatDate("0:20", "hh:mm:ss"), "00:20:00");
+  EXPECT_EQ(FormatDate("13:20:30", "ampm hh:mm"), "PM 01:20");
+}
+
+TEST(FormatDate, TakesMinutesOnlyBehindTheHours) {
+  EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hh:mm"), "10:20");
+  EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "mm hh"), "05 10");
+  EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hhmmmm"),
+            "10May"
+            "m");
+  EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hh:mm mm"), "10:20 05");
+  EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hh dd mm"), "10 06 05");
+  EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hh (h, m) mm"), "10 (h, m) 20");
+}
+
+TEST(FormatDate, LeavesEverythingElseAsItIs) {
+  EXPECT_EQ(FormatDate("2024/05/06", ""), "");
+  EXPECT_EQ(FormatDate("2024/05/06", "d m y h s yy YYYY MM Day, %d \\ \" \xE9"),
+            "d m y h s yy YYYY MM Day, %d \\ \" \xE9");
+  EXPECT_EQ(FormatDate("2024/05/06", "dddd"), "Mond");
+  EXPECT_EQ(FormatDate("2024/05/06", "yyyyy"), "2024y");
+  EXPECT_EQ(FormatDate("2024/05/06", "AMPM am/pm"), "AMPM am/pm");
+}
+
+TEST(FormatDate, RaisesAnInvalidArgumentOutsideTheYears) {
+  EXPECT_EQ(FailureOf([] { FormatDate(Date{std::numeric_limits<std::int64_t>::max()}, "dd"); }), kInvalidArgument);
+}
+
+TEST(FormatDate, OfEverySecondOfADayIsReadBack) {
+  const Date start = MakeDate({2024, 2, 29, 0, 0, 0});
+  for (std::int64_t second = 0; second < kDay; ++second) {
+    const Date date{start.seconds + second};
+    const std::string halves = FormatDate(date, "mm/dd/yyyy hh:mm:ss ampm");
+    ASSERT_EQ(ParseDate(halves), date) << halves;
+    const std::string plain = FormatDate(date, "yyyy/mm/dd hh:mm:ss");
+    ASSERT_EQ(ParseDate(plain), date) << plain;
+  }
+}
+
+}  // namespace
+}  // namespace borvane

@@ -1,0 +1,205 @@
+#include "basic/text.h"
+
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/failure_of.h"
+#include "support/plain_text.h"
+
+namespace borvane {
+namespace {
+
+constexpr int kInvalidArgument = 5;
+constexpr int kLargest = std::numeric_limits<int>::max();
+constexpr int kSmallest = std::numeric_limits<int>::min();
+
+TEST(Find, CountsPositionsFromOne) {
+  EXPECT_EQ(Find("quake", "q"), 1);
+  EXPECT_EQ(Find("quake", "ke"), 4);
+  EXPECT_EQ(Find("quake", "quake"), 1);
+}
+
+TEST(Find, GivesZeroWhenThereIsNone) {
+  EXPECT_EQ(Find("quake", "x"), 0);
+  EXPECT_EQ(Find("quake", "quakes"), 0);
+  EXPECT_EQ(Find("", "q"), 0);
+}
+
+TEST(Find, IsExactCase) { EXPECT_EQ(Find("QUAKE", "quake"), 0); }
+
+TEST(Find, StartsAtTheGivenPosition) {
+  EXPECT_EQ(Find("a-a-a", "a", 1), 1);
+  EXPECT_EQ(Find("a-a-a", "a", 2), 3);
+  EXPECT_EQ(Find("a-a-a", "a", 5), 5);
+}
+
+TEST(Find, GivesThePositionInTheWholeText) { EXPECT_EQ(Find("0123456789", "7", 5), 8); }
+
+TEST(Find, FindsNothingPastTheEnd) {
+  EXPECT_EQ(Find("a-a-a", "a", 6), 0);
+  EXPECT_EQ(Find("a-a-a", "a", kLargest), 0);
+}
+
+TEST(Find, FindsAnEmptyTextWhereItStartsWithinTheText) {
+  EXPECT_EQ(Find("abc", ""), 1);
+  EXPECT_EQ(Find("abc", "", 3), 3);
+  EXPECT_EQ(Find("abc", "", 4), 0);
+  EXPECT_EQ(Find("", ""), 0);
+}
+
+TEST(Find, RaisesAnInvalidArgumentBelowPositionOne) {
+  for (const int from : {0, -1, kSmallest}) {
+    EXPECT_EQ(FailureOf([&] { Find("abc", "b", from); }), kInvalidArgument) << from;
+    EXPECT_EQ(FailureOf([&] { Find("", "", from); }), kInvalidArgument) << from;
+  }
+}
+
+TEST(Find, LooksAtZeroAndHighBytesLikeAtAnyOther) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Find("a\0b\xE9z"sv, "\xE9"sv), 4);
+  EXPECT_EQ(Find("a\0b"sv, "\0b"sv), 2);
+  EXPECT_EQ(Find("a\xC9"sv, "\xE9"sv), 0);
+}
+
+TEST(Find, GoesBeyondSixteenBits) {
+  const std::string text = std::string(1'000'000, ' ') + "<";
+  EXPECT_EQ(Find(text, "<"), 1'000'001);
+}
+
+TEST(Piece, TakesTheLengthFromThePosition) {
+  EXPECT_EQ(Piece("0123456789", 1, 3), "012");
+  EXPECT_EQ(Piece("0123456789", 4, 1), "3");
+  EXPECT_EQ(Piece("0123456789", 10, 1), "9");
+}
+
+TEST(Piece, GivesWhatThereIsWhenTheTextEndsBefore) {
+  EXPECT_EQ(Piece("0123456789", 9, 5), "89");
+  EXPECT_EQ(Piece("0123456789", 1, kLargest), "0123456789");
+}
+
+TEST(Piece, IsEmptyPastTheEnd) {
+  EXPECT_EQ(Piece("abc", 4, 1), "");
+  EXPECT_EQ(Piece("abc", kLargest, kLargest), "");
+  EXPECT_EQ(Piece("", 1, 1), "");
+}
+
+TEST(Piece, IsEmptyForALengthOfZero) { EXPECT_EQ(Piece("abc", 2, 0), ""); }
+
+TEST(Piece, RaisesAnInvalidArgumentBelowPositionOne) {
+  for (const int from : {0, -1, kSmallest}) {
+    EXPECT_EQ(FailureOf([&] { Piece("abc", from, 1); }), kInvalidArgument) << from;
+    EXPECT_EQ(FailureOf([&] { Piece("abc", from, 0); }), kInvalidArgument) << from;
+  }
+}
+
+TEST(Piece, RaisesAnInvalidArgumentBelowLengthZero) {
+  for (const int length : {-1, kSmallest}) {
+    EXPECT_EQ(FailureOf([&] { Piece("abc", 1, length); }), kInvalidArgument) << length;
+    EXPECT_EQ(FailureOf([&] { Piece("abc", 9, length); }), kInvalidArgument) << length;
+  }
+}
+
+TEST(Piece, PointsIntoTheText) {
+  const std::string text = "0123456789";
+  EXPECT_EQ(Piece(text, 4, 2).data(), text.data() + 3);
+}
+
+TEST(RestFrom, TakesAllFromThePosition) {
+  EXPECT_EQ(RestFrom("abc", 1), "abc");
+  EXPECT_EQ(RestFrom("abc", 3), "c");
+}
+
+TEST(RestFrom, IsEmptyPastTheEnd) {
+  EXPECT_EQ(RestFrom("abc", 4), "");
+  EXPECT_EQ(RestFrom("abc", kLargest), "");
+  EXPECT_EQ(RestFrom("", 1), "");
+}
+
+TEST(RestFrom, RaisesAnInvalidArgumentBelowPositionOne) {
+  for (const int n : {0, -1, kSmallest})
+    EXPECT_EQ(FailureOf([&] { RestFrom("abc", n); }), kInvalidArgument) << n;
+}
+
+TEST(RestFrom, PointsIntoTheText) {
+  const std::string text = "0123456789";
+  EXPECT_EQ(RestFrom(text, 4).data(), text.data() + 3);
+}
+
+TEST(Trim, RemovesBlanksAtBothEnds) {
+  EXPECT_EQ(Trim("  ab "), "ab");
+  EXPECT_EQ(Trim("ab"), "ab");
+}
+
+TEST(Trim, KeepsBlanksInside) { EXPECT_EQ(Trim(" a  b "), "a  b"); }
+
+TEST(Trim, KeepsEveryCharacterThatIsNotABlank) {
+  for (const std::string kept : {"\t", "\n", "\r", "\v", "\f", "\xA0"})
+    EXPECT_EQ(Trim(" " + kept + "a" + kept + " "), kept + "a" + kept);
+  EXPECT_EQ(Trim(std::string_view("\0 ", 2)), std::string_view("\0", 1));
+}
+
+TEST(Trim, LeavesNothingOfBlanks) {
+  EXPECT_EQ(Trim(""), "");
+  EXPECT_EQ(Trim(" "), "");
+  EXPECT_EQ(Trim("     "), "");
+}
+
+/// All texts of up to `length` characters from `alphabet`.
+std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t length) {
+  std::vector<std::string> texts{""};
+  for (std::size_t i = 0; i < texts.size() && texts[i].size() < length; ++i) {
+    for (const char c : alphabet)
+      texts.push_back(texts[i] + c);
+  }
+  return texts;
+}
+
+class AllShortTexts : public testing::Test {
+ protected:
+  /// Compares two ways to the same result, its failure included.
+  template <typename Quick, typename Plain>
+  static void Compare(Quick quick, Plain plain, const std::string &shown) {
+    const int failure = FailureOf(plain);
+    ASSERT_EQ(FailureOf(quick), failure) << shown;
+    if (failure == 0) {
+      ASSERT_EQ(quick(), plain()) << shown;
+    }
+  }
+};
+
+TEST_F(AllShortTexts, AreSearchedAsThePlainSearchDoes) {
+  const std::vector<std::string> searched = AllTexts("a<", 3);
+  for (const std::string &text : AllTexts("a<", 7)) {
+    for (const std::string &what : searched) {
+      for (int from = -1; from <= 9; ++from) {
+        Compare([&] { return Find(text, what, from); }, [&] { return plain::Find(text, what, from); },
+                "'" + what + "' in '" + text + "' from " + std::to_string(from));
+      }
+    }
+  }
+}
+
+TEST_F(AllShortTexts, AreCutAsThePlainCutsDo) {
+  for (const std::string &text : AllTexts("a\n ", 4)) {
+    for (int from = -1; from <= 6; ++from) {
+      const std::string shown = "'" + text + "' from " + std::to_string(from);
+      Compare([&] { return std::string(RestFrom(text, from)); }, [&] { return plain::RestFrom(text, from); }, shown);
+      for (int length = -1; length <= 6; ++length) {
+        Compare([&] { return std::string(Piece(text, from, length)); },
+                [&] { return plain::Piece(text, from, length); }, shown + ", length " + std::to_string(length));
+      }
+    }
+  }
+}
+
+TEST_F(AllShortTexts, AreTrimmedAsThePlainTrimDoes) {
+  for (const std::string &text : AllTexts("a\t ", 7))
+    EXPECT_EQ(Trim(text), plain::Trim(text));
+}
+
+}  // namespace
+}  // namespace borvane
