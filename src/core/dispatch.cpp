@@ -11,7 +11,7 @@ namespace {
 
 constexpr int status_runtime_error = 1;
 
-[[noreturn]] void ReportAndEnd(int number, std::string_view description) {
+void ReportAndEnd(int number, std::string_view description) {
   Process &process = platform().process;
   process.ReportRuntimeError(number, description);
   process.End(status_runtime_error);

@@ -7,6 +7,6 @@ namespace borvane {
 void Main();
 
 /// Empties the lists, unloads the windows and ends the process at once. Does not return.
-[[noreturn]] void QuitProgram();
+void QuitProgram();
 
 }  // namespace borvane

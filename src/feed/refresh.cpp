@@ -11,6 +11,7 @@
 #include "feed/area.h"
 #include "feed/http_client.h"
 #include "feed/presence.h"
+#include "feed/service.h"
 #include "records/frmRecords.h"
 #include "scan/scanners.h"
 #include "settings/conffrm.h"
@@ -21,10 +22,6 @@ namespace {
 
 /// How the steps up to the scan ended when no failure ended them.
 enum class Outcome { Finished, EmptyPage };
-
-std::string ServiceAddress(std::string_view query) {
-  return AddressOf(Endpoint::Maker, "/cgi-bin/borvane/control.pl?" + std::string(query));
-}
 
 /// Once in a run whose number is a multiple of ten, tells the service of the run. Gives whether the client was free for
 /// it.

@@ -7,6 +7,7 @@
 #include "platform/process.h"
 #include "platform/random_source.h"
 #include "platform/settings_store.h"
+#include "platform/shell.h"
 
 namespace borvane {
 
@@ -18,6 +19,7 @@ struct Platform {
   Clock &clock;
   RandomSource &random;
   MessageBox &message_box;
+  Shell &shell;
   Process &process;
 };
 

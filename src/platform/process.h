@@ -12,7 +12,7 @@ class Process {
   virtual void ReportRuntimeError(int number, std::string_view description) = 0;
 
   /// Ends the process at once, with that status. Does not return.
-  [[noreturn]] virtual void End(int status) = 0;
+  virtual void End(int status) = 0;
 
  protected:
   ~Process() = default;

@@ -5,8 +5,11 @@
 #include "core/program_info.h"
 #include "core/start.h"
 #include "core/time_text.h"
+#include "feed/hosts.h"
+#include "feed/http_client.h"
 #include "feed/presence.h"
 #include "feed/refresh.h"
+#include "feed/service.h"
 #include "info/Aboutfrm.h"
 #include "settings/conffrm.h"
 
@@ -159,6 +162,24 @@ void RecordsForm::Timer2_Timer() {
 
 void RecordsForm::Timer3_Timer() { Label9.Caption = "Users Online: " + GetUsersOnline(); }
 
-void RecordsForm::CheckForUpdate() {}
+void RecordsForm::CheckForUpdate() {
+  try {
+    const std::string folder = AddressOf(Endpoint::Maker, "/borvane/");
+    std::string newest;
+    if (HttpClientFree() != flag_false)
+      newest = conffrm->Inet1.OpenURL(folder + "version.txt");
+
+    if (NumericPrefix(VersionDigits()) >= NumericPrefix(newest))
+      return;
+
+    const MessageAnswer answer =
+        platform().message_box.Show("A new version of Borvane is available.\nPress Ok to open Borvane website",
+                                    "Software Update", MessageButtons::OkCancel, MessageIcon::None);
+    if (answer == MessageAnswer::Ok)
+      platform().shell.Open(folder, this);
+  } catch (const RuntimeError &) {
+    // Whatever hinders the look for a newer version hinders nothing else.
+  }
+}
 
 }  // namespace borvane

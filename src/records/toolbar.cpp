@@ -47,6 +47,7 @@ void RecordsForm::Toolbar1_ButtonClick(int number) {
       break;
     case button_quit:
       QuitProgram();
+      break;
     default:
       break;
   }
