@@ -58,8 +58,8 @@ class FormSet {
 };
 
 /// The windows of the running program. The program sets and clears it; nothing else in the program is global.
-inline constinit FormSet *current =
-    nullptr;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): the only one
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the only one
+inline constinit FormSet *current = nullptr;
 
 /// A window's own name. `->` is the reference that loads the window.
 template <class T>

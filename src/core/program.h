@@ -10,7 +10,7 @@ namespace borvane {
 /// while it lives, the windows' names, `Module1` and `platform()` mean its own.
 class Program final : public FormSet {
  public:
-  Program(const Platform &platform, FormHost &host);
+  Program(const Platform &services, FormHost &host);
   ~Program() override;
 
   const Platform platform;
