@@ -1,0 +1,254 @@
+"""A desk of its own for the real programs: a virtual screen with a window manager, a session bus, a fresh home. Programs are worked
+with real keys and clicks and read as a screen reader reads them.
+
+One desk per process: the screen reader's library speaks to one session bus only. Needs Debian's own /usr/bin/python3.
+"""
+import contextlib
+import ctypes
+import os
+import re
+import select
+import signal
+import subprocess
+import time
+from pathlib import Path
+
+PATIENCE = 20  # seconds until what a test waits for counts as missing; a busy machine is slow
+
+FONTS = """<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
+<fontconfig>
+  <dir>/usr/share/fonts</dir>
+  <cachedir>{cache}</cachedir>
+  <alias binding="same"><family>sans-serif</family><prefer><family>Liberation Sans</family></prefer></alias>
+</fontconfig>
+"""
+
+
+def wait_for(what, condition, patience=PATIENCE):
+    """Gives what the condition gives as soon as that is true; raises TimeoutError naming `what` when it never is."""
+    end = time.monotonic() + patience
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() > end:
+            raise TimeoutError(f"waited {patience} s for {what}")
+        time.sleep(0.05)
+
+
+def _die_with_parent():
+    """A started program ends with this process, however this one ends."""
+    set_parent_death_signal = 1
+    ctypes.CDLL(None).prctl(set_parent_death_signal, signal.SIGKILL)
+
+
+class Desk:
+    """Starts the screen on entry, ends everything that it started on exit. `folder` holds the home and the programs' output."""
+
+    def __init__(self, folder, size="1280x1024x24"):
+        self.folder = Path(folder).resolve()
+        self.home = self.folder / "home"
+        self.size = size
+        self.programs = []
+
+    def __enter__(self):
+        try:
+            self._start()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for program in reversed(self.programs):
+            self.end(program)
+
+    @property
+    def settings_file(self):
+        return self.home / ".config/Nalvorin/Borvane.conf"
+
+    def _start(self):
+        runtime = self.folder / "runtime"
+        for folder in (self.home / ".config", runtime):
+            folder.mkdir(parents=True, exist_ok=True)
+        runtime.chmod(0o700)
+        fonts = self.folder / "fonts.conf"
+        fonts.write_text(FONTS.format(cache=self.folder / "fonts"))
+        for name in ("WAYLAND_DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM"):
+            os.environ.pop(name, None)
+        os.environ.update(
+            HOME=str(self.home),
+            XDG_CONFIG_HOME=str(self.home / ".config"),
+            XDG_CACHE_HOME=str(self.home / ".cache"),
+            XDG_DATA_HOME=str(self.home / ".local/share"),
+            XDG_RUNTIME_DIR=str(runtime),
+            FONTCONFIG_FILE=str(fonts),
+            LC_ALL="C.UTF-8",
+            TZ="UTC",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+        )
+        os.environ["DISPLAY"] = ":" + self._start_telling("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
+            "dbus-daemon", "--session", "--nofork", "--nopidfile", option="--print-address")
+        self.start("openbox", "--sm-disable")
+        wait_for("the window manager", lambda: "window id" in self.x("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+
+        import gi
+        gi.require_version("Atspi", "2.0")
+        from gi.repository import Atspi
+        self.atspi = Atspi
+        Atspi.init()
+
+    def _start_telling(self, *command, option):
+        """Starts a program that writes one line to the file descriptor given by `option`, and gives the line."""
+        ours, theirs = os.pipe()
+        arguments = [f"{option}={theirs}"] if option.startswith("--") else [option, str(theirs)]
+        self.start(*command, *arguments, pass_fds=(theirs,))
+        os.close(theirs)
+        with open(ours, encoding="ascii") as pipe:
+            if not select.select([pipe], [], [], PATIENCE)[0]:
+                raise TimeoutError(f"{command[0]} did not start")
+            line = pipe.readline().strip()
+        if not line:
+            raise RuntimeError(f"{command[0]} ended at its start: {self.output_of(self.programs[-1])}")
+        return line
+
+    def start(self, *command, **options):
+        """Starts a program; what it prints goes to a file of its own."""
+        command = [str(word) for word in command]
+        log = self.folder / f"{len(self.programs)}-{Path(command[0]).name}.log"
+        with open(log, "wb") as output:
+            program = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
+                                       preexec_fn=_die_with_parent, **options)
+        program.log = log
+        self.programs.append(program)
+        return program
+
+    @staticmethod
+    def output_of(program):
+        return program.log.read_text(errors="replace")
+
+    @staticmethod
+    def end(program):
+        """Ends a program that was started here, gently first."""
+        if program.poll() is None:
+            program.terminate()
+            try:
+                program.wait(5)
+            except subprocess.TimeoutExpired:
+                program.kill()
+        program.wait()
+
+    # The X side: windows, keys, clicks, pictures.
+
+    @staticmethod
+    def x(*command):
+        """Runs an X client to its end and gives what it printed; empty when it failed."""
+        return subprocess.run(command, capture_output=True, text=True, timeout=PATIENCE).stdout
+
+    def windows(self, program):
+        """Title -> window number, for the windows of the program that are on the screen."""
+        numbers = self.x("xdotool", "search", "--onlyvisible", "--all", "--pid", str(program.pid), "--name", ".").split()
+        titles = ((self.x("xdotool", "getwindowname", number).rstrip("\n"), number) for number in numbers)
+        return {title: number for title, number in titles if title}
+
+    def window(self, program, title):
+        """The number of the window whose title matches, as soon as it is there."""
+        def look():
+            return next((number for name, number in self.windows(program).items() if re.search(title, name)), None)
+        return wait_for(f"a window titled {title}", look)
+
+    def activate(self, number):
+        """Brings the window to the front and gives it the keyboard."""
+        self.x("xdotool", "windowactivate", "--sync", number)
+        wait_for("the focus", lambda: self.x("xdotool", "getactivewindow").strip() == number)
+
+    def press(self, *keys):
+        """Presses and releases keys, by their X names, in whatever window has the keyboard."""
+        for key in keys:
+            subprocess.run(["xdotool", "key", "--clearmodifiers", key], check=True, timeout=PATIENCE)
+
+    def click_at(self, x, y, button=1):
+        subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True, timeout=PATIENCE)
+
+    def screenshot(self, path, window="root"):
+        """Writes the screen, or one window of it, as a picture."""
+        subprocess.run(["import", "-silent", "-window", window, str(path)], check=True, timeout=PATIENCE)
+
+    # The screen reader's side.
+
+    def application(self, program):
+        """The program as the screen reader sees it, or None while it does not."""
+        desktop = self.atspi.get_desktop(0)
+        for i in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(i)
+            with contextlib.suppress(self._gone()):
+                if application and application.get_process_id() == program.pid:
+                    application.set_cache_mask(self.atspi.Cache.NONE)
+                    return application
+        return None
+
+    @staticmethod
+    def _gone():
+        """What the library raises for something that has gone while it was looked at."""
+        from gi.repository import GLib
+        return GLib.Error
+
+    def _walk(self, accessible):
+        """The accessible and all below it, without the cells of lists."""
+        yield accessible
+        if accessible.get_role_name() in ("table", "tree", "tree table"):
+            return
+        for i in range(accessible.get_child_count()):
+            child = accessible.get_child_at_index(i)
+            if child:
+                yield from self._walk(child)
+
+    def look(self, program, name=None, role=None):
+        """The first showing accessible with that name and role, or None."""
+        application = self.application(program)
+        if not application:
+            return None
+        with contextlib.suppress(self._gone()):
+            for accessible in self._walk(application):
+                if (name is None or accessible.get_name() == name) and (role is None or accessible.get_role_name() == role):
+                    if accessible.get_state_set().contains(self.atspi.StateType.SHOWING):
+                        return accessible
+        return None
+
+    def find(self, program, name=None, role=None):
+        """The accessible with that name and role, as soon as it shows."""
+        return wait_for(f"{role or 'something'} named {name}", lambda: self.look(program, name, role))
+
+    def click(self, accessible, button=1):
+        """A real click on the middle of the accessible."""
+        extents = accessible.get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
+        self.click_at(extents.x + extents.width // 2, extents.y + extents.height // 2, button)
+
+    def is_checked(self, accessible):
+        states = accessible.get_state_set()
+        return states.contains(self.atspi.StateType.CHECKED) or states.contains(self.atspi.StateType.PRESSED)
+
+    def rows(self, accessible):
+        """The rows of a list, each a list of the cells' texts."""
+        table = accessible.get_table_iface()
+        columns = range(table.get_n_columns())
+        return [[table.get_accessible_at(row, column).get_name() for column in columns] for row in range(table.get_n_rows())]
+
+    def outline(self, program):
+        """All that the screen reader sees, a line each: for the message of a test that found something missing."""
+        lines = []
+
+        def visit(accessible, depth):
+            showing = "" if accessible.get_state_set().contains(self.atspi.StateType.SHOWING) else " (hidden)"
+            lines.append("  " * depth + f"{accessible.get_role_name()}: {accessible.get_name()!r}{showing}")
+            if accessible.get_role_name() not in ("table", "tree", "tree table"):
+                for i in range(accessible.get_child_count()):
+                    visit(accessible.get_child_at_index(i), depth + 1)
+
+        application = self.application(program)
+        if application:
+            with contextlib.suppress(self._gone()):
+                visit(application, 0)
+        return "\n".join(lines)
