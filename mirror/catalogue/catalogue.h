@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QHash>
+#include <vector>
+
+#include "catalogue/event.h"
+
+namespace borvane::mirror {
+
+/// The events that the mirror serves, newest first, each id once. A catalogue never changes: a changed file makes a new
+/// one.
+class Catalogue {
+ public:
+  Catalogue() = default;
+
+  /// Of several events with one id the first one stands.
+  explicit Catalogue(std::vector<Event> events);
+
+  const std::vector<Event> &events() const { return events_; }
+
+  /// The event of that id; null when there is none.
+  const Event *Find(const QString &id) const;
+
+ private:
+  std::vector<Event> events_;
+  QHash<QString, std::size_t> places_;
+};
+
+}  // namespace borvane::mirror

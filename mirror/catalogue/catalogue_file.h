@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDateTime>
+#include <QTimer>
+#include <functional>
+
+#include "catalogue/geojson_reader.h"
+
+namespace borvane::mirror {
+
+/// A catalogue file that is read again whenever it changes, whole or not at all: a file that is still being written, or
+/// that cannot be read, gives a fault, and the events given before go on to hold.
+class CatalogueFile {
+ public:
+  using TakeEvents = std::function<void(CatalogueReading)>;
+  using TellFault = std::function<void(const QString &fault)>;
+
+  /// `take` gets every good reading, `tell` a sentence about each bad one, which names the file.
+  CatalogueFile(QString path, TakeEvents take, TellFault tell);
+
+  /// Reads the file now and watches it from now on.
+  void Start();
+
+ private:
+  /// What changes when a file is written, replaced by another or removed.
+  struct Stamp {
+    bool exists = false;
+    QDateTime modified;
+    QDateTime status_changed;
+    qint64 size = 0;
+
+    bool operator==(const Stamp &) const = default;
+  };
+
+  Stamp StampNow() const;
+  void Look();
+  void Read();
+  void Report(const QString &fault);
+
+  QString path_;
+  TakeEvents take_;
+  TellFault tell_;
+  QTimer timer_;
+  Stamp seen_;
+  Stamp taken_;
+  QString last_fault_;
+};
+
+}  // namespace borvane::mirror

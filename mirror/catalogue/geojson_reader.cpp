@@ -1,0 +1,67 @@
+#include "catalogue/geojson_reader.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <cmath>
+
+namespace borvane::mirror {
+
+namespace {
+
+std::optional<Event> ReadFeature(const QJsonObject &feature) {
+  const QJsonObject properties = feature["properties"].toObject();
+  const QJsonArray coordinates = feature["geometry"].toObject()["coordinates"].toArray();
+  Event event;
+  event.id = feature["id"].toString();
+  const QJsonValue time = properties["time"];
+  const QJsonValue longitude = coordinates.at(0);
+  const QJsonValue latitude = coordinates.at(1);
+  if (!IsEventId(event.id) || !time.isDouble() || !longitude.isDouble() || !latitude.isDouble())
+    return std::nullopt;
+
+  const std::optional<double> normal_longitude = NormalLongitude(longitude.toDouble());
+  if (!IsOriginTime(time.toDouble()) || !normal_longitude || !(std::abs(latitude.toDouble()) <= 90))
+    return std::nullopt;
+  event.origin_time = static_cast<qint64>(time.toDouble());
+  event.longitude = *normal_longitude;
+  event.latitude = latitude.toDouble();
+
+  if (const QJsonValue depth = coordinates.at(2); depth.isDouble())
+    event.depth = PlausibleDepth(depth.toDouble());
+  if (const QJsonValue magnitude = properties["mag"]; magnitude.isDouble())
+    event.magnitude = PlausibleMagnitude(magnitude.toDouble());
+  event.place = properties["place"].toString();
+  event.network = properties["net"].toString();
+  event.kind = properties["type"].toString();
+  return event;
+}
+
+}  // namespace
+
+CatalogueReading ReadGeoJson(const QByteArray &text) {
+  CatalogueReading reading;
+  QJsonParseError error;
+  const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+  if (error.error != QJsonParseError::NoError) {
+    reading.fault = QString("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset);
+    return reading;
+  }
+  const QJsonObject root = document.object();
+  if (root["type"].toString() != "FeatureCollection" || !root["features"].isArray()) {
+    reading.fault = "not a GeoJSON feature collection";
+    return reading;
+  }
+
+  const QJsonArray features = root["features"].toArray();
+  reading.events.reserve(static_cast<std::size_t>(features.size()));
+  for (const QJsonValue &feature : features) {
+    if (std::optional<Event> event = ReadFeature(feature.toObject()))
+      reading.events.push_back(std::move(*event));
+    else
+      ++reading.left_out;
+  }
+  return reading;
+}
+
+}  // namespace borvane::mirror

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <vector>
+
+#include "catalogue/event.h"
+
+namespace borvane::mirror {
+
+/// What came of reading a catalogue's text.
+struct CatalogueReading {
+  std::vector<Event> events;  ///< in the order of the text
+  int left_out = 0;           ///< features that are no event: without a usable id, origin time or epicentre
+  QString fault;              ///< what is wrong with the text as a whole; empty when it could be read
+};
+
+/// Reads the summary form of the US Geological Survey's GeoJSON feeds: a "FeatureCollection" whose features have an
+/// "id", the properties "time" (milliseconds since 1970, UTC), "mag", "place", "net" and "type", and a point of
+/// longitude, latitude and depth. Magnitude, depth, place, network and type may be missing, null or of a wrong kind,
+/// and are then absent.
+CatalogueReading ReadGeoJson(const QByteArray &text);
+
+}  // namespace borvane::mirror

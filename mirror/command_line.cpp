@@ -1,0 +1,85 @@
+#include "command_line.h"
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr const char *usage =
+    R"(Usage: borvane-mirror [--catalogue FILE] [--listen ADDRESS:PORT] [--store FILE]
+
+Serves the list pages of recent earthquakes that Borvane reads.
+
+  --catalogue FILE       take the events from FILE, in the summary form of the US Geological Survey's GeoJSON feeds. A changed
+                         file is taken up within a second. Without it: the bundled sample catalogue.
+  --listen ADDRESS:PORT  listen there, for example 127.0.0.1:8080 or [::1]:8080. Port 0 takes a free one; "localhost" stands
+                         for both loopback addresses. Without it: localhost:17650.
+  --store FILE           where the maker's service keeps what it is told.
+  --attended             end two seconds after the last monitor that uses the mirror has gone. The monitor starts it so.
+  --help                 print this text
+  --version              print the version
+
+When it is ready, it prints a line "borvane-mirror listening on ADDRESS:PORT" for each address.
+)";
+
+/// Reads "ADDRESS:PORT" into the options; false when it is none.
+bool ReadListen(const QString &text, Options &options) {
+  const qsizetype colon = text.lastIndexOf(':');
+  if (colon < 0)
+    return false;
+  bool good = false;
+  options.port = text.sliced(colon + 1).toUShort(&good);
+  if (!good)
+    return false;
+
+  QString name = text.first(colon);
+  options.addresses.clear();
+  if (name == "localhost")
+    return true;
+  const bool bracketed = name.startsWith('[') && name.endsWith(']');
+  if (bracketed)
+    name = name.sliced(1, name.size() - 2);
+  const QHostAddress address(name);
+  const bool is_ipv6 = address.protocol() == QAbstractSocket::IPv6Protocol;
+  if (address.isNull() || is_ipv6 != bracketed)
+    return false;
+  options.addresses.push_back(address);
+  return true;
+}
+
+}  // namespace
+
+CommandLine ReadCommandLine(const QStringList &arguments) {
+  CommandLine line;
+  Options &options = line.options;
+  for (qsizetype i = 0; i < arguments.size(); ++i) {
+    // "--name value" and "--name=value" are the same.
+    const qsizetype equals = arguments[i].indexOf('=');
+    const QString name = arguments[i].left(equals);
+    if (name == "--attended" || name == "--help" || name == "--version") {
+      bool &option = name == "--attended" ? options.attended : name == "--help" ? options.help : options.version;
+      option = true;
+      if (equals >= 0)
+        line.fault = name + " takes no value";
+    } else if (name == "--catalogue" || name == "--listen" || name == "--store") {
+      const bool has_value = equals >= 0 || i + 1 < arguments.size();
+      const QString value = equals >= 0 ? arguments[i].sliced(equals + 1) : has_value ? arguments[++i] : QString();
+      if (value.isEmpty())
+        line.fault = name + " needs a value";
+      else if (name == "--catalogue")
+        options.catalogue = value;
+      else if (name == "--store")
+        options.store = value;
+      else if (!ReadListen(value, options))
+        line.fault = "\"" + value + "\" is no address and port to listen at";
+    } else {
+      line.fault = "unknown argument \"" + arguments[i] + "\"";
+    }
+    if (!line.fault.isEmpty())
+      return line;
+  }
+  return line;
+}
+
+const char *Usage() { return usage; }
+
+}  // namespace borvane::mirror

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QHostAddress>
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+namespace borvane::mirror {
+
+constexpr quint16 default_port = 17650;
+
+/// What the command line asks for.
+struct Options {
+  QString catalogue;                    ///< file of events; empty for the bundled sample
+  std::vector<QHostAddress> addresses;  ///< where to listen; empty for both loopback addresses
+  quint16 port = default_port;
+  QString store;          ///< file of the maker's service
+  bool attended = false;  ///< to end with the last monitor
+  bool help = false;
+  bool version = false;
+};
+
+/// Options, or what is wrong with the command line.
+struct CommandLine {
+  Options options;
+  QString fault;  ///< empty when all is well
+};
+
+/// Reads the arguments behind the program's name.
+CommandLine ReadCommandLine(const QStringList &arguments);
+
+/// What the options are and do.
+const char *Usage();
+
+}  // namespace borvane::mirror

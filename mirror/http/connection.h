@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QTcpSocket>
+#include <functional>
+
+#include "http/answer.h"
+#include "http/limits.h"
+#include "http/request_reader.h"
+
+namespace borvane::mirror {
+
+/// Makes the answer to a request.
+using Handler = std::function<Answer(const Request &)>;
+
+/// One client's connection: reads requests, one behind the other, and writes the answers in their order. It deletes
+/// itself when it has ended.
+class Connection : public QObject {
+ public:
+  /// Takes over the open socket `descriptor`. Limits and handler must outlive the connection.
+  Connection(qintptr descriptor, const Limits &limits, const Handler &handler, QObject *parent);
+
+  /// Answers with `status`, whatever the client has sent or will send, and ends the connection.
+  void Refuse(int status);
+
+  /// Ends the connection when its time for the next step is over.
+  void CheckTime();
+
+ private:
+  enum class State {
+    Idle,       ///< waits for a request's first byte
+    InHead,     ///< a request has begun
+    Closing,    ///< the last answer is on its way
+    Lingering,  ///< the last answer has gone; what still comes is thrown away
+  };
+
+  void ReadOn();
+  bool AnswerNext();
+  void Answered(const Request &request);
+  void Send(const QByteArray &text);
+  void OnBytesWritten();
+  void Close();
+  void Enter(State state);
+  void RestartTime();
+
+  const Limits &limits_;
+  const Handler &handler_;
+  QTcpSocket socket_;
+  QByteArray received_;     ///< what no request has taken yet
+  std::size_t enough_ = 0;  ///< see RequestReading::enough
+  bool worth_reading_ = false;
+  State state_ = State::Idle;
+  QDeadlineTimer deadline_;
+};
+
+}  // namespace borvane::mirror

@@ -1,0 +1,32 @@
+#include <QCoreApplication>
+#include <csignal>
+#include <cstdio>
+
+#include "mirror.h"
+
+int main(int argc, char *argv[]) {
+#ifdef SIGPIPE
+  // The monitor that started the mirror may go before another one that shares it, and with it the reader of what is
+  // printed.
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
+  const QCoreApplication application(argc, argv);
+  using namespace borvane::mirror;
+  const CommandLine line = ReadCommandLine(QCoreApplication::arguments().sliced(1));
+  if (!line.fault.isEmpty()) {
+    std::fprintf(stderr, "borvane-mirror: %s\n%s", qPrintable(line.fault), Usage());
+    return 2;
+  }
+  if (line.options.help) {
+    std::fputs(Usage(), stdout);
+    return 0;
+  }
+  if (line.options.version) {
+    std::puts("borvane-mirror " BORVANE_VERSION);
+    return 0;
+  }
+  Mirror mirror(line.options);
+  if (const std::optional<int> status = mirror.Start())
+    return *status;
+  return QCoreApplication::exec();
+}

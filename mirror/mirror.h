@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "catalogue/catalogue_file.h"
+#include "command_line.h"
+#include "http/server.h"
+#include "pages/site.h"
+
+namespace borvane::mirror {
+
+/// The program's parts joined: the catalogue's file, the pages made from it, and the server that answers with them.
+class Mirror {
+ public:
+  explicit Mirror(Options options);
+
+  /// Reads the catalogue and begins to listen, and says so on standard output. Gives the exit status when the mirror
+  /// has to end already, with the reason told on standard error.
+  std::optional<int> Start();
+
+ private:
+  void ReadCatalogue();
+  Answer AnswerTo(const Request &request);
+  std::optional<int> Listen();
+  bool ListenAt(const QHostAddress &address);
+
+  Options options_;
+  Site site_;
+  Server server_;
+  std::unique_ptr<CatalogueFile> file_;
+};
+
+}  // namespace borvane::mirror

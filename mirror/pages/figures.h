@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <optional>
+
+namespace borvane::mirror {
+
+// An event's figures as the list pages write them.
+
+/// One decimal, a half rounded away from zero, as the Survey's own titles do.
+QByteArray MagnitudeText(double magnitude);
+
+/// Three decimals and N or S.
+QByteArray LatitudeText(double degrees);
+
+/// Three decimals and E or W.
+QByteArray LongitudeText(double degrees);
+
+/// Kilometres with one decimal; empty for a depth that is not known.
+QByteArray DepthText(std::optional<double> kilometres);
+
+/// Date and time of the computer's local time zone, "2018/02/07 01:26:13", of a moment in milliseconds since 1970 UTC.
+QByteArray LocalTimeText(qint64 milliseconds);
+
+/// The same in UTC.
+QByteArray UtcTimeText(qint64 milliseconds);
+
+}  // namespace borvane::mirror

@@ -1,0 +1,72 @@
+#include "pages/site.h"
+
+#include <string_view>
+
+#include "pages/coordinates.h"
+#include "pages/index_page.h"
+#include "pages/quakes_page.h"
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr QByteArrayView map_folder = "/recenteqs/Maps/";
+
+/// When the kept pages grow beyond this, all are dropped: whoever asks for every page there can be shall not fill the
+/// memory.
+constexpr qsizetype most_kept_bytes = 32 * 1024 * 1024;
+
+/// The path of a request target: what stands in front of a query or a fragment.
+QByteArray PathOf(const QByteArray &target) {
+  const std::string_view text(target.constData(), static_cast<std::size_t>(target.size()));
+  const std::size_t end = text.find_first_of("?#");
+  return end == std::string_view::npos ? target : target.first(static_cast<qsizetype>(end));
+}
+
+}  // namespace
+
+void Site::SetCatalogue(std::shared_ptr<const Catalogue> catalogue, const QString &source) {
+  catalogue_ = std::move(catalogue);
+  source_ = source;
+  kept_.clear();
+  kept_bytes_ = 0;
+}
+
+std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray &host) {
+  const QByteArray path = PathOf(target);
+  const std::optional<HostKind> kind = KindOfHost(host);
+  const QByteArray key = (kind ? QByteArray(HostLabel(*kind)) : QByteArray()) + path;
+  if (const auto kept = kept_.constFind(key); kept != kept_.constEnd())
+    return *kept;
+
+  std::optional<QByteArray> page = MakePage(path, kind);
+  if (!page)
+    return std::nullopt;
+  if (kept_bytes_ + page->size() > most_kept_bytes) {
+    kept_.clear();
+    kept_bytes_ = 0;
+  }
+  kept_.insert(key, *page);
+  kept_bytes_ += page->size();
+  return page;
+}
+
+std::optional<QByteArray> Site::MakePage(const QByteArray &path, std::optional<HostKind> host) const {
+  if (path == "/")
+    return IndexPage(*catalogue_, source_, port_);
+
+  if (const Area *area = FindArea(path, host))
+    return QuakesPage(area->name, *catalogue_,
+                      [area](const Event &event) { return area->box.Contains(event.latitude, event.longitude); });
+
+  if (path.startsWith(map_folder)) {
+    const QByteArray name = path.sliced(map_folder.size());
+    if (const auto numbers = PageNumbers(name))
+      return QuakesPage(QString::fromLatin1(name.chopped(5)), *catalogue_, [numbers](const Event &event) {
+        return BelongsToPage(event, numbers->first, numbers->second);
+      });
+  }
+  return std::nullopt;
+}
+
+}  // namespace borvane::mirror
