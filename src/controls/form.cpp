@@ -1,5 +1,6 @@
 #include "controls/form.h"
 
+#include "basic/failure.h"
 #include "controls/form_set.h"
 
 namespace borvane {
@@ -31,6 +32,8 @@ void FormBase::Hide() {
 }
 
 void FormBase::SetSize(float width, float height) {
+  if (width < 0 || height < 0)
+    Fail(Failure::InvalidPropertyValue);
   if (width == Width() && height == Height())
     return;
   is_resizing_ = true;

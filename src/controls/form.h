@@ -62,7 +62,8 @@ class FormBase : public PropertyOwner, public Container {
   void Hide();
   bool IsShown() const { return is_shown_; }
 
-  /// The user or the screen gives the window another outer size, in twips: one Resize.
+  /// The user or the screen gives the window another outer size, in twips: one Resize. A negative side raises an
+  /// invalid property value and changes neither.
   void SetSize(float width, float height);
 
   virtual void Form_Load() {}
