@@ -46,9 +46,10 @@ void ListRows::SetSubItem(int row, int number, std::string_view text) {
   if (number < 1)
     Fail(Failure::Subscript);
   const auto position = static_cast<std::size_t>(number - 1);
+  std::string kept(text);  // may be a text of this row, which the next line moves
   if (position >= item.SubItemTexts.size())
     item.SubItemTexts.resize(position + 1);
-  item.SubItemTexts[position] = text;
+  item.SubItemTexts[position] = std::move(kept);
   if (watcher_ != nullptr)
     watcher_->RowChanged(row);
 }
