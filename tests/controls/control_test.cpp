@@ -1,0 +1,145 @@
+#include "controls/control.h"
+
+#include <array>
+
+#include <gtest/gtest.h>
+
+#include "basic/failure.h"
+#include "controls/box.h"
+#include "controls/buttons.h"
+#include "controls/control_array.h"
+#include "controls/frame.h"
+#include "controls/label.h"
+#include "controls/menu.h"
+#include "controls/status_bar.h"
+
+namespace borvane {
+namespace {
+
+TEST(Control, StartsWithItsDesignValues) {
+  Box box;
+  Label label{box,
+              "Label5",
+              {.Caption = "Logs",
+               .Left = 90,
+               .Top = 3525,
+               .Width = 510,
+               .Height = 225,
+               .Enabled = false,
+               .Visible = false,
+               .ToolTipText = "The log",
+               .FontName = "Arial"}};
+  EXPECT_EQ(label.Caption(), "Logs");
+  EXPECT_EQ(label.Left(), 90);
+  EXPECT_EQ(label.Top(), 3525);
+  EXPECT_EQ(label.Width(), 510);
+  EXPECT_EQ(label.Height(), 225);
+  EXPECT_FALSE(label.Enabled());
+  EXPECT_FALSE(label.Visible());
+  EXPECT_EQ(label.ToolTipText(), "The log");
+  EXPECT_EQ(label.FontName(), "Arial");
+  EXPECT_EQ(label.Tag(), "");
+}
+
+TEST(Control, TakesANegativeLeftEdgeButNoNegativeSize) {
+  Box box;
+  Label label{box, "Label1", {.Width = 10, .Height = 10}};
+  label.Left = -5000;
+  label.Top = -1;
+  EXPECT_EQ(label.Left(), -5000);
+  EXPECT_EQ(label.Top(), -1);
+  EXPECT_THROW(label.Width = -1, RuntimeError);
+  EXPECT_THROW(label.Height = -0.5F, RuntimeError);
+}
+
+TEST(Control, IsNamedByItsNameAndItsPositionInAnArray) {
+  Box box;
+  const Label alone{box, "Label5", {}};
+  ControlArray<Label, 3> labels{box, "Label1", {}};
+  EXPECT_EQ(alone.FullName(), "Label5");
+  EXPECT_EQ(alone.index(), Control::no_index);
+  EXPECT_EQ(labels(2).FullName(), "Label1(2)");
+  EXPECT_EQ(labels(2).index(), 2);
+}
+
+TEST(Container, ListsItsControlsInTheOrderOfTheirDeclaration) {
+  Box box;
+  const Label first{box, "Label4", {}};
+  Frame frame{box, "Frame1", {.Caption = " History "}};
+  ControlArray<Label, 2> inside{frame, "Label1", {}};
+  const Label last{box, "Label3", {}};
+  EXPECT_EQ(box.children(), (std::vector<Control *>{const_cast<Label *>(&first), &frame, const_cast<Label *>(&last)}));
+  EXPECT_EQ(frame.children(), (std::vector<Control *>{&inside(0), &inside(1)}));
+  EXPECT_EQ(&inside(1).container(), &frame);
+  EXPECT_EQ(frame.Caption(), " History ");
+}
+
+TEST(ControlArray, GivesEachPositionItsOwnDesign) {
+  Box box;
+  ControlArray<Label, 2> labels{box, "Label1", {{{.Caption = "City:"}, {.Caption = "Latitude:"}}}};
+  EXPECT_EQ(labels(0).Caption(), "City:");
+  EXPECT_EQ(labels(1).Caption(), "Latitude:");
+  EXPECT_EQ(labels.Count(), 2);
+}
+
+TEST(ControlArray, RaisesASubscriptFailureOutsideItsBounds) {
+  Box box;
+  ControlArray<Label, 2> labels{box, "Label1", {}};
+  for (const int position : {-1, 2, 32767}) {
+    try {
+      labels(position);
+      FAIL() << "position " << position << " was given";
+    } catch (const RuntimeError &error) {
+      EXPECT_EQ(error.number(), static_cast<int>(Failure::Subscript)) << "position " << position;
+    }
+  }
+}
+
+TEST(Event, DoesNothingWithoutAHandler) {
+  Box box;
+  const Label label{box, "Label1", {}};
+  EXPECT_FALSE(label.Click.IsWired());
+  EXPECT_NO_THROW(label.Click.Raise());
+}
+
+TEST(Event, HandsItsArgumentsToTheHandlerWiredLast) {
+  Event<int> event;
+  int first = 0;
+  int second = 0;
+  event = [&](int number) { first = number; };
+  event = [&](int number) { second = number; };
+  event.Raise(5);
+  EXPECT_TRUE(event.IsWired());
+  EXPECT_EQ(first, 0);
+  EXPECT_EQ(second, 5);
+}
+
+TEST(MenuItem, StandsInItsMenu) {
+  Box box;
+  Menu menu{box, "Tmnu", {.Caption = "Menu"}};
+  MenuItem item{menu, "mnuGrid", {.Caption = "Grid lines", .Checked = true}};
+  EXPECT_FALSE(menu.Visible());
+  EXPECT_TRUE(item.Checked());
+  EXPECT_EQ(menu.children(), std::vector<Control *>{&item});
+}
+
+TEST(StatusBar, CountsItsPanelsFromOne) {
+  Box box;
+  StatusBar bar{box, "StatusBar1", {.PanelWidths = {1840, 4440}}};
+  bar.Panels(2).Text = "Last Refresh: ";
+  EXPECT_EQ(bar.PanelCount(), 2);
+  EXPECT_EQ(bar.Panels(1).Text(), "");
+  EXPECT_EQ(bar.Panels(1).Width, 1840);
+  EXPECT_EQ(bar.Panels(2).Text(), "Last Refresh: ");
+  EXPECT_EQ(bar.Panels(2).Width, 4440);
+}
+
+TEST(StatusBar, RaisesASubscriptFailureForAPanelThatIsNotThere) {
+  Box box;
+  StatusBar bar{box, "StatusBar1", {.PanelWidths = {1840, 4440}}};
+  EXPECT_THROW(bar.Panels(0), RuntimeError);
+  EXPECT_THROW(bar.Panels(3), RuntimeError);
+}
+
+}  // namespace
+}  // namespace borvane

@@ -1,0 +1,127 @@
+#include "controls/form.h"
+
+#include <gtest/gtest.h>
+
+#include "basic/failure.h"
+#include "controls/form_set.h"
+#include "controls/written_down.h"
+
+namespace borvane {
+namespace {
+
+/// A window that writes down its events.
+struct MapForm : FormBase {
+  MapForm() : FormBase({.Name = "frmMap", .Caption = "Map", .ClientWidth = 3000, .ClientHeight = 2000}) {}
+
+  void Form_Resize() override { resizes.emplace_back(Width(), Height()); }
+
+  std::vector<std::pair<float, float>> resizes;
+};
+
+struct OwnerForm : FormBase {
+  OwnerForm() : FormBase({.Name = "frmOwner", .Caption = "Owner", .Border = BorderStyle::FixedDialog}) {}
+};
+
+using Sizes = std::vector<std::pair<float, float>>;
+
+constexpr Form<MapForm> frmMap;
+constexpr Form<OwnerForm> frmOwner;
+
+TEST(FormBase, AddsTheFrameToItsClientArea) {
+  const Windows windows;
+  EXPECT_EQ(frmMap->Width(), 3120);
+  EXPECT_EQ(frmMap->Height(), 2405);
+  EXPECT_EQ(frmMap->ScaleWidth(), 3000);
+  EXPECT_EQ(frmMap->ScaleHeight(), 2000);
+  EXPECT_EQ(frmMap->Caption(), "Map");
+  EXPECT_EQ(frmMap->name(), "frmMap");
+  EXPECT_EQ(frmMap->border(), BorderStyle::Sizable);
+  EXPECT_EQ(frmOwner->border(), BorderStyle::FixedDialog);
+  EXPECT_EQ(frmMap->MousePointer(), pointer_normal);
+}
+
+TEST(FormBase, IsResizedOnceAtItsFirstShow) {
+  const Windows windows;
+  EXPECT_TRUE(frmMap->resizes.empty());
+  frmMap->Show();
+  EXPECT_EQ(frmMap->resizes, (Sizes{{3120, 2405}}));
+  frmMap->Hide();
+  frmMap->Show();
+  EXPECT_EQ(frmMap->resizes.size(), 1u);
+}
+
+TEST(FormBase, ShowsAndHidesThroughItsHost) {
+  Windows windows;
+  frmMap->Show();
+  EXPECT_TRUE(frmMap->IsShown());
+  frmMap->Hide();
+  EXPECT_FALSE(frmMap->IsShown());
+  EXPECT_EQ(windows.host.seen, (Lines{"load frmMap", "show frmMap", "hide frmMap"}));
+}
+
+TEST(FormBase, ShowsAboveItsOwner) {
+  Windows windows;
+  frmMap->Show(&*frmOwner);
+  EXPECT_EQ(windows.host.seen, (Lines{"load frmMap", "load frmOwner", "show frmMap above frmOwner"}));
+}
+
+TEST(FormBase, IsBroughtToTheFrontWhenItShowsAlready) {
+  Windows windows;
+  frmMap->Show();
+  frmMap->Show();
+  EXPECT_EQ(windows.host.seen, (Lines{"load frmMap", "show frmMap", "show frmMap"}));
+}
+
+TEST(FormBase, HidesOnlyWhatShows) {
+  Windows windows;
+  frmMap->Hide();
+  EXPECT_EQ(windows.host.seen, Lines{"load frmMap"});
+}
+
+TEST(FormBase, IsResizedOnceByANewSize) {
+  const Windows windows;
+  frmMap->SetSize(4000, 3000);
+  EXPECT_EQ(frmMap->resizes, (Sizes{{4000, 3000}}));
+}
+
+TEST(FormBase, IsResizedWhenOneSideChanges) {
+  const Windows windows;
+  frmMap->SetSize(4000, 2405);
+  frmMap->SetSize(4000, 500);
+  EXPECT_EQ(frmMap->resizes, (Sizes{{4000, 2405}, {4000, 500}}));
+}
+
+TEST(FormBase, IsNotResizedByTheSizeThatItHas) {
+  const Windows windows;
+  frmMap->SetSize(3120, 2405);
+  EXPECT_TRUE(frmMap->resizes.empty());
+}
+
+TEST(FormBase, IsResizedByCodeOnceForEachSide) {
+  const Windows windows;
+  frmMap->Width = 4000;
+  frmMap->Height = 3000;
+  EXPECT_EQ(frmMap->resizes, (Sizes{{4000, 2405}, {4000, 3000}}));
+}
+
+TEST(FormBase, IsNotResizedByOtherProperties) {
+  const Windows windows;
+  frmMap->Left = 100;
+  frmMap->Top = 100;
+  frmMap->Caption = "Other";
+  frmMap->MousePointer = pointer_hourglass;
+  EXPECT_TRUE(frmMap->resizes.empty());
+}
+
+TEST(FormBase, IsStillResizedAfterASizeThatWasRefused) {
+  const Windows windows;
+  EXPECT_THROW(frmMap->SetSize(4000, -1), RuntimeError);
+  EXPECT_EQ(frmMap->Width(), 3120);
+  EXPECT_EQ(frmMap->Height(), 2405);
+  EXPECT_TRUE(frmMap->resizes.empty());
+  frmMap->Width = 5000;
+  EXPECT_EQ(frmMap->resizes, (Sizes{{5000, 2405}}));
+}
+
+}  // namespace
+}  // namespace borvane
