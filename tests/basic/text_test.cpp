@@ -158,20 +158,17 @@ std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t length)
   return texts;
 }
 
-class AllShortTexts : public testing::Test {
- protected:
-  /// Compares two ways to the same result, its failure included.
-  template <typename Quick, typename Plain>
-  static void Compare(Quick quick, Plain plain, const std::string &shown) {
-    const int failure = FailureOf(plain);
-    ASSERT_EQ(FailureOf(quick), failure) << shown;
-    if (failure == 0) {
-      ASSERT_EQ(quick(), plain()) << shown;
-    }
+/// Compares two ways to the same result, its failure included.
+template <typename Quick, typename Plain>
+void Compare(Quick quick, Plain plain, const std::string &shown) {
+  const int failure = FailureOf(plain);
+  ASSERT_EQ(FailureOf(quick), failure) << shown;
+  if (failure == 0) {
+    ASSERT_EQ(quick(), plain()) << shown;
   }
-};
+}
 
-TEST_F(AllShortTexts, AreSearchedAsThePlainSearchDoes) {
+TEST(Find, OfEveryShortTextIsThatOfThePlainRule) {
   const std::vector<std::string> searched = AllTexts("a<", 3);
   for (const std::string &text : AllTexts("a<", 7)) {
     for (const std::string &what : searched) {
@@ -183,20 +180,28 @@ TEST_F(AllShortTexts, AreSearchedAsThePlainSearchDoes) {
   }
 }
 
-TEST_F(AllShortTexts, AreCutAsThePlainCutsDo) {
+TEST(Piece, OfEveryShortTextIsThatOfThePlainRule) {
   for (const std::string &text : AllTexts("a\n ", 4)) {
     for (int from = -1; from <= 6; ++from) {
-      const std::string shown = "'" + text + "' from " + std::to_string(from);
-      Compare([&] { return std::string(RestFrom(text, from)); }, [&] { return plain::RestFrom(text, from); }, shown);
       for (int length = -1; length <= 6; ++length) {
         Compare([&] { return std::string(Piece(text, from, length)); },
-                [&] { return plain::Piece(text, from, length); }, shown + ", length " + std::to_string(length));
+                [&] { return plain::Piece(text, from, length); },
+                "'" + text + "' from " + std::to_string(from) + ", length " + std::to_string(length));
       }
     }
   }
 }
 
-TEST_F(AllShortTexts, AreTrimmedAsThePlainTrimDoes) {
+TEST(RestFrom, OfEveryShortTextIsThatOfThePlainRule) {
+  for (const std::string &text : AllTexts("a\n ", 4)) {
+    for (int n = -1; n <= 6; ++n) {
+      Compare([&] { return std::string(RestFrom(text, n)); }, [&] { return plain::RestFrom(text, n); },
+              "'" + text + "' from " + std::to_string(n));
+    }
+  }
+}
+
+TEST(Trim, OfEveryShortTextIsThatOfThePlainRule) {
   for (const std::string &text : AllTexts("a\t ", 7))
     EXPECT_EQ(Trim(text), plain::Trim(text));
 }
