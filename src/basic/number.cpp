@@ -106,7 +106,8 @@ double Rounded(double value, double lowest, double highest) {
   return rounded;
 }
 
-/// The significant digits of a number: the first in front of the point, times ten to the power of `exponent`.
+/// The significant digits of a number: the first in front of the point, times ten to the power of `exponent`. Zero has
+/// none.
 struct Figures {
   std::string digits;
   int exponent = 0;
@@ -127,8 +128,6 @@ Figures FiguresOf(Float value, int significant) {
   Figures figures{std::string(text.substr(0, mark)), static_cast<int>(ExponentAt(text.substr(mark)))};
   figures.digits.erase(1, 1);
   figures.digits.erase(figures.digits.find_last_not_of('0') + 1);
-  if (figures.digits.empty())
-    figures.digits = "0";
   return figures;
 }
 

@@ -20,7 +20,7 @@ int Find(std::string_view text, std::string_view what, int from) {
 }
 
 std::string_view Piece(std::string_view text, int from, int length) {
-  if (from < 1 || length < 0)
+  if (length < 0)
     Fail(Failure::InvalidArgument);
   return RestFrom(text, from).substr(0, static_cast<std::size_t>(length));
 }

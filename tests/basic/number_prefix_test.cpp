@@ -179,6 +179,9 @@ TEST(SinglePrefix, RaisesAnOverflowBeyondSinglePrecision) {
   EXPECT_EQ(SinglePrefix("3.4028235e38"), std::numeric_limits<float>::max());
   EXPECT_EQ(SinglePrefix("3.40282356e38"), std::numeric_limits<float>::max());
   EXPECT_EQ(SinglePrefix("-3.40282356e38"), std::numeric_limits<float>::lowest());
+  // Halfway between the largest single and the next power of two, and a double below it.
+  EXPECT_EQ(FailureOf([] { SinglePrefix("340282356779733661637539395458142568448"); }), kOverflow);
+  EXPECT_EQ(SinglePrefix("340282356779733641000000000000000000000"), std::numeric_limits<float>::max());
   for (const char *text : {"3.40282357e38", "-3.40282357e38", "3.5e38", "1e39", "1e308", "1e999", "-1e999"})
     EXPECT_EQ(FailureOf([&] { SinglePrefix(text); }), kOverflow) << text;
 }
