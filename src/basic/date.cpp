@@ -20,30 +20,30 @@ namespace {
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
-constexpr int kFirstYear = 100;
-constexpr int kLastYear = 9999;
+constexpr int first_year = 100;
+constexpr int last_year = 9999;
 
-constexpr std::int64_t kMinute = 60;
-constexpr std::int64_t kHour = 60 * kMinute;
-constexpr std::int64_t kDay = 24 * kHour;
+constexpr std::int64_t seconds_a_minute = 60;
+constexpr std::int64_t seconds_an_hour = 60 * seconds_a_minute;
+constexpr std::int64_t seconds_a_day = 24 * seconds_an_hour;
 
-constexpr sys_days kBaseDay{std::chrono::year{1899} / 12 / 30};
+constexpr sys_days base_day{std::chrono::year{1899} / 12 / 30};
 
-constexpr std::int64_t SecondsUpTo(sys_days day) { return (day - kBaseDay).count() * kDay; }
+constexpr std::int64_t SecondsUpTo(sys_days day) { return (day - base_day).count() * seconds_a_day; }
 
 sys_days DayOf(Date date) {
-  constexpr std::int64_t first = SecondsUpTo(sys_days{std::chrono::year{kFirstYear} / 1 / 1});
-  constexpr std::int64_t end = SecondsUpTo(sys_days{std::chrono::year{kLastYear + 1} / 1 / 1});
+  constexpr std::int64_t first = SecondsUpTo(sys_days{std::chrono::year{first_year} / 1 / 1});
+  constexpr std::int64_t end = SecondsUpTo(sys_days{std::chrono::year{last_year + 1} / 1 / 1});
   if (date.seconds < first || date.seconds >= end)
     Fail(Failure::InvalidArgument);
-  return kBaseDay + std::chrono::floor<std::chrono::days>(std::chrono::seconds{date.seconds});
+  return base_day + std::chrono::floor<std::chrono::days>(std::chrono::seconds{date.seconds});
 }
 
 bool IsWithin(int value, int lowest, int highest) { return value >= lowest && value <= highest; }
 
 /// The date of the parts, if they form one.
 std::optional<Date> DateOf(const CalendarTime &parts) {
-  const bool fits = IsWithin(parts.year, kFirstYear, kLastYear) && IsWithin(parts.month, 1, 12) &&
+  const bool fits = IsWithin(parts.year, first_year, last_year) && IsWithin(parts.month, 1, 12) &&
                     IsWithin(parts.day, 1, 31) && IsWithin(parts.hour, 0, 23) && IsWithin(parts.minute, 0, 59) &&
                     IsWithin(parts.second, 0, 59);
   if (!fits)
@@ -52,7 +52,7 @@ std::optional<Date> DateOf(const CalendarTime &parts) {
                            std::chrono::day{static_cast<unsigned>(parts.day)}};
   if (!day.ok())
     return std::nullopt;
-  return Date{SecondsUpTo(day) + parts.hour * kHour + parts.minute * kMinute + parts.second};
+  return Date{SecondsUpTo(day) + parts.hour * seconds_an_hour + parts.minute * seconds_a_minute + parts.second};
 }
 
 // Reading. Each Take procedure takes what it names from the front of the text; where that isn't there, it says so, and
@@ -162,7 +162,7 @@ std::string Padded(int value, std::size_t width) {
 }
 
 /// The pieces of a pattern, a longer one before its own beginning.
-constexpr std::array<std::string_view, 8> kPieces{"yyyy", "ampm", "mmm", "ddd", "mm", "dd", "hh", "ss"};
+constexpr std::array<std::string_view, 8> pieces{"yyyy", "ampm", "mmm", "ddd", "mm", "dd", "hh", "ss"};
 
 class Formatter {
  public:
@@ -172,10 +172,9 @@ class Formatter {
   std::string Run() {
     std::string text;
     while (!rest_.empty()) {
-      const auto *const piece =
-          std::find_if(kPieces.begin(), kPieces.end(), [&](auto p) { return rest_.starts_with(p); });
-      const std::size_t length = piece == kPieces.end() ? 1 : piece->size();
-      text += piece == kPieces.end() ? std::string(1, rest_.front()) : TextOf(*piece);
+      const auto piece = std::find_if(pieces.begin(), pieces.end(), [&](auto p) { return rest_.starts_with(p); });
+      const std::size_t length = piece == pieces.end() ? 1 : piece->size();
+      text += piece == pieces.end() ? std::string(1, rest_.front()) : TextOf(*piece);
       rest_.remove_prefix(length);
     }
     return text;
@@ -225,9 +224,9 @@ CalendarTime PartsOf(Date date) {
   return {static_cast<int>(day.year()),
           static_cast<int>(static_cast<unsigned>(day.month())),
           static_cast<int>(static_cast<unsigned>(day.day())),
-          static_cast<int>(rest / kHour),
-          static_cast<int>(rest % kHour / kMinute),
-          static_cast<int>(rest % kMinute)};
+          static_cast<int>(rest / seconds_an_hour),
+          static_cast<int>(rest % seconds_an_hour / seconds_a_minute),
+          static_cast<int>(rest % seconds_a_minute)};
 }
 
 std::optional<Date> ParseDate(std::string_view text) {

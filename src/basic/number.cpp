@@ -43,13 +43,13 @@ struct Decimal {
 
 /// A decimal that lies exactly halfway between two doubles has at most 767 digits. Of what follows them only whether it
 /// is zero counts, so one more digit stands for all the rest.
-constexpr std::size_t kDigitsThatCount = 768;
+constexpr std::size_t digits_that_count = 768;
 
 /// No text in memory has so many digits that they could bring a number with this power of ten back into range.
-constexpr std::int64_t kLargestExponent = 1'000'000'000'000'000;
+constexpr std::int64_t largest_exponent = 1'000'000'000'000'000;
 
 void Append(Decimal &number, char digit) {
-  if (number.digits.size() < kDigitsThatCount)
+  if (number.digits.size() < digits_that_count)
     number.digits += digit;
   else if (digit != '0')
     number.digits.back() = '1';
@@ -83,7 +83,7 @@ std::int64_t ExponentAt(std::string_view text) {
   const bool negative = SkipSign(text);
   std::int64_t exponent = 0;
   for (; StartsWithDigit(text); text.remove_prefix(1))
-    exponent = std::min(exponent * 10 + (text.front() - '0'), kLargestExponent);
+    exponent = std::min(exponent * 10 + (text.front() - '0'), largest_exponent);
   return negative ? -exponent : exponent;
 }
 
@@ -170,8 +170,8 @@ std::string Invariant(std::string text) {
   return sign == 0 ? " " + text : text;
 }
 
-constexpr int kSingleDigits = 7;
-constexpr int kDoubleDigits = 15;
+constexpr int single_digits = 7;
+constexpr int double_digits = 15;
 
 }  // namespace
 
@@ -194,9 +194,9 @@ double SaturatedPrefix(std::string_view text) {
 
 float SinglePrefix(std::string_view text) {
   // Halfway between the largest float and the next power of two: from here on the nearest float would be an infinity.
-  constexpr double kBeyondSingle = 0x1.ffffffp127;
+  constexpr double beyond_single = 0x1.ffffffp127;
   const double value = NumericPrefix(text);
-  if (std::abs(value) >= kBeyondSingle)
+  if (std::abs(value) >= beyond_single)
     Fail(Failure::Overflow);
   return static_cast<float>(value);
 }
@@ -212,11 +212,11 @@ std::int32_t RoundToLong(double value) {
 }
 
 std::string SingleText(float value, char decimal_separator) {
-  return DisplayText(value, kSingleDigits, decimal_separator);
+  return DisplayText(value, single_digits, decimal_separator);
 }
 
 std::string DoubleText(double value, char decimal_separator) {
-  return DisplayText(value, kDoubleDigits, decimal_separator);
+  return DisplayText(value, double_digits, decimal_separator);
 }
 
 std::string IntegerText(std::int64_t value) {

@@ -11,7 +11,7 @@
 namespace borvane {
 namespace {
 
-constexpr int kOverflow = 6;
+constexpr int overflow = 6;
 
 TEST(Integer, IsZeroAtFirst) { EXPECT_EQ(Integer{}, 0); }
 
@@ -24,21 +24,21 @@ TEST(Integer, RaisesAnOverflowOutsideSixteenBits) {
   for (const std::int64_t value :
        {std::int64_t{32768}, std::int64_t{-32769}, std::int64_t{65536}, std::int64_t{1} << 40,
         std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()})
-    EXPECT_EQ(FailureOf([&] { Integer{value}; }), kOverflow) << value;
+    EXPECT_EQ(FailureOf([&] { Integer{value}; }), overflow) << value;
 }
 
 TEST(Integer, ChecksASum) {
   EXPECT_EQ(Integer(32766) + 1, 32767);
-  EXPECT_EQ(FailureOf([] { Integer(32767) + 1; }), kOverflow);
-  EXPECT_EQ(FailureOf([] { Integer(20000) + Integer(20000); }), kOverflow);
-  EXPECT_EQ(FailureOf([] { Integer(1) + std::numeric_limits<int>::max(); }), kOverflow);
+  EXPECT_EQ(FailureOf([] { Integer(32767) + 1; }), overflow);
+  EXPECT_EQ(FailureOf([] { Integer(20000) + Integer(20000); }), overflow);
+  EXPECT_EQ(FailureOf([] { Integer(1) + std::numeric_limits<int>::max(); }), overflow);
 }
 
 TEST(Integer, ChecksADifference) {
   EXPECT_EQ(Integer(-32767) - 1, -32768);
-  EXPECT_EQ(FailureOf([] { Integer(-32768) - 1; }), kOverflow);
-  EXPECT_EQ(FailureOf([] { Integer(-20000) - Integer(20000); }), kOverflow);
-  EXPECT_EQ(FailureOf([] { Integer(-1) - std::numeric_limits<int>::min(); }), kOverflow);
+  EXPECT_EQ(FailureOf([] { Integer(-32768) - 1; }), overflow);
+  EXPECT_EQ(FailureOf([] { Integer(-20000) - Integer(20000); }), overflow);
+  EXPECT_EQ(FailureOf([] { Integer(-1) - std::numeric_limits<int>::min(); }), overflow);
 }
 
 TEST(Integer, KeepsItsKindInSumsAndDifferences) {
@@ -46,7 +46,7 @@ TEST(Integer, KeepsItsKindInSumsAndDifferences) {
   static_assert(std::is_same_v<decltype(Integer(1) - 1), Integer>);
   static_assert(std::is_same_v<decltype(Integer(1) + Integer(1)), Integer>);
   static_assert(std::is_same_v<decltype(Integer(1) - Integer(1)), Integer>);
-  EXPECT_EQ(FailureOf([] { Integer(32767) + 1 - 1; }), kOverflow);
+  EXPECT_EQ(FailureOf([] { Integer(32767) + 1 - 1; }), overflow);
 }
 
 TEST(Integer, ComparesLikeTheNumberThatItIs) {

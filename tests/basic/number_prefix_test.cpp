@@ -16,8 +16,8 @@
 namespace borvane {
 namespace {
 
-constexpr int kOverflow = 6;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr int overflow = 6;
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(NumericPrefix, ReadsDigitsWithOneDecimalPoint) {
   EXPECT_EQ(NumericPrefix("700"), 700);
@@ -39,10 +39,7 @@ TEST(NumericPrefix, SkipsLeadingBlanks) {
 }
 
 TEST(NumericPrefix, SkipsNothingElseInFront) {
-  for (const char *text : {"\t5", "\n5", "\r5", " \t5",
-                           "\xA0"
-                           "5",
-                           "x5", "$5", "(5)"})
+  for (const char *text : {"\t5", "\n5", "\r5", " \t5", "\2405", "x5", "$5", "(5)"})
     EXPECT_EQ(NumericPrefix(text), 0) << text;
 }
 
@@ -109,7 +106,7 @@ TEST(NumericPrefix, RaisesAnOverflowBeyondDoublePrecision) {
   EXPECT_EQ(NumericPrefix("1.797693134862315807e308"), std::numeric_limits<double>::max());
   for (const char *text :
        {"1.797693134862315808e308", "1e309", "-1e309", "1e999", "1e99999999999999999999", "0.001e312", "123456e304"})
-    EXPECT_EQ(FailureOf([&] { NumericPrefix(text); }), kOverflow) << text;
+    EXPECT_EQ(FailureOf([&] { NumericPrefix(text); }), overflow) << text;
 }
 
 TEST(NumericPrefix, IsZeroBelowDoublePrecision) {
@@ -151,14 +148,14 @@ TEST(NumericPrefix, ReadsAMegabyteOfDigits) {
   EXPECT_EQ(NumericPrefix("25e" + zeros + "1"), 250);
   EXPECT_EQ(NumericPrefix("25e-" + nines), 0);
   EXPECT_EQ(NumericPrefix(std::string(1'000'000, ' ') + "7"), 7);
-  EXPECT_EQ(FailureOf([&] { NumericPrefix(nines); }), kOverflow);
-  EXPECT_EQ(FailureOf([&] { NumericPrefix("1e" + nines); }), kOverflow);
+  EXPECT_EQ(FailureOf([&] { NumericPrefix(nines); }), overflow);
+  EXPECT_EQ(FailureOf([&] { NumericPrefix("1e" + nines); }), overflow);
 }
 
 TEST(SaturatedPrefix, IsAnInfinityBeyondDoublePrecision) {
-  EXPECT_EQ(SaturatedPrefix("1e999"), kInfinity);
-  EXPECT_EQ(SaturatedPrefix("-1e999"), -kInfinity);
-  EXPECT_EQ(SaturatedPrefix(std::string(400, '9')), kInfinity);
+  EXPECT_EQ(SaturatedPrefix("1e999"), infinity);
+  EXPECT_EQ(SaturatedPrefix("-1e999"), -infinity);
+  EXPECT_EQ(SaturatedPrefix(std::string(400, '9')), infinity);
 }
 
 TEST(SaturatedPrefix, IsTheNumericPrefixOtherwise) {
@@ -180,10 +177,10 @@ TEST(SinglePrefix, RaisesAnOverflowBeyondSinglePrecision) {
   EXPECT_EQ(SinglePrefix("3.40282356e38"), std::numeric_limits<float>::max());
   EXPECT_EQ(SinglePrefix("-3.40282356e38"), std::numeric_limits<float>::lowest());
   // Halfway between the largest single and the next power of two, and a double below it.
-  EXPECT_EQ(FailureOf([] { SinglePrefix("340282356779733661637539395458142568448"); }), kOverflow);
+  EXPECT_EQ(FailureOf([] { SinglePrefix("340282356779733661637539395458142568448"); }), overflow);
   EXPECT_EQ(SinglePrefix("340282356779733641000000000000000000000"), std::numeric_limits<float>::max());
   for (const char *text : {"3.40282357e38", "-3.40282357e38", "3.5e38", "1e39", "1e308", "1e999", "-1e999"})
-    EXPECT_EQ(FailureOf([&] { SinglePrefix(text); }), kOverflow) << text;
+    EXPECT_EQ(FailureOf([&] { SinglePrefix(text); }), overflow) << text;
 }
 
 TEST(SinglePrefix, IsZeroBelowSinglePrecision) {
@@ -214,9 +211,9 @@ TEST(RoundToInteger, GoesFromAHalfToTheEvenNeighbour) {
 TEST(RoundToInteger, RaisesAnOverflowOutsideSixteenBits) {
   EXPECT_EQ(RoundToInteger(32767.49), 32767);
   EXPECT_EQ(RoundToInteger(-32768.5), -32768);
-  for (const double value : {32767.5, 32768.0, -32768.51, -32769.0, 1e300, -1e300, kInfinity, -kInfinity,
+  for (const double value : {32767.5, 32768.0, -32768.51, -32769.0, 1e300, -1e300, infinity, -infinity,
                              std::numeric_limits<double>::quiet_NaN()})
-    EXPECT_EQ(FailureOf([&] { RoundToInteger(value); }), kOverflow) << value;
+    EXPECT_EQ(FailureOf([&] { RoundToInteger(value); }), overflow) << value;
 }
 
 TEST(RoundToLong, GoesFromAHalfToTheEvenNeighbour) {
@@ -229,9 +226,9 @@ TEST(RoundToLong, GoesFromAHalfToTheEvenNeighbour) {
 TEST(RoundToLong, RaisesAnOverflowOutsideThirtyTwoBits) {
   EXPECT_EQ(RoundToLong(2147483647.4), 2147483647);
   EXPECT_EQ(RoundToLong(-2147483648.5), std::numeric_limits<std::int32_t>::min());
-  for (const double value : {2147483647.5, 2147483648.0, -2147483648.6, -2147483649.0, kInfinity, -kInfinity,
+  for (const double value : {2147483647.5, 2147483648.0, -2147483648.6, -2147483649.0, infinity, -infinity,
                              std::numeric_limits<double>::quiet_NaN()})
-    EXPECT_EQ(FailureOf([&] { RoundToLong(value); }), kOverflow) << value;
+    EXPECT_EQ(FailureOf([&] { RoundToLong(value); }), overflow) << value;
 }
 
 TEST(RoundToLong, RoundsAsAPlainRuleDoes) {
@@ -279,13 +276,13 @@ double PlainPrefix(std::string text) {
 }
 
 TEST(SaturatedPrefix, OfEveryShortTextIsThatOfThePlainRule) {
-  constexpr std::string_view kAlphabet = " +-.eE01\t";
+  constexpr std::string_view alphabet = " +-.eE01\t";
   std::string text;
   const auto walk = [&](const auto &self, std::size_t length) -> void {
     ASSERT_EQ(SaturatedPrefix(text), PlainPrefix(text)) << "'" << text << "'";
     if (length == 0)
       return;
-    for (const char c : kAlphabet) {
+    for (const char c : alphabet) {
       text.push_back(c);
       ASSERT_NO_FATAL_FAILURE(self(self, length - 1));
       text.pop_back();

@@ -16,7 +16,7 @@
 namespace borvane {
 namespace {
 
-constexpr int kOverflow = 6;
+constexpr int overflow = 6;
 
 TEST(SingleText, HasALeadingZero) {
   EXPECT_EQ(SingleText(0.5F), "0.5");
@@ -83,7 +83,7 @@ TEST(SingleText, IsZeroForBothZeros) {
 TEST(SingleText, RaisesAnOverflowForWhatHasNoText) {
   using Limits = std::numeric_limits<float>;
   for (const float value : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()})
-    EXPECT_EQ(FailureOf([&] { SingleText(value); }), kOverflow) << value;
+    EXPECT_EQ(FailureOf([&] { SingleText(value); }), overflow) << value;
 }
 
 TEST(DoubleText, HasUpToFifteenSignificantDigits) {
@@ -123,8 +123,8 @@ TEST(DoubleText, IsZeroForBothZeros) {
 TEST(DoubleText, RaisesAnOverflowForWhatHasNoText) {
   using Limits = std::numeric_limits<double>;
   for (const double value : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
-    EXPECT_EQ(FailureOf([&] { DoubleText(value); }), kOverflow) << value;
-    EXPECT_EQ(FailureOf([&] { InvariantText(value); }), kOverflow) << value;
+    EXPECT_EQ(FailureOf([&] { DoubleText(value); }), overflow) << value;
+    EXPECT_EQ(FailureOf([&] { InvariantText(value); }), overflow) << value;
   }
 }
 

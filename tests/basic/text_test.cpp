@@ -13,9 +13,9 @@
 namespace borvane {
 namespace {
 
-constexpr int kInvalidArgument = 5;
-constexpr int kLargest = std::numeric_limits<int>::max();
-constexpr int kSmallest = std::numeric_limits<int>::min();
+constexpr int invalid_argument = 5;
+constexpr int largest = std::numeric_limits<int>::max();
+constexpr int smallest = std::numeric_limits<int>::min();
 
 TEST(Find, CountsPositionsFromOne) {
   EXPECT_EQ(Find("quake", "q"), 1);
@@ -41,7 +41,7 @@ TEST(Find, GivesThePositionInTheWholeText) { EXPECT_EQ(Find("0123456789", "7", 5
 
 TEST(Find, FindsNothingPastTheEnd) {
   EXPECT_EQ(Find("a-a-a", "a", 6), 0);
-  EXPECT_EQ(Find("a-a-a", "a", kLargest), 0);
+  EXPECT_EQ(Find("a-a-a", "a", largest), 0);
 }
 
 TEST(Find, FindsAnEmptyTextWhereItStartsWithinTheText) {
@@ -52,9 +52,9 @@ TEST(Find, FindsAnEmptyTextWhereItStartsWithinTheText) {
 }
 
 TEST(Find, RaisesAnInvalidArgumentBelowPositionOne) {
-  for (const int from : {0, -1, kSmallest}) {
-    EXPECT_EQ(FailureOf([&] { Find("abc", "b", from); }), kInvalidArgument) << from;
-    EXPECT_EQ(FailureOf([&] { Find("", "", from); }), kInvalidArgument) << from;
+  for (const int from : {0, -1, smallest}) {
+    EXPECT_EQ(FailureOf([&] { Find("abc", "b", from); }), invalid_argument) << from;
+    EXPECT_EQ(FailureOf([&] { Find("", "", from); }), invalid_argument) << from;
   }
 }
 
@@ -78,28 +78,28 @@ TEST(Piece, TakesTheLengthFromThePosition) {
 
 TEST(Piece, GivesWhatThereIsWhenTheTextEndsBefore) {
   EXPECT_EQ(Piece("0123456789", 9, 5), "89");
-  EXPECT_EQ(Piece("0123456789", 1, kLargest), "0123456789");
+  EXPECT_EQ(Piece("0123456789", 1, largest), "0123456789");
 }
 
 TEST(Piece, IsEmptyPastTheEnd) {
   EXPECT_EQ(Piece("abc", 4, 1), "");
-  EXPECT_EQ(Piece("abc", kLargest, kLargest), "");
+  EXPECT_EQ(Piece("abc", largest, largest), "");
   EXPECT_EQ(Piece("", 1, 1), "");
 }
 
 TEST(Piece, IsEmptyForALengthOfZero) { EXPECT_EQ(Piece("abc", 2, 0), ""); }
 
 TEST(Piece, RaisesAnInvalidArgumentBelowPositionOne) {
-  for (const int from : {0, -1, kSmallest}) {
-    EXPECT_EQ(FailureOf([&] { Piece("abc", from, 1); }), kInvalidArgument) << from;
-    EXPECT_EQ(FailureOf([&] { Piece("abc", from, 0); }), kInvalidArgument) << from;
+  for (const int from : {0, -1, smallest}) {
+    EXPECT_EQ(FailureOf([&] { Piece("abc", from, 1); }), invalid_argument) << from;
+    EXPECT_EQ(FailureOf([&] { Piece("abc", from, 0); }), invalid_argument) << from;
   }
 }
 
 TEST(Piece, RaisesAnInvalidArgumentBelowLengthZero) {
-  for (const int length : {-1, kSmallest}) {
-    EXPECT_EQ(FailureOf([&] { Piece("abc", 1, length); }), kInvalidArgument) << length;
-    EXPECT_EQ(FailureOf([&] { Piece("abc", 9, length); }), kInvalidArgument) << length;
+  for (const int length : {-1, smallest}) {
+    EXPECT_EQ(FailureOf([&] { Piece("abc", 1, length); }), invalid_argument) << length;
+    EXPECT_EQ(FailureOf([&] { Piece("abc", 9, length); }), invalid_argument) << length;
   }
 }
 
@@ -115,13 +115,13 @@ TEST(RestFrom, TakesAllFromThePosition) {
 
 TEST(RestFrom, IsEmptyPastTheEnd) {
   EXPECT_EQ(RestFrom("abc", 4), "");
-  EXPECT_EQ(RestFrom("abc", kLargest), "");
+  EXPECT_EQ(RestFrom("abc", largest), "");
   EXPECT_EQ(RestFrom("", 1), "");
 }
 
 TEST(RestFrom, RaisesAnInvalidArgumentBelowPositionOne) {
-  for (const int n : {0, -1, kSmallest})
-    EXPECT_EQ(FailureOf([&] { RestFrom("abc", n); }), kInvalidArgument) << n;
+  for (const int n : {0, -1, smallest})
+    EXPECT_EQ(FailureOf([&] { RestFrom("abc", n); }), invalid_argument) << n;
 }
 
 TEST(RestFrom, PointsIntoTheText) {
@@ -137,8 +137,8 @@ TEST(Trim, RemovesBlanksAtBothEnds) {
 TEST(Trim, KeepsBlanksInside) { EXPECT_EQ(Trim(" a  b "), "a  b"); }
 
 TEST(Trim, KeepsEveryCharacterThatIsNotABlank) {
-  for (const std::string kept : {"\t", "\n", "\r", "\v", "\f", "\xA0"})
-    EXPECT_EQ(Trim(" " + kept + "a" + kept + " "), kept + "a" + kept);
+  for (const std::string_view kept : {"\ta\t", "\na\n", "\ra\r", "\va\v", "\fa\f", "\240a\240"})
+    EXPECT_EQ(Trim(std::string(" ").append(kept).append(" ")), kept);
   EXPECT_EQ(Trim(std::string_view("\0 ", 2)), std::string_view("\0", 1));
 }
 
