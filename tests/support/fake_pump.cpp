@@ -1,0 +1,51 @@
+#include "support/fake_pump.h"
+
+#include <gtest/gtest.h>
+
+#include "core/dispatch.h"
+#include "support/fake_process.h"
+
+namespace borvane {
+
+void FakePump::InPump(int number, std::function<void()> event) {
+  script_.push_back({.pump = pumps_ + number, .address = {}, .event = std::move(event)});
+}
+
+void FakePump::DuringRequest(std::string_view address, std::function<void()> event) {
+  script_.push_back({.pump = 0, .address = std::string(address), .event = std::move(event)});
+}
+
+void FakePump::RunScripted(Kind kind) {
+  // What is due is taken out of the script first: an event can let events run itself, and can script more.
+  const int pump = ++pumps_;
+  std::vector<std::function<void()>> due;
+  std::erase_if(script_, [&](Scripted &scripted) {
+    const bool is_due =
+        scripted.pump == pump || (scripted.pump == 0 && kind == Kind::Wait && http_.IsUnderWay(scripted.address));
+    if (is_due)
+      due.push_back(std::move(scripted.event));
+    return is_due;
+  });
+  for (const auto &event : due)
+    Dispatch(event);
+}
+
+void FakePump::LetEventsRun() {
+  trace_.Add("pump in");
+  RunScripted(Kind::Pump);
+  trace_.Add("pump out");
+}
+
+void FakePump::WaitForEvents() {
+  trace_.Add("wait in");
+  const int pump = pumps_;
+  RunScripted(Kind::Wait);
+  const bool let_others_in = pumps_ > pump + 1;
+  if (!http_.PassWait() && !let_others_in) {
+    ADD_FAILURE() << "the program waits, and nothing is to come";
+    throw ProcessEnded{};
+  }
+  trace_.Add("wait out");
+}
+
+}  // namespace borvane

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <deque>
+
+#include "basic/number.h"
+#include "platform/random_source.h"
+#include "support/trace.h"
+
+namespace borvane {
+
+/// Random numbers that the test gives; 0.5 when it has given none.
+class FakeRandom final : public RandomSource {
+ public:
+  explicit FakeRandom(Trace &trace) : trace_(trace) {}
+
+  void Give(double number) { numbers_.push_back(number); }
+
+  void Seed(double seed) override { trace_.Add("seed " + DoubleText(seed)); }
+
+  double Next() override {
+    trace_.Add("draw");
+    if (numbers_.empty())
+      return 0.5;
+    const double number = numbers_.front();
+    numbers_.pop_front();
+    return number;
+  }
+
+ private:
+  Trace &trace_;
+  std::deque<double> numbers_;
+};
+
+}  // namespace borvane

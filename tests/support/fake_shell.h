@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/shell.h"
+#include "support/trace.h"
+
+namespace borvane {
+
+/// A desktop that writes down what it is told to open.
+class FakeShell final : public Shell {
+ public:
+  explicit FakeShell(Trace &trace) : trace_(trace) {}
+
+  void Open(std::string_view address, FormBase *owner) override {
+    trace_.Add("open " + std::string(address) + (owner == nullptr ? "" : " for " + std::string(owner->name())));
+  }
+
+ private:
+  Trace &trace_;
+};
+
+}  // namespace borvane

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <map>
+#include <ostream>
+#include <utility>
+
+#include "platform/settings_store.h"
+#include "support/trace.h"
+
+namespace borvane {
+
+class FakeStore;
+
+/// A value of the program's key: `store["Area"] = "Los Angeles"`, `EXPECT_EQ(store["Area"], "Los Angeles")`.
+class StoreEntry {
+ public:
+  StoreEntry(FakeStore &store, std::string_view name) : store_(store), name_(name) {}
+
+  void operator=(StoredValue value);  // NOLINT(misc-unconventional-assign-operator): writes through, like the store
+  void operator=(const char *text) { *this = StoredValue(std::string(text)); }  // NOLINT: as above
+
+  /// True when there is such a value and it is this text.
+  bool operator==(std::string_view text) const;
+
+  friend void PrintTo(const StoreEntry &entry, std::ostream *stream);
+
+ private:
+  std::string Shown() const;
+
+  FakeStore &store_;
+  std::string name_;
+};
+
+/// Settings in memory. Every access stands in the trace by the value's name, with its key where that is not the
+/// program's own: "read Area", "write Area=Los Angeles", "read Hosts\National".
+class FakeStore final : public SettingsStore {
+ public:
+  explicit FakeStore(Trace &trace) : trace_(trace) {}
+
+  StoreEntry operator[](std::string_view name) { return {*this, name}; }
+  bool Has(std::string_view name) const;
+
+  /// The names of all values of the program's key.
+  Lines Names() const;
+
+  void Put(std::string_view key, std::string_view name, StoredValue value);
+  const StoredValue *Get(std::string_view key, std::string_view name) const;
+
+  /// The store takes no more writes, silently.
+  void RefuseWrites() { takes_writes_ = false; }
+
+  /// Every read raises this error.
+  void FailReads(int number) { read_failure_ = number; }
+
+  std::optional<StoredValue> Read(Hive hive, std::string_view key, std::string_view name) override;
+  void Write(Hive hive, std::string_view key, std::string_view name, std::string_view text) override;
+
+ private:
+  Trace &trace_;
+  std::map<std::pair<std::string, std::string>, StoredValue> values_;
+  bool takes_writes_ = true;
+  int read_failure_ = 0;
+};
+
+}  // namespace borvane
