@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""The ways to leave the monitor, and the one that does not."""
+import unittest
+
+from page_server import PageServer
+from system_test import SystemTest
+
+QUESTION = "Borvane - Quit"
+
+
+class Ending(SystemTest):
+    def setUp(self):
+        super().setUp()
+        self.use_server(PageServer(b"nothing"))
+        self.monitor = self.start_monitor()
+
+    def is_running(self):
+        return self.monitor.program.poll() is None
+
+    def wait_for_the_end(self):
+        self.wait_until("the end of the process", lambda: not self.is_running())
+
+    def test_esc_asks_first_and_no_goes_on(self):
+        self.monitor.press_key("Escape")
+        self.desk.window(self.monitor.program, QUESTION)
+        self.desk.click(self.desk.find(self.monitor.program, "No", "button"))
+        self.wait_until("the question to close", lambda: QUESTION not in self.desk.windows(self.monitor.program))
+        self.assertTrue(self.is_running())
+        self.assertIn(self.monitor.title(), self.desk.windows(self.monitor.program))
+
+    def test_esc_and_yes_end_it(self):
+        self.monitor.press_key("Escape")
+        self.desk.window(self.monitor.program, QUESTION)
+        self.desk.click(self.desk.find(self.monitor.program, "Yes", "button"))
+        self.wait_for_the_end()
+
+    def test_esc_closes_the_question_and_does_not_ask_again(self):
+        self.monitor.press_key("Escape")
+        self.desk.activate(self.desk.window(self.monitor.program, QUESTION))
+        self.desk.press("Escape")
+        self.wait_until("the question to close", lambda: QUESTION not in self.desk.windows(self.monitor.program))
+        self.monitor.press_key("u")  # a later key comes through, so the release of Esc has come before
+        self.wait_until("the label of the U key", lambda: self.monitor.shows("Users Online"))
+        self.assertNotIn(QUESTION, self.desk.windows(self.monitor.program))
+        self.assertTrue(self.is_running())
+
+    def test_the_quit_button_ends_it_without_a_question(self):
+        self.monitor.press_button("Quit")
+        self.wait_for_the_end()
+
+    def test_the_close_box_hides_the_window_and_the_process_goes_on(self):
+        self.desk.activate(self.monitor.window)
+        self.desk.press("alt+F4")
+        self.wait_until("the window to hide", lambda: not self.desk.windows(self.monitor.program))
+        self.assertTrue(self.is_running())
+        self.assertIsNotNone(self.desk.application(self.monitor.program))
+
+
+if __name__ == "__main__":
+    unittest.main()

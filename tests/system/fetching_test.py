@@ -1,0 +1,81 @@
+#!/usr/bin/env python3
+"""What the monitor sends, and that it stays alive while it waits: against a server of the test's own."""
+import unittest
+
+from page_server import PageServer
+from system_test import SystemTest
+
+AREA = "Los Angeles"
+TARGET = b"/recenteqs/Maps/Los_Angeles.html"
+PAGE = b"""<PRE>
+<A HREF="/recenteqs/Maps/117-34.html">map</A> 3.1  <A HREF="/recenteqs/Quakes/tt1.html">2024/02/29 23:59:59 34.000N 117.000W 5.0</A>    1 km ( 1 mi) N of Sometown, CA
+</PRE>
+"""
+
+
+class Fetching(SystemTest):
+    def test_the_target_goes_out_as_built(self):
+        server = self.use_server(PageServer(PAGE))
+        monitor = self.start_monitor()
+        monitor.watch_area(AREA)
+        monitor.wait_for_rows()
+        self.assertEqual([TARGET], server.pages_asked_for())
+        # The service tells this call by the blank in front of its version.
+        self.wait_until("the call with a blank", lambda: any(b"cmd=whoson" in target for target in server.targets()))
+        [whoson] = [target for target in server.targets() if b"cmd=whoson" in target]
+        self.assertIn(b"&AppVersion= 235", whoson)
+
+    def test_r_refreshes_at_once(self):
+        server = self.use_server(PageServer(PAGE))
+        monitor = self.start_monitor()
+        monitor.watch_area(AREA)
+        monitor.wait_for_rows()
+        server.page = PAGE.replace(b"3.1", b"4.2")
+        monitor.press_key("r")
+        self.wait_until("the new magnitude", lambda: monitor.title().startswith("4.2 - "))
+        self.assertEqual([TARGET, TARGET], server.pages_asked_for())
+        self.assertEqual("4.2", monitor.rows()[0][0])
+
+    def test_a_failed_refresh_leaves_the_rows(self):
+        server = self.use_server(PageServer(PAGE))
+        monitor = self.start_monitor()
+        monitor.watch_area(AREA)
+        rows = monitor.wait_for_rows()
+        server.page = b""
+        monitor.press_key("r")
+        self.wait_until("the second request", lambda: len(server.pages_asked_for()) == 2)
+        self.assertEqual(rows, monitor.rows())
+        self.assertTrue(monitor.title().startswith("3.1 - "))
+
+    def test_the_window_lives_while_the_answer_is_held(self):
+        server = self.use_server(PageServer(PAGE))
+        server.hold()
+        monitor = self.start_monitor()
+        monitor.watch_area(AREA)
+        self.wait_until("the request", lambda: server.pages_asked_for() == [TARGET])
+
+        with self.subTest("takes keys"):
+            self.assertFalse(monitor.shows("Users Online"))
+            monitor.press_key("u")
+            self.wait_until("the label of the U key", lambda: monitor.shows("Users Online"))
+
+        with self.subTest("moves and repaints"):
+            before = self.picture(monitor)
+            self.desk.x("xdotool", "windowminimize", "--sync", monitor.window)
+            self.desk.activate(monitor.window)
+            self.desk.x("xdotool", "windowmove", monitor.window, "300", "250")
+            self.wait_until("the same picture at another place", lambda: self.picture(monitor) == before)
+
+        self.assertEqual([], monitor.rows())
+        server.release()
+        self.assertEqual(1, len(monitor.wait_for_rows()))
+
+    def picture(self, monitor):
+        """The pixels of the records window's list."""
+        extents = self.desk.find(monitor.program, "History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN)
+        part = f"{extents.width}x{extents.height}+{extents.x}+{extents.y}"
+        return self.desk.x("import", "-silent", "-window", "root", "-crop", part, "txt:-").split("\n", 1)[1]
+
+
+if __name__ == "__main__":
+    unittest.main()

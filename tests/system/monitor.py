@@ -1,0 +1,80 @@
+"""The monitor as its user has it: what can be pressed, chosen and read, each under its name on the screen."""
+from desk import wait_for
+
+TITLE = "Borvane - Last Events"
+HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
+
+
+def write_hosts(settings_file, host_of):
+    """Puts hosts of the test's own in place of the default ones, before the monitor starts."""
+    settings_file.parent.mkdir(parents=True, exist_ok=True)
+    settings_file.write_text("[Hosts]\n" + "".join(f"{name}={host_of(name)}\n" for name in HOSTS))
+
+
+class Monitor:
+    def __init__(self, desk, executable):
+        self.desk = desk
+        self.program = desk.start(executable)
+        self.window = desk.window(self.program, TITLE)
+
+    # What a user does.
+
+    def press_button(self, name):
+        """Clicks a button of the records window's toolbar: "Auto Refresh", "Settings", "Quit"."""
+        self.desk.activate(self.window)
+        self.desk.click(self.desk.find(self.program, name))
+
+    def press_key(self, key):
+        """Presses a key in the records window."""
+        self.desk.activate(self.window)
+        self.desk.press(key)
+
+    def choose_area(self, name):
+        """Opens the list of areas in the settings window and clicks the area."""
+        self.desk.activate(self.desk.window(self.program, "^Settings$"))
+        box = self.desk.find(self.program, role="combo box").get_component_iface()
+        extents = box.get_extents(self.desk.atspi.CoordType.SCREEN)
+        arrow = 8
+        self.desk.click_at(extents.x + extents.width - arrow, extents.y + extents.height // 2)
+        self.desk.click(self.desk.find(self.program, name, "list item"))
+
+    def close_settings(self):
+        self.desk.activate(self.desk.window(self.program, "^Settings$"))
+        self.desk.click(self.desk.find(self.program, "Close", "button"))
+        wait_for("the settings window to close", lambda: "Settings" not in self.desk.windows(self.program))
+
+    def watch_area(self, name):
+        """From a fresh start to the rows of an area, by the way that the program leads its user."""
+        self.press_button("Auto Refresh")
+        self.choose_area(name)
+        self.close_settings()
+        self.press_button("Auto Refresh")
+
+    # What a user sees.
+
+    def title(self):
+        return self.desk.x("xdotool", "getwindowname", self.window).rstrip("\n")
+
+    def rows(self):
+        return self.desk.rows(self.desk.find(self.program, "History"))
+
+    def last_event(self):
+        return self.desk.rows(self.desk.find(self.program, "Last Activity"))
+
+    def wait_for_rows(self):
+        """The rows, as soon as the page has been read to its end."""
+        wait_for("the magnitude in the title", lambda: self.title()[:1].isdigit())
+        return self.rows()
+
+    def shows(self, text):
+        """Whether a label, a panel or a button has a text that begins so."""
+        names = (line.partition(": ")[2].strip("'") for line in self.desk.outline(self.program).splitlines())
+        return any(name.startswith(text) for name in names)
+
+    def is_down(self, button):
+        return self.desk.is_checked(self.desk.find(self.program, button))
+
+    def settings(self):
+        """The stored values, by name, as their raw text in the file."""
+        lines = self.desk.settings_file.read_text(encoding="utf-8").splitlines()
+        return dict(line.split("=", 1) for line in lines if "=" in line)

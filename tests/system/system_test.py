@@ -1,0 +1,52 @@
+"""What the system tests share: a desk for each test, the two programs, the last screen left behind."""
+import os
+import shutil
+import unittest
+from pathlib import Path
+
+from desk import Desk, wait_for
+from monitor import Monitor, write_hosts
+
+
+class SystemTest(unittest.TestCase):
+    """Needs in the environment BORVANE_PROGRAMS, the folder of the two programs, and BORVANE_RESULTS, one for what tests leave."""
+
+    def setUp(self):
+        self.programs = Path(os.environ["BORVANE_PROGRAMS"])
+        self.folder = Path(os.environ["BORVANE_RESULTS"]) / self.id().partition(".")[2]
+        shutil.rmtree(self.folder, ignore_errors=True)
+        self.folder.mkdir(parents=True)
+        self.desk = self.enterContext(Desk(self.folder))
+        self.addCleanup(self.leave_screen)
+
+    def leave_screen(self):
+        self.desk.screenshot(self.folder / "screen.png")
+        outlines = (self.desk.outline(program) for program in self.desk.programs if program.poll() is None)
+        (self.folder / "outline.txt").write_text("\n".join(filter(None, outlines)), encoding="utf-8")
+
+    def use_hosts(self, host_of):
+        """`host_of` gives the host with its port for the name of an endpoint."""
+        write_hosts(self.desk.settings_file, host_of)
+
+    def use_server(self, server):
+        self.enterContext(server)
+        self.use_hosts(lambda name: server.address)
+        return server
+
+    def start_mirror(self):
+        """Starts a mirror with the bundled sample on a free port and gives the port."""
+        mirror = self.desk.start(self.programs / "borvane-mirror", "--listen", "127.0.0.1:0")
+        ready = "borvane-mirror listening on 127.0.0.1:"
+        wait_for("the mirror", lambda: ready in self.desk.output_of(mirror))
+        port = self.desk.output_of(mirror).partition(ready)[2].split()[0]
+        self.use_hosts(lambda name: f"{name.lower()}.localhost:{port}")
+        return int(port)
+
+    def start_monitor(self):
+        return Monitor(self.desk, self.programs / "borvane")
+
+    def wait_until(self, what, condition):
+        try:
+            return wait_for(what, condition)
+        except TimeoutError as timeout:
+            self.fail(str(timeout))
