@@ -1,0 +1,30 @@
+#include "desktop/desktop.h"
+
+#include "desktop/appearance.h"
+
+namespace borvane {
+
+Desktop::Desktop(int &argument_count, char **arguments)
+    : application_(argument_count, arguments), process_([this] { forms_.Stop(); }) {
+  // A hidden records window with no bar leaves the program running.
+  QApplication::setQuitOnLastWindowClosed(false);
+  SetAppearance();
+}
+
+Platform Desktop::Services() {
+  return {.settings = settings_,
+          .http = http_,
+          .events = events_,
+          .clock = clock_,
+          .random = random_,
+          .message_box = message_box_,
+          .shell = shell_,
+          .process = process_};
+}
+
+void Desktop::Run() {
+  const int status = QApplication::exec();
+  process_.End(status);
+}
+
+}  // namespace borvane

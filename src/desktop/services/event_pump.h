@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/event_pump.h"
+
+namespace borvane {
+
+/// Qt's event loop.
+class QtEventPump final : public EventPump {
+ public:
+  void LetEventsRun() override;
+  void WaitForEvents() override;
+};
+
+}  // namespace borvane

@@ -1,0 +1,161 @@
+#include "desktop/services/http_transfer.h"
+
+#include <QDeadlineTimer>
+#include <utility>
+
+#include "desktop/services/curl_loop.h"
+#include "desktop/services/http_address.h"
+
+namespace borvane {
+
+namespace {
+
+struct CloseEasy {
+  void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
+};
+
+bool IsRedirect(long status) {
+  return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+}  // namespace
+
+/// One transfer under way: where it goes, what has come so far, and what is left of its limits.
+class CurlTransfer::Request {
+ public:
+  Request(TransferNumber transfer, const HttpAddress &first, const TransferLimits &limits)
+      : number(transfer),
+        address(first),
+        redirects_left(limits.redirects),
+        deadline_(limits.time),
+        size_limit_(limits.size),
+        easy_(curl_easy_init()) {
+    Set(CURLOPT_PRIVATE, this);
+    Set(CURLOPT_NOSIGNAL, 1L);
+    // Without this, a name that is looked up slowly holds the program up when the request is cancelled.
+    Set(CURLOPT_QUICK_EXIT, 1L);
+    Set(CURLOPT_PROXY, "");
+    Set(CURLOPT_PROTOCOLS_STR, "http,https");
+    Set(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    Set(CURLOPT_WRITEFUNCTION, Receive);
+    Set(CURLOPT_WRITEDATA, this);
+  }
+
+  CURL *easy() const { return easy_.get(); }
+
+  bool IsLate() const { return deadline_.hasExpired(); }
+
+  /// Points the handle at the address. The target goes out as it stands, which the library's own addresses do not
+  /// allow.
+  void Aim() {
+    body.clear();
+    Set(CURLOPT_URL, address.Root().c_str());
+    Set(CURLOPT_REQUEST_TARGET, address.target.c_str());
+    Set(CURLOPT_TIMEOUT_MS, static_cast<long>(deadline_.remainingTime()));
+  }
+
+  /// The header Location of a redirect; empty when the answer is none.
+  std::string_view Location() const {
+    long status = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+    curl_header *location = nullptr;
+    if (!IsRedirect(status) || curl_easy_header(easy_.get(), "Location", 0, CURLH_HEADER, -1, &location) != CURLHE_OK)
+      return {};
+    return location->value;
+  }
+
+  const TransferNumber number;
+  HttpAddress address;
+  int redirects_left;
+  std::string body;
+
+ private:
+  template <class Value>
+  void Set(CURLoption option, Value value) {
+    curl_easy_setopt(easy_.get(), option, value);
+  }
+
+  /// Takes what has come; to take less than that ends the transfer.
+  static std::size_t Receive(const char *bytes, std::size_t size, std::size_t count, void *request) {
+    auto &self = *static_cast<Request *>(request);
+    const std::size_t length = size * count;
+    if (length > self.size_limit_ - self.body.size())
+      return 0;
+    self.body.append(bytes, length);
+    return length;
+  }
+
+  QDeadlineTimer deadline_;
+  std::size_t size_limit_;
+  std::unique_ptr<CURL, CloseEasy> easy_;
+};
+
+CurlTransfer::CurlTransfer(const TransferLimits &limits) : limits_(limits) {}
+
+CurlTransfer::~CurlTransfer() = default;
+
+TransferNumber CurlTransfer::Start(std::string_view address) {
+  if (loop_ == nullptr) {
+    curl_global_init(CURL_GLOBAL_DEFAULT);
+    loop_ = std::make_unique<CurlLoop>([this](CURL *easy, CURLcode result) {
+      Request *request = nullptr;
+      curl_easy_getinfo(easy, CURLINFO_PRIVATE, &request);
+      AnswerEnded(*request, result == CURLE_OK);
+    });
+  }
+
+  const TransferNumber number = ++last_;
+  const std::optional<HttpAddress> parts = ParseHttpAddress(address);
+  Request &request =
+      *requests_.emplace(number, std::make_unique<Request>(number, parts.value_or(HttpAddress{}), limits_))
+           .first->second;
+  if (parts)
+    Send(request);
+  else
+    QMetaObject::invokeMethod(
+        this, [this, number] { End(number, true); }, Qt::QueuedConnection);
+  return number;
+}
+
+bool CurlTransfer::IsDone(TransferNumber transfer) const { return !requests_.contains(transfer); }
+
+void CurlTransfer::Cancel(TransferNumber transfer) { End(transfer, true); }
+
+TransferResult CurlTransfer::Take(TransferNumber transfer) {
+  TransferResult result = std::move(results_[transfer]);
+  results_.erase(transfer);
+  return result;
+}
+
+void CurlTransfer::Send(Request &request) {
+  request.Aim();
+  loop_->Add(request.easy());
+}
+
+void CurlTransfer::AnswerEnded(Request &request, bool complete) {
+  const std::string_view location = complete ? request.Location() : std::string_view();
+  if (location.empty()) {
+    End(request.number, !complete);
+    return;
+  }
+  const std::optional<HttpAddress> next = ResolveRedirect(request.address, location);
+  if (!next || request.redirects_left == 0 || request.IsLate()) {
+    End(request.number, true);
+    return;
+  }
+  --request.redirects_left;
+  request.address = *next;
+  Send(request);
+}
+
+void CurlTransfer::End(TransferNumber transfer, bool failed) {
+  const auto place = requests_.find(transfer);
+  if (place == requests_.end())
+    return;
+  Request &request = *place->second;
+  loop_->Remove(request.easy());
+  results_[transfer] = {.failed = failed, .text = failed ? std::string() : std::move(request.body)};
+  requests_.erase(place);
+}
+
+}  // namespace borvane

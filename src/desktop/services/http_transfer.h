@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QObject>
+#include <chrono>
+#include <cstddef>
+#include <map>
+#include <memory>
+
+#include "platform/http_transfer.h"
+
+namespace borvane {
+
+class CurlLoop;
+
+/// The limits of a transfer. One that reaches them ends as failed.
+struct TransferLimits {
+  std::chrono::milliseconds time{60'000};     // in all, redirects included
+  std::size_t size = std::size_t{64} << 20U;  // bytes of the body
+  int redirects = 5;
+};
+
+/// HTTP by libcurl. The library is set up at the first transfer, since no window needs it to show.
+class CurlTransfer final : public QObject, public HttpTransfer {
+ public:
+  explicit CurlTransfer(const TransferLimits &limits = {});
+  ~CurlTransfer() override;
+
+  TransferNumber Start(std::string_view address) override;
+  bool IsDone(TransferNumber transfer) const override;
+  void Cancel(TransferNumber transfer) override;
+  TransferResult Take(TransferNumber transfer) override;
+
+ private:
+  class Request;
+
+  /// Sends `request` to its address: its first one, or the one to which a redirect leads.
+  void Send(Request &request);
+  void AnswerEnded(Request &request, bool complete);
+  void End(TransferNumber transfer, bool failed);
+
+  const TransferLimits limits_;
+  std::unique_ptr<CurlLoop> loop_;
+  std::map<TransferNumber, std::unique_ptr<Request>> requests_;
+  std::map<TransferNumber, TransferResult> results_;
+  TransferNumber last_ = 0;
+};
+
+}  // namespace borvane

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "controls/control.h"
+#include "controls/property.h"
+
+class QEvent;
+class QMouseEvent;
+class QString;
+class QWidget;
+
+namespace borvane {
+
+class FocusTracker;
+
+/// How the widgets of a window get their places.
+enum class Placing { ByTwips, ByLayout };
+
+/// What a widget needs of the window around it.
+struct Surroundings {
+  QWidget &parent;
+  Placing placing;
+  FocusTracker &focus;
+};
+
+/// Keeps a widget and a control the same: shows each change of the control, and turns what the user does with the
+/// widget into the control's events. It belongs to its widget.
+class Binder : public QObject, public PropertyWatcher {
+ public:
+  Control &control() const { return control_; }
+  QWidget &widget() const { return widget_; }
+
+  /// Takes the binder off its control, which is about to go; the widget then does nothing any more.
+  virtual void Release();
+
+  /// The user has gone on to another control.
+  void Left();
+
+  /// The one way for an event of the widget into the program. A handler may unload the window: after this returns, the
+  /// control must not be touched.
+  void Enter(const std::function<void()> &handler);
+
+  void PropertyChanged(const PropertyBase &property) final;
+
+ protected:
+  Binder(Control &control, QWidget &widget, const Surroundings &surroundings);
+
+  /// Shows a change of a property of the control's own kind.
+  virtual void Show(const PropertyBase & /*property*/) {}
+
+  /// Gives the widget the control's place.
+  virtual void Place();
+
+  bool is_released() const { return is_released_; }
+  Placing placing() const { return placing_; }
+
+  bool eventFilter(QObject *object, QEvent *event) override;
+
+ private:
+  bool RaiseMouseUp(QMouseEvent &event);
+
+  Control &control_;
+  QWidget &widget_;
+  FocusTracker &focus_;
+  const Placing placing_;
+  bool is_released_ = false;
+};
+
+/// The pointer of `event`, with its place in twips.
+MouseState MouseStateOf(const QMouseEvent &event);
+
+}  // namespace borvane

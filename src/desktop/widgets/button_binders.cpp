@@ -1,0 +1,114 @@
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "desktop/widgets/binders.h"
+#include "desktop/windows_1252.h"
+
+namespace borvane {
+
+namespace {
+
+/// A click ticks or clears the box; only the program can bring it into its third state.
+class CheckBoxWidget final : public QCheckBox {
+ public:
+  explicit CheckBoxWidget(QWidget *parent) : QCheckBox(parent) {}
+
+ protected:
+  void nextCheckState() override { setCheckState(checkState() == Qt::Unchecked ? Qt::Checked : Qt::Unchecked); }
+};
+
+class CheckBoxBinder final : public Binder {
+ public:
+  CheckBoxBinder(CheckBox &check_box, CheckBoxWidget &widget, const Surroundings &surroundings)
+      : Binder(check_box, widget, surroundings), check_box_(check_box), box_(widget) {
+    ShowCaption();
+    ShowValue();
+    connect(&box_, &QCheckBox::clicked, this,
+            [this](bool checked) { Enter([&] { check_box_.Value = checked ? 1 : 0; }); });
+  }
+
+ protected:
+  void Show(const PropertyBase &property) override {
+    if (&property == &check_box_.Value)
+      ShowValue();
+    else
+      ShowCaption();
+  }
+
+ private:
+  void ShowCaption() { box_.setText(ShownText(check_box_.Caption())); }
+
+  void ShowValue() {
+    const int value = check_box_.Value();
+    box_.setCheckState(value == 0 ? Qt::Unchecked : value == 1 ? Qt::Checked : Qt::PartiallyChecked);
+  }
+
+  CheckBox &check_box_;
+  CheckBoxWidget &box_;
+};
+
+/// A choice. The arrow keys and clicks of a group choose another one; the program can also clear all of them.
+class OptionButtonBinder final : public Binder {
+ public:
+  OptionButtonBinder(OptionButton &option_button, QRadioButton &widget, const Surroundings &surroundings)
+      : Binder(option_button, widget, surroundings), option_button_(option_button), radio_(widget) {
+    ShowCaption();
+    ShowValue();
+    connect(&radio_, &QRadioButton::clicked, this, [this] { Enter([&] { option_button_.Value = true; }); });
+  }
+
+ protected:
+  void Show(const PropertyBase &property) override {
+    if (&property == &option_button_.Value)
+      ShowValue();
+    else
+      ShowCaption();
+  }
+
+ private:
+  void ShowCaption() { radio_.setText(ShownText(option_button_.Caption())); }
+
+  void ShowValue() {
+    // A group that is exclusive by itself would keep its last choice.
+    radio_.setAutoExclusive(false);
+    radio_.setChecked(option_button_.Value());
+    radio_.setAutoExclusive(true);
+  }
+
+  OptionButton &option_button_;
+  QRadioButton &radio_;
+};
+
+class CommandButtonBinder final : public Binder {
+ public:
+  CommandButtonBinder(CommandButton &button, QPushButton &widget, const Surroundings &surroundings)
+      : Binder(button, widget, surroundings), button_(button), push_button_(widget) {
+    push_button_.setAutoDefault(false);
+    Show(button_.Caption);
+    connect(&push_button_, &QPushButton::clicked, this, [this] { Enter([&] { button_.Click.Raise(); }); });
+  }
+
+ protected:
+  void Show(const PropertyBase & /*property*/) override { push_button_.setText(ShownText(button_.Caption())); }
+
+ private:
+  CommandButton &button_;
+  QPushButton &push_button_;
+};
+
+}  // namespace
+
+Binder *BindCheckBox(CheckBox &check_box, const Surroundings &surroundings) {
+  return new CheckBoxBinder(check_box, *new CheckBoxWidget(&surroundings.parent), surroundings);
+}
+
+Binder *BindOptionButton(OptionButton &option_button, const Surroundings &surroundings) {
+  return new OptionButtonBinder(option_button, *new QRadioButton(&surroundings.parent), surroundings);
+}
+
+Binder *BindCommandButton(CommandButton &button, const Surroundings &surroundings) {
+  return new CommandButtonBinder(button, *new QPushButton(&surroundings.parent), surroundings);
+}
+
+}  // namespace borvane

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QPalette>
+
+#include "controls/label.h"
+
+namespace borvane {
+
+/// The program's colour on the screen; a colour of the system comes from `palette`, so that dark desktops stay
+/// readable.
+QColor ScreenColor(Color color, const QPalette &palette);
+
+}  // namespace borvane

@@ -1,0 +1,76 @@
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include "desktop/widgets/binders.h"
+#include "desktop/windows_1252.h"
+
+namespace borvane {
+
+namespace {
+
+/// A wheel that turns over the box while the user works elsewhere must not pick another entry.
+class ComboBoxWidget final : public QComboBox {
+ public:
+  explicit ComboBoxWidget(QWidget *parent) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
+
+ protected:
+  void wheelEvent(QWheelEvent *event) override {
+    if (hasFocus())
+      QComboBox::wheelEvent(event);
+    else
+      event->ignore();
+  }
+};
+
+class ComboBoxBinder final : public Binder {
+ public:
+  ComboBoxBinder(ComboBox &combo_box, ComboBoxWidget &widget, const Surroundings &surroundings)
+      : Binder(combo_box, widget, surroundings), combo_box_(combo_box), box_(widget) {
+    constexpr int entries_without_scrolling = 25;
+    box_.setMaxVisibleItems(entries_without_scrolling);
+    if (combo_box_.editable())
+      MakeEditable();
+    for (int position = 0; position < combo_box_.ListCount(); ++position)
+      box_.addItem(ShownText(combo_box_.List(position)));
+    ShowText();
+    connect(&box_, &QComboBox::activated, this, [this](int position) { Enter([&] { combo_box_.Select(position); }); });
+  }
+
+ protected:
+  void Show(const PropertyBase & /*property*/) override { ShowText(); }
+
+ private:
+  void MakeEditable() {
+    box_.setEditable(true);
+    box_.setInsertPolicy(QComboBox::NoInsert);
+    box_.setCompleter(nullptr);
+    // Typing an entry's text is no picking: the box itself would take it for one when it is left.
+    disconnect(box_.lineEdit(), &QLineEdit::editingFinished, &box_, nullptr);
+    connect(box_.lineEdit(), &QLineEdit::textEdited, this,
+            [this](const QString &text) { Enter([&] { combo_box_.Text = ProgramText(text); }); });
+  }
+
+  void ShowText() {
+    const QString text = ShownText(combo_box_.Text());
+    if (box_.currentText() == text)
+      return;
+    const QSignalBlocker quiet(box_);
+    const int position = box_.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    box_.setCurrentIndex(position);
+    if (combo_box_.editable())
+      box_.setEditText(text);
+  }
+
+  ComboBox &combo_box_;
+  ComboBoxWidget &box_;
+};
+
+}  // namespace
+
+Binder *BindComboBox(ComboBox &combo_box, const Surroundings &surroundings) {
+  return new ComboBoxBinder(combo_box, *new ComboBoxWidget(&surroundings.parent), surroundings);
+}
+
+}  // namespace borvane

@@ -1,0 +1,112 @@
+#include "desktop/widgets/list_model.h"
+
+#include <algorithm>
+
+#include "desktop/windows_1252.h"
+
+namespace borvane {
+
+ListModel::ListModel(ListView &list, QObject *parent) : QAbstractTableModel(parent), list_(&list) {
+  PublishColumns();
+  published_rows_ = list.ListItems.Count();
+  list.WatchRows(this);
+}
+
+void ListModel::Release() {
+  list_->WatchRows(nullptr);
+  beginResetModel();
+  list_ = nullptr;
+  published_rows_ = 0;
+  endResetModel();
+}
+
+int ListModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : published_rows_; }
+
+int ListModel::columnCount(const QModelIndex &parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant ListModel::data(const QModelIndex &index, int role) const {
+  if ((role != Qt::DisplayRole && role != Qt::ToolTipRole) || !checkIndex(index, CheckIndexOption::IndexIsValid))
+    return {};
+  const ListItem &row = list_->ListItems(index.row() + 1);
+  return ShownText(index.column() == 0 ? std::string_view(row.Text) : row.SubItems(index.column()));
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount())
+    return {};
+  return ShownText(columns_[static_cast<std::size_t>(section)].Text);
+}
+
+void ListModel::RowAdded(int /*row*/) { PublishSoon(); }
+
+void ListModel::RowChanged(int row) {
+  first_changed_ = first_changed_ == 0 ? row : std::min(first_changed_, row);
+  last_changed_ = std::max(last_changed_, row);
+  PublishSoon();
+}
+
+/// The rows are gone at once, so the view must not ask for them any more.
+void ListModel::RowsCleared() {
+  first_changed_ = 0;
+  last_changed_ = 0;
+  if (published_rows_ == 0)
+    return;
+  beginResetModel();
+  published_rows_ = 0;
+  endResetModel();
+}
+
+void ListModel::ColumnsChanged() {
+  columns_changed_ = true;
+  PublishSoon();
+}
+
+void ListModel::PublishSoon() {
+  if (is_publishing_soon_)
+    return;
+  is_publishing_soon_ = true;
+  QMetaObject::invokeMethod(this, &ListModel::Publish, Qt::QueuedConnection);
+}
+
+void ListModel::Publish() {
+  is_publishing_soon_ = false;
+  if (list_ == nullptr)
+    return;
+  if (columns_changed_)
+    PublishColumns();
+  PublishChanges();
+  PublishAdditions();
+}
+
+void ListModel::PublishColumns() {
+  columns_changed_ = false;
+  beginResetModel();
+  columns_.clear();
+  for (int column = 1; column <= list_->ColumnHeaders.Count(); ++column)
+    columns_.push_back(list_->ColumnHeaders(column));
+  endResetModel();
+  if (!columns_.empty())
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+void ListModel::PublishChanges() {
+  const int first = first_changed_;
+  const int last = std::min(last_changed_, published_rows_);
+  first_changed_ = 0;
+  last_changed_ = 0;
+  if (first != 0 && first <= last && columnCount() > 0)
+    Q_EMIT dataChanged(index(first - 1, 0), index(last - 1, columnCount() - 1));
+}
+
+void ListModel::PublishAdditions() {
+  const int count = list_->ListItems.Count();
+  if (count <= published_rows_)
+    return;
+  beginInsertRows({}, published_rows_, count - 1);
+  published_rows_ = count;
+  endInsertRows();
+}
+
+}  // namespace borvane

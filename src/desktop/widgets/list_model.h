@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <vector>
+
+#include "controls/list_view.h"
+
+namespace borvane {
+
+/// The rows of a list as a view sees them: no copy of them, but the control's own. What is added or changed is
+/// published in one block as soon as events run, before anything is painted, so that a view lays its rows out once.
+class ListModel final : public QAbstractTableModel, public ListWatcher {
+ public:
+  explicit ListModel(ListView &list, QObject *parent = nullptr);
+
+  /// Takes the model off its list, which is about to go: it is empty from then on.
+  void Release();
+
+  int rowCount(const QModelIndex &parent = {}) const override;
+  int columnCount(const QModelIndex &parent = {}) const override;
+  QVariant data(const QModelIndex &index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  /// The columns as they are published. Each time they have been set anew, headerDataChanged tells so.
+  const std::vector<ColumnHeader> &columns() const { return columns_; }
+
+ private:
+  void RowAdded(int row) override;
+  void RowChanged(int row) override;
+  void RowsCleared() override;
+  void ColumnsChanged() override;
+
+  void PublishSoon();
+  void Publish();
+  void PublishColumns();
+  void PublishChanges();
+  void PublishAdditions();
+
+  ListView *list_;
+  std::vector<ColumnHeader> columns_;
+  int published_rows_ = 0;
+  int first_changed_ = 0;  // rows from 1 on; 0 while none has changed
+  int last_changed_ = 0;
+  bool columns_changed_ = false;
+  bool is_publishing_soon_ = false;
+};
+
+}  // namespace borvane

@@ -1,0 +1,98 @@
+#include "desktop/windows/desktop_forms.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "controls/control.h"
+#include "desktop/widgets/timer_binder.h"
+#include "desktop/windows/form_window.h"
+#include "desktop/windows/settings_window.h"
+#include "settings/conffrm.h"
+
+namespace borvane {
+
+namespace {
+
+/// Objects of Qt that may go only when the event that they are handling has ended.
+struct DeleteLater {
+  void operator()(QObject *object) const { object->deleteLater(); }
+};
+
+std::unique_ptr<FormWindow, DeleteLater> MakeWindow(FormBase &form, FocusTracker &focus) {
+  std::unique_ptr<FormWindow, DeleteLater> window;
+  if (auto *settings = dynamic_cast<SettingsForm *>(&form))
+    window.reset(new SettingsWindow(*settings, focus));
+  else
+    window.reset(new FormWindow(form, focus));
+  window->Build();
+  return window;
+}
+
+}  // namespace
+
+struct DesktopForms::LoadedForm {
+  FormBase &form;
+  std::vector<std::unique_ptr<TimerBinder, DeleteLater>> timers = {};
+  std::unique_ptr<FormWindow, DeleteLater> window = nullptr;
+};
+
+DesktopForms::DesktopForms() = default;
+
+DesktopForms::~DesktopForms() = default;
+
+void DesktopForms::FormLoaded(FormBase &form) { AddTimers(form, forms_.emplace_back(LoadedForm{form})); }
+
+void DesktopForms::FormUnloaded(FormBase &form) {
+  LoadedForm *loaded = Find(form);
+  Release(*loaded);
+  if (loaded->window != nullptr)
+    loaded->window->hide();
+  forms_.remove_if([&](const LoadedForm &other) { return &other == loaded; });
+}
+
+void DesktopForms::ShowForm(FormBase &form, FormBase *owner) {
+  LoadedForm &loaded = *Find(form);
+  if (loaded.window == nullptr)
+    loaded.window = MakeWindow(form, focus_);
+  loaded.window->Present(owner == nullptr ? nullptr : WindowOf(*owner));
+}
+
+void DesktopForms::HideForm(FormBase &form) {
+  if (FormWindow *window = WindowOf(form))
+    window->hide();
+}
+
+FormWindow *DesktopForms::WindowOf(const FormBase &form) const {
+  const auto loaded =
+      std::find_if(forms_.begin(), forms_.end(), [&](const LoadedForm &other) { return &other.form == &form; });
+  return loaded == forms_.end() ? nullptr : loaded->window.get();
+}
+
+void DesktopForms::Stop() {
+  for (LoadedForm &loaded : forms_)
+    Release(loaded);
+}
+
+DesktopForms::LoadedForm *DesktopForms::Find(const FormBase &form) {
+  const auto loaded =
+      std::find_if(forms_.begin(), forms_.end(), [&](const LoadedForm &other) { return &other.form == &form; });
+  return loaded == forms_.end() ? nullptr : &*loaded;
+}
+
+void DesktopForms::AddTimers(const Container &container, LoadedForm &loaded) {
+  for (Control *control : container.children()) {
+    if (auto *timer = dynamic_cast<TimerControl *>(control))
+      loaded.timers.emplace_back(new TimerBinder(*timer));
+    if (const auto *inner = dynamic_cast<const Container *>(control))
+      AddTimers(*inner, loaded);
+  }
+}
+
+void DesktopForms::Release(LoadedForm &loaded) {
+  for (const auto &timer : loaded.timers)
+    timer->Release();
+  if (loaded.window != nullptr)
+    loaded.window->Release();
+}
+
+}  // namespace borvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <list>
+#include <memory>
+
+#include "controls/form.h"
+#include "desktop/widgets/focus_tracker.h"
+
+namespace borvane {
+
+class FormWindow;
+class TimerBinder;
+
+/// Puts the program's windows on the screen. A loaded window costs no more than its timers until it is first shown.
+class DesktopForms final : public FormHost {
+ public:
+  DesktopForms();
+  DesktopForms(const DesktopForms &) = delete;
+  DesktopForms &operator=(const DesktopForms &) = delete;
+  ~DesktopForms();
+
+  void FormLoaded(FormBase &form) override;
+  void FormUnloaded(FormBase &form) override;
+  void ShowForm(FormBase &form, FormBase *owner) override;
+  void HideForm(FormBase &form) override;
+
+  /// The window that shows `form`; null while it has never been shown.
+  FormWindow *WindowOf(const FormBase &form) const;
+
+  /// No timer ticks and no window takes an event from now on: the program is ending.
+  void Stop();
+
+ private:
+  struct LoadedForm;
+
+  LoadedForm *Find(const FormBase &form);
+  static void AddTimers(const Container &container, LoadedForm &loaded);
+  static void Release(LoadedForm &loaded);
+
+  FocusTracker focus_;
+  std::list<LoadedForm> forms_;
+};
+
+}  // namespace borvane

@@ -1,0 +1,171 @@
+#include "desktop/windows/form_window.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QWindow>
+
+#include "controls/form_set.h"
+#include "core/dispatch.h"
+#include "desktop/widgets/binders.h"
+#include "desktop/widgets/key_codes.h"
+#include "desktop/widgets/pictures.h"
+#include "desktop/widgets/twips.h"
+#include "desktop/windows_1252.h"
+
+namespace borvane {
+
+namespace {
+
+/// Tells keys apart by their place on the keyboard, since Shift may change what one of them means between its press and
+/// its release. Keys of a screen without scan codes are told apart by their meaning.
+quint32 PlaceOf(const QKeyEvent &event) {
+  return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
+}
+
+Qt::WindowFlags FrameOf(BorderStyle border) {
+  const Qt::WindowFlags fixed =
+      Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+  switch (border) {
+    case BorderStyle::FixedSingle:
+      return fixed | Qt::WindowMinimizeButtonHint;
+    case BorderStyle::FixedDialog:
+      return fixed;
+    default:
+      return Qt::Window;
+  }
+}
+
+QSize ClientSizeOf(const FormBase &form) { return {PixelsOf(form.ScaleWidth()), PixelsOf(form.ScaleHeight())}; }
+
+}  // namespace
+
+FormWindow::FormWindow(FormBase &form, FocusTracker &focus) : form_(form), focus_(focus) {
+  setObjectName(ShownText(form.name()));
+  setWindowFlags(FrameOf(form.border()));
+  setWindowIcon(ProgramIcon());
+  setMouseTracking(true);
+  ShowCaption();
+  ShowPointer();
+  ShowSize();
+  form_.Watch(this);
+}
+
+void FormWindow::Build() { BindAll(form_, *this); }
+
+void FormWindow::BindAll(const Container &container, QWidget &parent) {
+  for (Control *control : container.children()) {
+    QWidget *widget = Bind(*control, parent, Placing::ByTwips);
+    const auto *inner = dynamic_cast<const Container *>(control);
+    if (widget != nullptr && inner != nullptr)
+      BindAll(*inner, *widget);
+  }
+}
+
+QWidget *FormWindow::Bind(Control &control, QWidget &parent, Placing placing) {
+  Binder *binder = BindControl(control, {parent, placing, focus_});
+  if (binder == nullptr)
+    return nullptr;
+  binders_.push_back(binder);
+  return &binder->widget();
+}
+
+void FormWindow::Release() {
+  is_released_ = true;
+  form_.Watch(nullptr);
+  for (Binder *binder : binders_)
+    binder->Release();
+}
+
+void FormWindow::Present(FormWindow *owner) {
+  if (windowHandle() == nullptr) {
+    create();
+    // The window sees its keys here before any of its widgets does.
+    windowHandle()->installEventFilter(this);
+  }
+  windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->windowHandle());
+  show();
+  raise();
+  activateWindow();
+}
+
+void FormWindow::closeEvent(QCloseEvent *event) {
+  event->ignore();
+  Enter([this] { current->Unload(form_, UnloadMode::CloseBox); });
+}
+
+void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
+  // The size that the form asked for is not told back: its twips would come back rounded.
+  if (size() == ClientSizeOf(form_))
+    return;
+  Enter(
+      [this] { form_.SetSize(TwipsOf(width()) + FormBase::frame_width, TwipsOf(height()) + FormBase::frame_height); });
+}
+
+void FormWindow::mouseMoveEvent(QMouseEvent *event) {
+  Enter([&] { form_.Form_MouseMove(MouseStateOf(*event)); });
+}
+
+bool FormWindow::eventFilter(QObject * /*object*/, QEvent *event) {
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      pressed_keys_.insert(PlaceOf(static_cast<QKeyEvent &>(*event)));
+      return false;
+    case QEvent::KeyRelease:
+      return KeyReleased(static_cast<QKeyEvent &>(*event));
+    case QEvent::FocusOut:
+      // What is released elsewhere must not count when its next press happens elsewhere, too.
+      pressed_keys_.clear();
+      return false;
+    default:
+      return false;
+  }
+}
+
+/// Gives the form a release whose press this window has seen: the key that closed a message box is not its own.
+bool FormWindow::KeyReleased(const QKeyEvent &event) {
+  if (event.isAutoRepeat() || pressed_keys_.erase(PlaceOf(event)) == 0)
+    return false;
+  const QPointer<FormWindow> self(this);
+  Enter([&] { form_.Form_KeyUp(KeyCodeOf(event.key()), ShiftStateOf(event.modifiers())); });
+  return self.isNull();
+}
+
+void FormWindow::PropertyChanged(const PropertyBase &property) {
+  if (&property == &form_.Caption)
+    ShowCaption();
+  else if (&property == &form_.MousePointer)
+    ShowPointer();
+  else if (&property == &form_.Width || &property == &form_.Height)
+    ShowSize();
+  else
+    move(PixelsOf(form_.Left()), PixelsOf(form_.Top()));
+}
+
+void FormWindow::ShowCaption() {
+  // "[*]" is Qt's own sign in a title; doubled, it stands for itself.
+  setWindowTitle(ShownText(form_.Caption()).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+void FormWindow::ShowSize() {
+  const QSize size = ClientSizeOf(form_);
+  if (form_.border() == BorderStyle::Sizable)
+    resize(size);
+  else
+    setFixedSize(size);
+}
+
+void FormWindow::ShowPointer() {
+  if (form_.MousePointer() == pointer_hourglass)
+    setCursor(Qt::WaitCursor);
+  else
+    unsetCursor();
+}
+
+void FormWindow::Enter(const std::function<void()> &handler) {
+  if (!is_released_)
+    Dispatch(handler);
+}
+
+}  // namespace borvane

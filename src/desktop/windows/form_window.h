@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <set>
+#include <vector>
+
+#include "controls/form.h"
+#include "desktop/widgets/binder.h"
+
+namespace borvane {
+
+/// Shows a window of the program: its frame and its controls. Controls stand where the form's twips put them, unless a
+/// window has a layout of its own.
+class FormWindow : public QWidget, public PropertyWatcher {
+ public:
+  FormWindow(FormBase &form, FocusTracker &focus);
+
+  FormBase &form() const { return form_; }
+
+  /// Makes the widgets of the form's controls.
+  virtual void Build();
+
+  /// Takes window and widgets off the form, which is about to go.
+  void Release();
+
+  /// Brings the window onto the screen, above `owner` if there is one, or to the front when it is there already.
+  void Present(FormWindow *owner);
+
+ protected:
+  /// Makes the widget of `control` in `parent`; null for a control that is never seen.
+  QWidget *Bind(Control &control, QWidget &parent, Placing placing);
+
+  void closeEvent(QCloseEvent *event) override;
+  void resizeEvent(QResizeEvent *event) override;
+  void mouseMoveEvent(QMouseEvent *event) override;
+  bool eventFilter(QObject *object, QEvent *event) override;
+
+ private:
+  void BindAll(const Container &container, QWidget &parent);
+  void PropertyChanged(const PropertyBase &property) override;
+  void ShowCaption();
+  void ShowSize();
+  void ShowPointer();
+  bool KeyReleased(const QKeyEvent &event);
+  void Enter(const std::function<void()> &handler);
+
+  FormBase &form_;
+  FocusTracker &focus_;
+  std::vector<Binder *> binders_;
+  std::set<quint32> pressed_keys_;
+  bool is_released_ = false;
+};
+
+}  // namespace borvane

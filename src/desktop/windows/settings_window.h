@@ -1,0 +1,39 @@
+#pragma once
+
+#include <initializer_list>
+
+#include "desktop/windows/form_window.h"
+
+class QBoxLayout;
+
+namespace borvane {
+
+class Label;
+struct SettingsForm;
+
+/// The settings window. It has a layout of its own, in groups with an outline.
+class SettingsWindow final : public FormWindow {
+ public:
+  SettingsWindow(SettingsForm &form, FocusTracker &focus);
+
+  void Build() override;
+
+ private:
+  void BuildArea(QBoxLayout &groups);
+  void BuildBars(QBoxLayout &groups);
+  void BuildEdge(QBoxLayout &groups);
+  void BuildLog(QBoxLayout &groups);
+  void BuildStart(QBoxLayout &groups);
+  void BuildSound(QBoxLayout &groups);
+  void BuildLastRow(QBoxLayout &groups);
+
+  /// Puts the widget of `control` at the end of `row`.
+  QWidget &Add(QBoxLayout &row, Control &control);
+
+  /// The same behind its label, whose text is its name for a screen reader.
+  QWidget &AddLabelled(QBoxLayout &row, Label &label, Control &control);
+
+  SettingsForm &settings_;
+};
+
+}  // namespace borvane
