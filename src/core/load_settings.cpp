@@ -133,10 +133,12 @@ void LoadRefreshSettings() {
 
   LoadText(Setting::Refresh, conffrm->Text2.Text);
 
-  LoadText(Setting::Alert, conffrm->Text1.Text);
+  const std::string alert = ReadSetting(Setting::Alert);
+  if (!alert.empty())
+    conffrm->Text1.Text = alert;
   // Meant (bar-left-shows-alert-magnitude): the box "Bar Left" should show where the bar stood. It shows the alert
   // magnitude, and nothing takes the bar's place from it at the start.
-  conffrm->Text4.Text = ReadSetting(Setting::Alert);
+  conffrm->Text4.Text = alert;
 
   conffrm->Text3.Text = ReadSetting(Setting::BarTop);
 }

@@ -20,7 +20,7 @@ std::string PathOf(std::string_view key, std::string_view name) {
 
 }  // namespace
 
-void StoreEntry::operator=(StoredValue value) { store_.Put(own_key, name_, std::move(value)); }
+void StoreEntry::Put(StoredValue value) { store_.Put(own_key, name_, std::move(value)); }
 
 bool StoreEntry::operator==(std::string_view text) const {
   const StoredValue *value = store_.Get(own_key, name_);
@@ -42,6 +42,12 @@ std::string StoreEntry::Shown() const {
 void PrintTo(const StoreEntry &entry, std::ostream *stream) { *stream << entry.name_ << ": " << entry.Shown(); }
 
 bool FakeStore::Has(std::string_view name) const { return Get(own_key, name) != nullptr; }
+
+std::string FakeStore::TextOf(std::string_view name) const {
+  const StoredValue *value = Get(own_key, name);
+  const auto *text = value == nullptr ? nullptr : std::get_if<std::string>(value);
+  return text == nullptr ? "" : *text;
+}
 
 Lines FakeStore::Names() const {
   Lines names;

@@ -16,8 +16,12 @@ class StoreEntry {
  public:
   StoreEntry(FakeStore &store, std::string_view name) : store_(store), name_(name) {}
 
-  void operator=(StoredValue value);  // NOLINT(misc-unconventional-assign-operator): writes through, like the store
-  void operator=(const char *text) { *this = StoredValue(std::string(text)); }  // NOLINT: as above
+  // They write through, like the store.
+  // NOLINTBEGIN(misc-unconventional-assign-operator)
+  void operator=(std::string_view text) { Put(std::string(text)); }
+  void operator=(std::uint32_t number) { Put(number); }
+  void operator=(OtherValue other) { Put(other); }
+  // NOLINTEND(misc-unconventional-assign-operator)
 
   /// True when there is such a value and it is this text.
   bool operator==(std::string_view text) const;
@@ -25,6 +29,7 @@ class StoreEntry {
   friend void PrintTo(const StoreEntry &entry, std::ostream *stream);
 
  private:
+  void Put(StoredValue value);
   std::string Shown() const;
 
   FakeStore &store_;
@@ -39,6 +44,9 @@ class FakeStore final : public SettingsStore {
 
   StoreEntry operator[](std::string_view name) { return {*this, name}; }
   bool Has(std::string_view name) const;
+
+  /// The text of a value of the program's key; empty when it is missing or no text.
+  std::string TextOf(std::string_view name) const;
 
   /// The names of all values of the program's key.
   Lines Names() const;

@@ -2,13 +2,23 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <iterator>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace borvane {
 
-using Lines = std::vector<std::string>;
+/// Lines of text, shown one below the other when a test fails.
+struct Lines : std::vector<std::string> {
+  using vector::vector;
+
+  friend void PrintTo(const Lines &lines, std::ostream *stream) {
+    for (const std::string &line : lines)
+      *stream << "\n      " << line;
+  }
+};
 
 /// What crossed the platform's border, a line each, in the order in which it happened. The first word says what it was:
 /// "request http://…", "write Area=…", "pump in", "show frmRecords".
