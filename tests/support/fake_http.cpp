@@ -38,10 +38,10 @@ bool FakeHttp::PassWait() {
     End(request, fails ? TransferResult{.failed = true, .text = {}} : TransferResult{.text = server.page});
     has_ended = true;
   }
-  return has_ended || TimeOutOldest();
+  return has_ended;
 }
 
-bool FakeHttp::TimeOutOldest() {
+bool FakeHttp::PassTime() {
   const auto oldest =
       std::find_if(requests_.begin(), requests_.end(), [](const auto &entry) { return !entry.second.is_done; });
   if (oldest == requests_.end())

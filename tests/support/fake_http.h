@@ -34,9 +34,12 @@ class FakeHttp final : public HttpTransfer {
   /// Whether a request of `address` is under way.
   bool IsUnderWay(std::string_view address) const;
 
-  /// One wait passes: transfers whose answer is due end. Where none does, the oldest without an answer times out, and
-  /// the clock moves on to that moment. Gives whether any transfer has ended.
+  /// One wait passes: transfers whose answer is due end. Gives whether one has.
   bool PassWait();
+
+  /// Nothing happens any more: the oldest transfer without an answer times out, and the clock moves on to that moment.
+  /// Gives false when the network has nothing under way at all.
+  bool PassTime();
 
   TransferNumber Start(std::string_view address) override;
   bool IsDone(TransferNumber transfer) const override;
@@ -63,7 +66,6 @@ class FakeHttp final : public HttpTransfer {
 
   Server ServerOf(std::string_view address) const;
   static void End(Request &request, TransferResult result);
-  bool TimeOutOldest();
 
   Trace &trace_;
   FakeClock &clock_;

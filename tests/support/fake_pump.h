@@ -32,7 +32,9 @@ class FakePump final : public EventPump {
   };
 
   enum class Kind { Pump, Wait };
-  void RunScripted(Kind kind);
+
+  /// Gives whether there was any event.
+  bool RunScripted(Kind kind);
 
   Trace &trace_;
   FakeHttp &http_;
