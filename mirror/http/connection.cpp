@@ -57,7 +57,7 @@ void Connection::CheckTime() {
 }
 
 void Connection::ReadOn() {
-  while (state_ == State::Idle || state_ == State::InHead) {
+  while (socket_.isOpen() && (state_ == State::Idle || state_ == State::InHead)) {
     if (static_cast<std::size_t>(socket_.bytesToWrite()) > limits_.unsent)
       return;
     if (worth_reading_ && AnswerNext())
@@ -70,7 +70,8 @@ void Connection::ReadOn() {
     if (state_ == State::Idle)
       Enter(State::InHead);
   }
-  socket_.readAll();
+  if (socket_.isOpen())
+    socket_.readAll();
 }
 
 bool Connection::AnswerNext() {
@@ -104,12 +105,17 @@ void Connection::Answered(const Request &request) {
 }
 
 void Connection::Send(const QByteArray &text) {
+  sending_ = true;
   socket_.write(text);
   socket_.flush();
+  sending_ = false;
 }
 
 void Connection::OnBytesWritten() {
   RestartTime();
+  // What was written at once is told from inside Send, in the middle of a reading.
+  if (sending_)
+    return;
   if (state_ == State::Closing && socket_.bytesToWrite() == 0)
     Close();
   else if (worth_reading_ || socket_.bytesAvailable() > 0)

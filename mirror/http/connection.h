@@ -49,6 +49,7 @@ class Connection : public QObject {
   QByteArray received_;     ///< what no request has taken yet
   std::size_t enough_ = 0;  ///< see RequestReading::enough
   bool worth_reading_ = false;
+  bool sending_ = false;
   State state_ = State::Idle;
   QDeadlineTimer deadline_;
 };

@@ -43,8 +43,10 @@ class HeadReader {
 
  private:
   std::optional<std::string_view> NextLine();
+  RequestReading ReadHeaders();
+  RequestReading UnfinishedRequestLine() const;
   RequestReading Unfinished(std::size_t limit, int refusal) const;
-  RequestReading Refused(int status) const;
+  static RequestReading Refused(int status);
   int ReadRequestLine(std::string_view line);
   int ReadMethod(std::string_view method);
   int ReadTarget(std::string_view target);
@@ -70,32 +72,28 @@ RequestReading HeadReader::Read() {
     line = NextLine();
   }
 
-  // The request line. What cannot be one is told at once, without waiting for its end.
-  if (!line) {
-    if (position_ < bytes_.size() && bytes_[position_] != '\r' && !IsTokenCharacter(bytes_[position_]))
-      return Refused(400);
-    return Unfinished(position_ + limits_.method + limits_.target + version_form.size() + 2, 414);
-  }
+  if (!line)
+    return UnfinishedRequestLine();
   if (const int refusal = ReadRequestLine(*line))
     return Refused(refusal);
+  return ReadHeaders();
+}
 
-  // The header lines, up to an empty one.
-  const std::size_t headers_start = position_;
+RequestReading HeadReader::ReadHeaders() {
+  const std::size_t start = position_;
   for (std::size_t count = 0;; ++count) {
-    line = NextLine();
-    if (position_ - headers_start > limits_.header_lines)
-      return Refused(431);
+    const std::optional<std::string_view> line = NextLine();
     if (!line)
-      return Unfinished(std::min(position_ + limits_.header_line, headers_start + limits_.header_lines), 431);
-    if (line->empty()) {
-      request_.keep_alive = request_.keep_alive && !close_;
-      return {.status = RequestReading::Status::Complete, .request = std::move(request_), .used = position_};
-    }
-    if (count == limits_.headers || line->size() > limits_.header_line)
+      return Unfinished(std::min(position_ + limits_.header_line, start + limits_.header_lines), 431);
+    if (line->empty())
+      break;
+    if (count == limits_.headers || line->size() > limits_.header_line || position_ - start > limits_.header_lines)
       return Refused(431);
     if (const int refusal = ReadHeader(*line))
       return Refused(refusal);
   }
+  request_.keep_alive = request_.keep_alive && !close_;
+  return {.status = RequestReading::Status::Complete, .request = std::move(request_), .used = position_};
 }
 
 std::optional<std::string_view> HeadReader::NextLine() {
@@ -115,7 +113,14 @@ RequestReading HeadReader::Unfinished(std::size_t limit, int refusal) const {
   return {.status = RequestReading::Status::Incomplete, .enough = limit};
 }
 
-RequestReading HeadReader::Refused(int status) const {
+RequestReading HeadReader::UnfinishedRequestLine() const {
+  // What cannot be a request line is told at once, without waiting for its end.
+  if (position_ < bytes_.size() && bytes_[position_] != '\r' && !IsTokenCharacter(bytes_[position_]))
+    return Refused(400);
+  return Unfinished(position_ + limits_.method + limits_.target + version_form.size() + 2, 414);
+}
+
+RequestReading HeadReader::Refused(int status) {
   return {.status = RequestReading::Status::Refused, .refusal = status};
 }
 

@@ -1,0 +1,301 @@
+#include "http/server.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QThread>
+#include <atomic>
+#include <future>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "client.h"
+
+namespace borvane::mirror {
+namespace {
+
+/// A server in a thread of its own, which answers with the request's method and target. "/big" gives ten million bytes.
+class EchoServer {
+ public:
+  explicit EchoServer(Limits limits = {}) {
+    thread_.reset(QThread::create([this, limits] {
+      Server server(limits, [this](const Request &request) {
+        ++requests_;
+        return Answer{
+            .type = "text/plain",
+            .body = request.target == "/big" ? QByteArray(10'000'000, 'x') : request.method + ' ' + request.target};
+      });
+      ready_.set_value(server.Listen(QHostAddress::LocalHost, 0).value_or(0));
+      QEventLoop().exec();
+    }));
+    thread_->start();
+    port_ = ready_.get_future().get();
+  }
+  ~EchoServer() {
+    thread_->quit();
+    thread_->wait();
+  }
+
+  quint16 Port() const { return port_; }
+  int Requests() const { return requests_; }
+
+ private:
+  std::promise<quint16> ready_;
+  std::unique_ptr<QThread> thread_;
+  std::atomic<int> requests_ = 0;
+  quint16 port_ = 0;
+};
+
+TEST(Server, AnswersARequest) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("GET /a HTTP/1.1\r\nHost: x\r\n\r\n");
+  const std::optional<Response> response = client.Read();
+  ASSERT_TRUE(response);
+  EXPECT_EQ(response->status, 200);
+  EXPECT_EQ(response->body, "GET /a");
+  EXPECT_EQ(response->headers["server"], "borvane-mirror/2.3.5");
+  EXPECT_EQ(response->headers["content-type"], "text/plain");
+  EXPECT_EQ(response->headers["content-length"], "6");
+  EXPECT_EQ(response->headers["connection"], "keep-alive");
+  EXPECT_TRUE(response->headers["date"].endsWith(" GMT"));
+}
+
+TEST(Server, AnswersManyRequestsOnOneConnection) {
+  const EchoServer server;
+  Client client(server.Port());
+  for (int i = 0; i < 100; ++i) {
+    const QByteArray target = "/" + QByteArray::number(i);
+    client.Send("GET " + target + " HTTP/1.1\r\n\r\n");
+    const std::optional<Response> response = client.Read();
+    ASSERT_TRUE(response);
+    EXPECT_EQ(response->body, "GET " + target);
+  }
+}
+
+TEST(Server, AnswersTwoRequestsOfOnePacketInTheirOrder) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("GET /1 HTTP/1.1\r\n\r\nGET /2 HTTP/1.1\r\n\r\nGET /3 HT");
+  EXPECT_EQ(client.Read().value().body, "GET /1");
+  EXPECT_EQ(client.Read().value().body, "GET /2");
+  client.Send("TP/1.1\r\n\r\n");
+  EXPECT_EQ(client.Read().value().body, "GET /3");
+}
+
+TEST(Server, AnswersARequestThatComesByteByByte) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.SendByteByByte("GET /a b HTTP/1.1\r\nHost: x\r\n\r\n");
+  EXPECT_EQ(client.Read().value().body, "GET /a b");
+}
+
+TEST(Server, TakesRawBlanksAndBytesAbove127) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("GET /a b|c#d\xe9\xff HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(client.Read().value().body, "GET /a b|c#d\xe9\xff");
+}
+
+TEST(Server, AnswersHeadWithTheLengthAndWithoutABody) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("HEAD /a HTTP/1.1\r\n\r\nGET /b HTTP/1.1\r\n\r\n");
+  const std::optional<Response> head = client.Read(false);
+  EXPECT_EQ(head.value().headers["content-length"], "7");
+  EXPECT_EQ(client.Read().value().body, "GET /b");
+}
+
+TEST(Server, EndsTheConnectionWhenItIsAskedTo) {
+  const EchoServer server;
+  for (const char *request : {"GET /a HTTP/1.1\r\nConnection: close\r\n\r\n", "GET /a HTTP/1.0\r\n\r\n"}) {
+    Client client(server.Port());
+    client.Send(request);
+    const std::optional<Response> response = client.Read();
+    EXPECT_EQ(response.value().body, "GET /a");
+    EXPECT_EQ(response->headers["connection"], "close");
+    EXPECT_TRUE(client.EndsWithin(1500));
+  }
+}
+
+TEST(Server, AnswersNothingBehindARequestThatEndsTheConnection) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("GET /a HTTP/1.0\r\n\r\nGET /b HTTP/1.1\r\n\r\n" + QByteArray(100'000, 'x'));
+  EXPECT_EQ(client.Read().value().body, "GET /a");
+  EXPECT_TRUE(client.EndsWithin(1500));
+  EXPECT_EQ(server.Requests(), 1);
+}
+
+TEST(Server, RefusesWithAPageAndEndsTheConnection) {
+  const EchoServer server;
+  const auto refusal = [&](const QByteArray &bytes) {
+    Client client(server.Port());
+    client.Send(bytes);
+    const std::optional<Response> response = client.Read();
+    EXPECT_TRUE(response) << bytes.left(40).constData();
+    if (!response)
+      return 0;
+    EXPECT_TRUE(response->body.contains("<h1>" + QByteArray::number(response->status)));
+    EXPECT_EQ(response->headers["connection"], "close");
+    EXPECT_TRUE(client.EndsWithin(1500)) << bytes.left(40).constData();
+    return response->status;
+  };
+  EXPECT_EQ(refusal("hello\r\n"), 400);
+  EXPECT_EQ(refusal("POST / HTTP/1.1\r\nContent-Length: 5\r\n\r\nhello"), 405);
+  EXPECT_EQ(refusal("GET / HTTP/1.1\r\nContent-Length: 5\r\n\r\nhello"), 413);
+  EXPECT_EQ(refusal("GET / HTTP/3.0\r\n\r\n"), 505);
+  EXPECT_EQ(refusal("GET / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n0\r\n\r\n"), 501);
+  EXPECT_EQ(refusal("GET /" + QByteArray(1'000'000, 'x')), 414) << "a line without an end";
+  EXPECT_EQ(refusal("GET /" + QByteArray(64 * 1024, 'x') + " HTTP/1.1\r\n\r\n"), 414);
+  EXPECT_EQ(refusal("GET / HTTP/1.1\r\n" + QByteArray("A: b\r\n").repeated(100'000) + "\r\n"), 431);
+  EXPECT_EQ(server.Requests(), 0);
+}
+
+TEST(Server, SaysWhichMethodsItAllows) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("DELETE / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(client.Read().value().headers["allow"], "GET, HEAD");
+}
+
+TEST(Server, TakesATargetOf64KiB) {
+  const EchoServer server;
+  Client client(server.Port());
+  const QByteArray target = '/' + QByteArray(64 * 1024 - 1, 'x');
+  client.Send("GET " + target + " HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(client.Read().value().body, "GET " + target);
+}
+
+TEST(Server, AnswersTheRequestsInFrontOfARefusal) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send("GET /a HTTP/1.1\r\n\r\nnonsense\r\n");
+  EXPECT_EQ(client.Read().value().body, "GET /a");
+  EXPECT_EQ(client.Read().value().status, 400);
+  EXPECT_TRUE(client.EndsWithin(1500));
+}
+
+TEST(Server, RefusesAHeadThatDoesNotComeToItsEnd) {
+  const EchoServer server({.head_ms = 300});
+  QElapsedTimer clock;
+  clock.start();
+  Client client(server.Port());
+  std::optional<Response> response;
+  client.Send("GET / HT");
+  response = client.Read();
+  EXPECT_EQ(response.value().status, 408);
+  EXPECT_TRUE(client.EndsWithin(1500));
+  EXPECT_GE(clock.elapsed(), 300);
+  EXPECT_LT(clock.elapsed(), 3000);
+}
+
+TEST(Server, CountsTheTimeOfAHeadFromItsFirstByteHoweverManyFollow) {
+  const EchoServer server({.head_ms = 500});
+  Client client(server.Port());
+  client.Send("GET / HTTP/1.1\r\n");
+  QElapsedTimer clock;
+  clock.start();
+  while (clock.elapsed() < 3000 && !client.socket().waitForReadyRead(50))
+    client.Send("A");
+  EXPECT_EQ(client.Read().value().status, 408);
+  EXPECT_LT(clock.elapsed(), 2000);
+}
+
+TEST(Server, EndsAnIdleConnectionWithoutAWord) {
+  const EchoServer server({.idle_ms = 300});
+  Client fresh(server.Port());
+  Client used(server.Port());
+  used.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(used.Read().value().status, 200);
+  EXPECT_TRUE(fresh.EndsWithin(2000));
+  EXPECT_TRUE(used.EndsWithin(2000));
+}
+
+TEST(Server, CutsAClientThatDoesNotTakeItsAnswer) {
+  const EchoServer server({.stall_ms = 300});
+  Client client(server.Port());
+  client.socket().setReadBufferSize(1);
+  client.Send(QByteArray("GET /big HTTP/1.1\r\n\r\n").repeated(10));
+  QThread::msleep(1500);
+  client.socket().setReadBufferSize(0);
+  while (client.socket().waitForReadyRead(1000) || client.socket().bytesAvailable() > 0)
+    client.socket().readAll();
+  EXPECT_FALSE(client.IsOpen());
+}
+
+TEST(Server, ReadsNoFurtherRequestWhileAnswersWait) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.socket().setReadBufferSize(1);
+  client.Send(QByteArray("GET /big HTTP/1.1\r\n\r\n").repeated(100));
+  QThread::msleep(500);
+  EXPECT_LT(server.Requests(), 5);
+  EXPECT_GE(server.Requests(), 1);
+}
+
+TEST(Server, SendsALongAnswerWhole) {
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send(QByteArray("GET /big HTTP/1.1\r\n\r\n").repeated(5));
+  for (int i = 0; i < 5; ++i)
+    EXPECT_EQ(client.Read().value().body, QByteArray(10'000'000, 'x'));
+}
+
+TEST(Server, ServesOthersWhileAClientIsSlow) {
+  const EchoServer server;
+  Client slow_to_send(server.Port());
+  slow_to_send.Send("GET /");
+  Client slow_to_take(server.Port());
+  slow_to_take.socket().setReadBufferSize(1);
+  slow_to_take.Send(QByteArray("GET /big HTTP/1.1\r\n\r\n").repeated(10));
+  QElapsedTimer clock;
+  clock.start();
+  EXPECT_EQ(Get(server.Port(), "/quick").value().body, "GET /quick");
+  EXPECT_LT(clock.elapsed(), 1000);
+}
+
+TEST(Server, RefusesConnectionsBeyondTheLimitAndTakesThemAgainLater) {
+  const EchoServer server({.connections = 3});
+  std::vector<std::unique_ptr<Client>> clients;
+  for (int i = 0; i < 3; ++i) {
+    clients.push_back(std::make_unique<Client>(server.Port()));
+    clients.back()->Send("GET / HTTP/1.1\r\n\r\n");
+    EXPECT_EQ(clients.back()->Read().value().status, 200);
+  }
+  Client refused(server.Port());
+  EXPECT_EQ(refused.Read().value().status, 503);
+  EXPECT_TRUE(refused.EndsWithin(1500));
+
+  clients.clear();
+  std::optional<Response> response;
+  for (int i = 0; i < 20 && (!response || response->status != 200); ++i) {
+    QThread::msleep(50);
+    response = Get(server.Port(), "/later");
+  }
+  EXPECT_EQ(response.value().body, "GET /later");
+}
+
+TEST(Server, SurvivesClientsThatLeaveInTheMiddle) {
+  const EchoServer server;
+  for (const QByteArray bytes : {"", "GET /", "GET / HTTP/1.1\r\n\r\n", "GET /big HTTP/1.1\r\n\r\n", "\r\n", "x"}) {
+    for (int i = 0; i < 20; ++i) {
+      Client client(server.Port());
+      client.Send(bytes);
+      client.socket().abort();
+    }
+  }
+  EXPECT_EQ(Get(server.Port(), "/after").value().body, "GET /after");
+}
+
+TEST(Server, TellsWhyItCannotListen) {
+  Server first({}, [](const Request &) { return Answer{}; });
+  const quint16 port = first.Listen(QHostAddress::LocalHost, 0).value();
+  Server second({}, [](const Request &) { return Answer{}; });
+  EXPECT_EQ(second.Listen(QHostAddress::LocalHost, port), std::nullopt);
+  EXPECT_EQ(second.ListenError(), QAbstractSocket::AddressInUseError);
+  EXPECT_FALSE(second.ListenErrorText().isEmpty());
+}
+
+}  // namespace
+}  // namespace borvane::mirror
