@@ -55,7 +55,7 @@ CatalogueReading ReadGeoJson(const QByteArray &text) {
 
   const QJsonArray features = root["features"].toArray();
   reading.events.reserve(static_cast<std::size_t>(features.size()));
-  for (const QJsonValue &feature : features) {
+  for (const QJsonValue feature : features) {
     if (std::optional<Event> event = ReadFeature(feature.toObject()))
       reading.events.push_back(std::move(*event));
     else

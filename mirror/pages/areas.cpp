@@ -44,6 +44,10 @@ std::optional<HostKind> KindOfHost(const QByteArray &host) {
   return std::nullopt;
 }
 
+QByteArray PageAddress(HostKind kind, quint16 port, const QByteArray &path) {
+  return QByteArray("http://") + HostLabel(kind) + ".localhost:" + QByteArray::number(port) + path;
+}
+
 std::span<const Area> Areas() { return areas; }
 
 const Area *FindArea(const QByteArray &path, std::optional<HostKind> host) {

@@ -27,6 +27,9 @@ const char *HostLabel(HostKind kind);
 /// The kind that the value of a Host header names, with or without a port, in any case; nothing for any other host.
 std::optional<HostKind> KindOfHost(const QByteArray &host);
 
+/// The address of a path on a host of that kind, as this mirror plays it at `port`.
+QByteArray PageAddress(HostKind kind, quint16 port, const QByteArray &path);
+
 /// A part of the Earth's surface between two parallels and two meridians, in degrees; the edges belong to it.
 struct Box {
   double south;

@@ -18,4 +18,7 @@ std::optional<std::pair<int, int>> PageNumbers(const QByteArray &name);
 /// 0-0.
 bool BelongsToPage(const Event &event, int first, int second);
 
+/// The path of a page of this kind that holds the event, named by the whole degrees of its longitude and latitude.
+QByteArray MapPath(const Event &event);
+
 }  // namespace borvane::mirror

@@ -2,26 +2,23 @@
 
 #include "pages/areas.h"
 #include "pages/figures.h"
+#include "pages/html_page.h"
 #include "pages/text.h"
 
 namespace borvane::mirror {
 
 QByteArray IndexPage(const Catalogue &catalogue, const QString &source, quint16 port) {
-  QByteArray page =
-      "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"windows-1252\"><title>Recent "
-      "earthquakes</title></head>\n"
-      "<body><h1>Recent earthquakes</h1>\n";
-  page += "<p>" + QByteArray::number(catalogue.events().size()) + " events from " + HtmlText(source) + '.';
+  const std::size_t count = catalogue.events().size();
+  QByteArray body =
+      "<h1>Recent earthquakes</h1>\n<p>" + QByteArray::number(count) + (count == 1 ? " event" : " events");
+  body += " from " + HtmlText(source) + '.';
   if (!catalogue.events().empty())
-    page += " The newest one was at " + LocalTimeText(catalogue.events().front().origin_time) + ", local time.";
-  page += "</p>\n<ul>\n";
+    body += " The newest one was at " + LocalTimeText(catalogue.events().front().origin_time) + ", local time.";
+  body += "</p>\n<ul>\n";
   for (const Area &area : Areas())
-    page += "<li><a href=\"http://" + QByteArray(HostLabel(area.host)) + ".localhost:" + QByteArray::number(port) +
-            area.path + "\">" + HtmlText(area.name) + "</a></li>\n";
-  page +=
-      "</ul>\n<p>Served by borvane-mirror. Source of the events: U.S. Geological Survey, public "
-      "domain.</p></body></html>\n";
-  return page;
+    body += "<li><a href=\"" + PageAddress(area.host, port, area.path) + "\">" + HtmlText(area.name) + "</a></li>\n";
+  body += "</ul>\n<footer>Served by borvane-mirror. Events: U.S. Geological Survey, public domain.</footer>\n";
+  return HtmlPage("Recent earthquakes", body);
 }
 
 }  // namespace borvane::mirror

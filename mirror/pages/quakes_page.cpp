@@ -1,17 +1,12 @@
 #include "pages/quakes_page.h"
 
+#include "pages/coordinates.h"
 #include "pages/figures.h"
 #include "pages/text.h"
 
 namespace borvane::mirror {
 
 namespace {
-
-/// The path of the map page around an event: the whole degrees of its longitude, west positive, and of its latitude.
-QByteArray MapPath(const Event &event) {
-  return "/recenteqs/Maps/" + QByteArray::number(static_cast<int>(-event.longitude)) + '-' +
-         QByteArray::number(static_cast<int>(event.latitude)) + ".html";
-}
 
 // The scanner reads by fixed offsets: the magnitude within the 15 characters in front of the event page's path, one
 // blank between the figures, none behind the depth, the closing tag's "<" right behind it, and the place from four

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "pages/coordinates.h"
+#include "pages/event_page.h"
 #include "pages/index_page.h"
 #include "pages/quakes_page.h"
 
@@ -11,6 +12,8 @@ namespace borvane::mirror {
 namespace {
 
 constexpr QByteArrayView map_folder = "/recenteqs/Maps/";
+constexpr QByteArrayView event_folder = "/recenteqs/Quakes/";
+constexpr QByteArrayView page_suffix = ".html";
 
 /// When the kept pages grow beyond this, all are dropped: whoever asks for every page there can be shall not fill the
 /// memory.
@@ -62,9 +65,15 @@ std::optional<QByteArray> Site::MakePage(const QByteArray &path, std::optional<H
   if (path.startsWith(map_folder)) {
     const QByteArray name = path.sliced(map_folder.size());
     if (const auto numbers = PageNumbers(name))
-      return QuakesPage(QString::fromLatin1(name.chopped(5)), *catalogue_, [numbers](const Event &event) {
-        return BelongsToPage(event, numbers->first, numbers->second);
-      });
+      return QuakesPage(
+          QString::fromLatin1(name.chopped(page_suffix.size())), *catalogue_,
+          [numbers](const Event &event) { return BelongsToPage(event, numbers->first, numbers->second); });
+  }
+
+  if (path.startsWith(event_folder) && path.endsWith(page_suffix)) {
+    const QByteArray id = path.sliced(event_folder.size()).chopped(page_suffix.size());
+    if (const Event *event = catalogue_->Find(QString::fromLatin1(id)))
+      return EventPage(*event, *catalogue_, port_);
   }
   return std::nullopt;
 }

@@ -1,0 +1,92 @@
+#include "pages/event_page.h"
+
+#include <QDateTime>
+#include <cmath>
+#include <cstdlib>
+
+#include "pages/areas.h"
+#include "pages/coordinates.h"
+#include "pages/figures.h"
+#include "pages/html_page.h"
+#include "pages/locator_map.h"
+#include "pages/text.h"
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr double miles_per_kilometre = 0.621371;
+
+QByteArray Row(const char *name, const QByteArray &value) {
+  return QByteArray("<dt>") + name + "</dt><dd>" + value + "</dd>\n";
+}
+
+/// "Earthquake", "Quarry blast": the kind of the event as a word at the start of a sentence.
+QString KindOf(const Event &event) {
+  const QString kind = event.kind.isEmpty() ? "earthquake" : event.kind;
+  return kind.left(1).toUpper() + kind.mid(1);
+}
+
+/// The place for running text: without the blank that keeps the miles of list rows in a column.
+QString PlaceOf(const Event &event) { return PlaceWithMiles(event.place).replace("( ", "("); }
+
+QString TitleOf(const Event &event) {
+  const QString what =
+      event.magnitude ? "Magnitude " + QString::fromLatin1(MagnitudeText(*event.magnitude)) : KindOf(event);
+  return event.place.isEmpty() ? what : what + ", " + PlaceOf(event);
+}
+
+/// The local time zone's distance from UTC at that moment, "UTC-07:00".
+QByteArray ZoneText(qint64 milliseconds) {
+  const int minutes = QDateTime::fromMSecsSinceEpoch(milliseconds).offsetFromUtc() / 60;
+  return QString("UTC%1%2:%3")
+      .arg(minutes < 0 ? '-' : '+')
+      .arg(std::abs(minutes) / 60, 2, 10, QChar('0'))
+      .arg(std::abs(minutes) % 60, 2, 10, QChar('0'))
+      .toLatin1();
+}
+
+QByteArray DepthSentence(const Event &event) {
+  if (!event.depth)
+    return "not known";
+  return DepthText(event.depth) + " km (" + DepthText(*event.depth * miles_per_kilometre) + " mi)";
+}
+
+QByteArray Figures(const Event &event) {
+  QByteArray list = "<dl>\n";
+  list += Row("Place", event.place.isEmpty() ? "not named" : HtmlText(PlaceOf(event)));
+  list += Row("Magnitude", event.magnitude ? MagnitudeText(*event.magnitude) : "not known");
+  list += Row("Local time", LocalTimeText(event.origin_time) + " (" + ZoneText(event.origin_time) + ')');
+  list += Row("UTC", UtcTimeText(event.origin_time));
+  list += Row("Epicentre", LatitudeText(event.latitude) + ' ' + LongitudeText(event.longitude));
+  list += Row("Depth", DepthSentence(event));
+  list += Row("Kind", HtmlText(KindOf(event)));
+  if (!event.network.isEmpty())
+    list += Row("Network", HtmlText(event.network));
+  list += Row("Id", HtmlText(event.id));
+  return list + "</dl>\n";
+}
+
+QByteArray Links(const Event &event, quint16 port) {
+  QByteArray list = "<ul>\n";
+  for (const Area &area : Areas())
+    if (area.box.Contains(event.latitude, event.longitude))
+      list += "<li><a href=\"" + PageAddress(area.host, port, area.path) +
+              "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
+  list += "<li><a href=\"" + MapPath(event) + "\">Recent earthquakes around this one</a></li>\n";
+  list += "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/" + HtmlText(event.id) +
+          "\">The U.S. Geological Survey's page about this event</a></li>\n";
+  return list + "<li><a href=\"/\">All pages</a></li>\n</ul>\n";
+}
+
+}  // namespace
+
+QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 port) {
+  const QString title = TitleOf(event);
+  const QByteArray body = "<h1>" + HtmlText(title) + "</h1>\n" + Figures(event) + LocatorMap(event, catalogue) +
+                          Links(event, port) +
+                          "<footer>Served by borvane-mirror. Event: U.S. Geological Survey, public domain.</footer>\n";
+  return HtmlPage(title, body);
+}
+
+}  // namespace borvane::mirror
