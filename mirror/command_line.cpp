@@ -9,12 +9,15 @@ constexpr const char *usage =
 
 Serves the list pages of recent earthquakes that Borvane reads.
 
-  --catalogue FILE       take the events from FILE, in the summary form of the US Geological Survey's GeoJSON feeds. A changed
-                         file is taken up within a second. Without it: the bundled sample catalogue.
-  --listen ADDRESS:PORT  listen there, for example 127.0.0.1:8080 or [::1]:8080. Port 0 takes a free one; "localhost" stands
-                         for both loopback addresses. Without it: localhost:17650.
+  --catalogue FILE       take the events from FILE, in the summary form of the US Geological Survey's
+                         GeoJSON feeds. A changed file is taken up within a second. Without it: the
+                         bundled sample catalogue.
+  --listen ADDRESS:PORT  listen there, for example 127.0.0.1:8080 or [::1]:8080. Port 0 takes a free
+                         one; "localhost" stands for both loopback addresses. Without it:
+                         localhost:17650.
   --store FILE           where the maker's service keeps what it is told.
-  --attended             end two seconds after the last monitor that uses the mirror has gone. The monitor starts it so.
+  --attended             end two seconds after the last monitor that uses the mirror has gone. The
+                         monitor starts it so.
   --help                 print this text
   --version              print the version
 
@@ -46,36 +49,48 @@ bool ReadListen(const QString &text, Options &options) {
   return true;
 }
 
+/// The option that is set by its name alone; null when there is none of that name.
+bool *FindSwitch(Options &options, const QString &name) {
+  if (name == "--attended")
+    return &options.attended;
+  if (name == "--help")
+    return &options.help;
+  if (name == "--version")
+    return &options.version;
+  return nullptr;
+}
+
+/// Sets the option of that name to the value; gives what is wrong with it.
+QString SetValue(Options &options, const QString &name, const QString &value) {
+  if (value.isEmpty())
+    return name + " needs a value";
+  if (name == "--catalogue")
+    options.catalogue = value;
+  else if (name == "--store")
+    options.store = value;
+  else if (!ReadListen(value, options))
+    return '"' + value + "\" is no address and port to listen at";
+  return {};
+}
+
 }  // namespace
 
 CommandLine ReadCommandLine(const QStringList &arguments) {
   CommandLine line;
-  Options &options = line.options;
-  for (qsizetype i = 0; i < arguments.size(); ++i) {
+  for (qsizetype i = 0; i < arguments.size() && line.fault.isEmpty(); ++i) {
     // "--name value" and "--name=value" are the same.
     const qsizetype equals = arguments[i].indexOf('=');
     const QString name = arguments[i].left(equals);
-    if (name == "--attended" || name == "--help" || name == "--version") {
-      bool &option = name == "--attended" ? options.attended : name == "--help" ? options.help : options.version;
-      option = true;
+    if (bool *option = FindSwitch(line.options, name)) {
+      *option = true;
       if (equals >= 0)
         line.fault = name + " takes no value";
     } else if (name == "--catalogue" || name == "--listen" || name == "--store") {
-      const bool has_value = equals >= 0 || i + 1 < arguments.size();
-      const QString value = equals >= 0 ? arguments[i].sliced(equals + 1) : has_value ? arguments[++i] : QString();
-      if (value.isEmpty())
-        line.fault = name + " needs a value";
-      else if (name == "--catalogue")
-        options.catalogue = value;
-      else if (name == "--store")
-        options.store = value;
-      else if (!ReadListen(value, options))
-        line.fault = "\"" + value + "\" is no address and port to listen at";
+      const QString value = equals >= 0 ? arguments[i].sliced(equals + 1) : arguments.value(++i);
+      line.fault = SetValue(line.options, name, value);
     } else {
-      line.fault = "unknown argument \"" + arguments[i] + "\"";
+      line.fault = "unknown argument \"" + arguments[i] + '"';
     }
-    if (!line.fault.isEmpty())
-      return line;
   }
   return line;
 }

@@ -1,8 +1,11 @@
 #include "mirror.h"
 
+#include <QCoreApplication>
 #include <cstdio>
 
+#include "attendance.h"
 #include "catalogue/sample.h"
+#include "neighbour.h"
 
 namespace borvane::mirror {
 
@@ -22,8 +25,16 @@ Mirror::Mirror(Options options)
     : options_(std::move(options)), server_(Limits{}, [this](const Request &request) { return AnswerTo(request); }) {}
 
 std::optional<int> Mirror::Start() {
+  if (const std::optional<int> status = Listen())
+    return status;
+  if (options_.attended)
+    if (const std::optional<int> status = WaitForMonitors())
+      return status;
   ReadCatalogue();
-  return Listen();
+  for (const QHostAddress &address : options_.addresses)
+    std::printf("borvane-mirror listening on %s\n", qPrintable(AddressText(address, options_.port)));
+  std::fflush(stdout);
+  return std::nullopt;
 }
 
 void Mirror::ReadCatalogue() {
@@ -50,30 +61,52 @@ Answer Mirror::AnswerTo(const Request &request) {
 }
 
 std::optional<int> Mirror::Listen() {
-  if (!options_.addresses.empty())
-    return ListenAt(options_.addresses.front()) ? std::nullopt : std::optional(1);
+  const bool loopback = options_.addresses.empty();
+  if (loopback)
+    options_.addresses = {QHostAddress::LocalHost};
+  const Listening first = ListenAt(options_.addresses.front());
+  if (first != Listening::Begun)
+    return first == Listening::MirrorIsThere ? 0 : 1;
 
-  if (!ListenAt(QHostAddress::LocalHost))
-    return 1;
-  if (ListenAt(QHostAddress::LocalHostIPv6))
-    return std::nullopt;
-  if (server_.ListenError() == QAbstractSocket::AddressInUseError)
-    return 1;
-  Tell("goes on with IPv4 alone");
+  // IPv6 may be switched off, which is no reason to serve nothing.
+  if (loopback) {
+    const Listening second = ListenAt(QHostAddress::LocalHostIPv6);
+    if (second == Listening::ForeignIsThere)
+      return 1;
+    if (second == Listening::Begun)
+      options_.addresses.emplace_back(QHostAddress::LocalHostIPv6);
+    else
+      Tell("goes on with IPv4 alone");
+  }
   return std::nullopt;
 }
 
-bool Mirror::ListenAt(const QHostAddress &address) {
-  const std::optional<quint16> port = server_.Listen(address, options_.port);
-  if (!port) {
-    Tell(QString("cannot listen on %1: %2").arg(AddressText(address, options_.port), server_.ListenErrorText()));
-    return false;
+Mirror::Listening Mirror::ListenAt(const QHostAddress &address) {
+  if (const std::optional<quint16> port = server_.Listen(address, options_.port)) {
+    options_.port = *port;
+    site_.SetPort(*port);
+    return Listening::Begun;
   }
-  options_.port = *port;
-  site_.SetPort(*port);
-  std::printf("borvane-mirror listening on %s\n", qPrintable(AddressText(address, *port)));
-  std::fflush(stdout);
-  return true;
+  const QString place = AddressText(address, options_.port);
+  if (server_.ListenError() != QAbstractSocket::AddressInUseError) {
+    Tell(QString("cannot listen on %1: %2").arg(place, server_.ListenErrorText()));
+    return Listening::Impossible;
+  }
+  if (IsMirror(address, options_.port)) {
+    Tell(QString("another borvane-mirror serves %1 already").arg(place));
+    return Listening::MirrorIsThere;
+  }
+  Tell(QString("cannot listen on %1: another program listens there").arg(place));
+  return Listening::ForeignIsThere;
+}
+
+std::optional<int> Mirror::WaitForMonitors() {
+  attendants_ = std::make_unique<Attendants>([] { QCoreApplication::quit(); });
+  const QString fault = attendants_->Start(AttendanceSocketName(options_.port));
+  if (fault.isEmpty())
+    return std::nullopt;
+  Tell(fault);
+  return 1;
 }
 
 }  // namespace borvane::mirror

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "attendants.h"
 #include "catalogue/catalogue_file.h"
 #include "command_line.h"
 #include "http/server.h"
@@ -20,15 +21,25 @@ class Mirror {
   std::optional<int> Start();
 
  private:
+  /// How an attempt to listen ended.
+  enum class Listening {
+    Begun,
+    MirrorIsThere,   ///< another mirror has the port
+    ForeignIsThere,  ///< another program has the port
+    Impossible,      ///< the address is none of this computer's
+  };
+
   void ReadCatalogue();
   Answer AnswerTo(const Request &request);
   std::optional<int> Listen();
-  bool ListenAt(const QHostAddress &address);
+  Listening ListenAt(const QHostAddress &address);
+  std::optional<int> WaitForMonitors();
 
   Options options_;
   Site site_;
   Server server_;
   std::unique_ptr<CatalogueFile> file_;
+  std::unique_ptr<Attendants> attendants_;
 };
 
 }  // namespace borvane::mirror

@@ -1,0 +1,189 @@
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include "client.h"
+#include "mirror_process.h"
+#include "quakes_list_reader.h"
+
+// The real program on a catalogue file that changes.
+
+namespace borvane::mirror {
+namespace {
+
+/// A feed of `count` events near Los Angeles whose ids begin with `name`.
+QByteArray Feed(const QByteArray &name, int count) {
+  QByteArray text = R"({"type":"FeatureCollection","features":[)";
+  for (int i = 0; i < count; ++i) {
+    if (i > 0)
+      text += ',';
+    text += R"({"type":"Feature","properties":{"mag":1.5,"place":"6km ENE of Yucaipa, CA","time":)" +
+            QByteArray::number(1594870627920 - i) +
+            R"(},"geometry":{"type":"Point","coordinates":[-117,34,5]},"id":")" + name + QByteArray::number(i) + "\"}";
+  }
+  return text + "]}";
+}
+
+class CatalogueFiles : public testing::Test {
+ protected:
+  QString Path() const { return folder_.filePath("events.geojson"); }
+
+  void Write(const QByteArray &text, const QString &path) const {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(file.write(text), text.size());
+  }
+
+  /// Puts the text into place as careful writers do: beside the file, then renamed over it.
+  void Replace(const QByteArray &text) const {
+    Write(text, Path() + ".new");
+    ASSERT_EQ(::rename(QFile::encodeName(Path() + ".new").constData(), QFile::encodeName(Path()).constData()), 0);
+  }
+
+  static std::vector<ListRow> Rows(MirrorProcess &mirror) {
+    const std::optional<Response> page = Get(mirror.Port(), "/recenteqs/Maps/Los_Angeles.html");
+    return page ? ReadQuakesList(page->body.toStdString()).rows : std::vector<ListRow>();
+  }
+
+  /// Whether the page's first row leads to the event within a second.
+  static bool ServesWithinASecond(MirrorProcess &mirror, const std::string &id) {
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 1000) {
+      const std::vector<ListRow> rows = Rows(mirror);
+      if (!rows.empty() && rows[0].link == "recenteqs/Quakes/" + id + ".html")
+        return true;
+      QThread::msleep(20);
+    }
+    return false;
+  }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+TEST_F(CatalogueFiles, AreServedInPlaceOfTheSample) {
+  Write(Feed("first", 3), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  const std::vector<ListRow> rows = Rows(mirror);
+  ASSERT_EQ(rows.size(), 3U);
+  EXPECT_EQ(rows[0].link, "recenteqs/Quakes/first0.html");
+  EXPECT_EQ(rows[0].place, "6 km ( 4 mi) ENE of Yucaipa, CA");
+  EXPECT_EQ(mirror.Errors(), "");
+}
+
+TEST_F(CatalogueFiles, AreReadAgainWhenTheyAreWritten) {
+  Write(Feed("first", 1), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  Write(Feed("other", 1), Path());
+  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+}
+
+TEST_F(CatalogueFiles, AreReadAgainWhenAnotherTakesTheirPlace) {
+  Write(Feed("first", 1), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  Replace(Feed("other", 1));
+  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+  EXPECT_EQ(mirror.Errors(), "");
+}
+
+TEST_F(CatalogueFiles, ThatTurnBadAreToldByNameAndTheLastGoodOneStays) {
+  Write(Feed("first", 1), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+
+  Replace("{\"type\":\"FeatureCollection\",\"features\":[");
+  EXPECT_TRUE(mirror.TellsWithin("the catalogue file " + Path().toUtf8() + " cannot be used: not JSON", 1000));
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+
+  Replace("[1, 2, 3]");
+  EXPECT_TRUE(mirror.TellsWithin(Path().toUtf8() + " cannot be used: not a GeoJSON feature collection", 1000));
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+
+  QFile::remove(Path());
+  EXPECT_TRUE(mirror.TellsWithin(Path().toUtf8() + " cannot be used: No such file", 1000));
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+
+  Write(Feed("again", 1), Path());
+  EXPECT_TRUE(ServesWithinASecond(mirror, "again0"));
+}
+
+TEST_F(CatalogueFiles, ThatAreBadAtTheStartGiveEmptyPagesUntilTheyAreGood) {
+  Write("<html>", Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_NE(mirror.Port(), 0);
+  EXPECT_TRUE(mirror.TellsWithin(Path().toUtf8() + " cannot be used: not JSON", 1000));
+  EXPECT_TRUE(Rows(mirror).empty());
+  Write(Feed("first", 1), Path());
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+}
+
+TEST_F(CatalogueFiles, MayComeLaterThanTheMirror) {
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_NE(mirror.Port(), 0);
+  EXPECT_TRUE(mirror.TellsWithin("No such file", 1000));
+  Write(Feed("first", 1), Path());
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+}
+
+TEST_F(CatalogueFiles, ThatAreFoldersAreTold) {
+  MirrorProcess mirror({"--catalogue", "/"});
+  EXPECT_NE(mirror.Port(), 0);
+  EXPECT_TRUE(mirror.TellsWithin("the catalogue file / cannot be used: ", 1000));
+}
+
+TEST_F(CatalogueFiles, WithFeaturesThatAreNoEventsAreServedWithoutThem) {
+  QByteArray text = Feed("first", 2);
+  text.replace("\"features\":[", "\"features\":[null,{},");
+  Write(text, Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_EQ(Rows(mirror).size(), 2U);
+  EXPECT_TRUE(mirror.TellsWithin("2 of 4 features are left out", 1000));
+}
+
+TEST_F(CatalogueFiles, DoNotFillTheMemoryWithThePagesThatAreMadeOfThem) {
+  Write(Feed("event", 5000), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_EQ(Get(mirror.Port(), "/recenteqs/Maps/0-0.html").value().status, 200);
+  const qint64 before = mirror.ResidentBytes();
+  ASSERT_GT(before, 0);
+  qint64 served = 0;
+  for (const char *name : {"116-33", "116-34", "116-35", "117-33", "117-34", "117-35", "118-33", "118-34", "118-35"})
+    for (const char *host : {"national", "southern", "northern", "pacificnorthwest", "alaska", "utah", "memphis",
+                             "northeastern", "puertorico", "maker", "example"}) {
+      const Response answer =
+          Get(mirror.Port(), "/recenteqs/Maps/" + QByteArray(name) + ".html", QByteArray(host) + ".localhost").value();
+      served += answer.body.size();
+    }
+  EXPECT_GT(served, 50'000'000);
+  EXPECT_LT(mirror.ResidentBytes() - before, 45'000'000);
+}
+
+TEST_F(CatalogueFiles, AreTakenUpWholeOrNotAtAllWhileTheyAreWritten) {
+  Write(Feed("first", 200), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  ASSERT_EQ(Rows(mirror).size(), 200U);
+
+  // A writer that stops in the middle for longer than a look takes.
+  const QByteArray next = Feed("other", 300);
+  QFile file(Path());
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  for (qsizetype at = 0; at < next.size(); at += next.size() / 8 + 1) {
+    file.write(next.mid(at, next.size() / 8 + 1));
+    file.flush();
+    QThread::msleep(150);
+    const std::vector<ListRow> rows = Rows(mirror);
+    EXPECT_TRUE(rows.size() == 200 || rows.size() == 300) << rows.size();
+  }
+  file.close();
+  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+  EXPECT_EQ(Rows(mirror).size(), 300U);
+}
+
+}  // namespace
+}  // namespace borvane::mirror

@@ -1,0 +1,209 @@
+#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QThread>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include "client.h"
+#include "mirror_process.h"
+#include "quakes_list_reader.h"
+
+// The real program over a real socket.
+
+namespace borvane::mirror {
+namespace {
+
+TEST(Mirror, PrintsOneLineWhenItListens) {
+  MirrorProcess mirror;
+  const quint16 port = mirror.Port();
+  EXPECT_NE(port, 0);
+  EXPECT_EQ(mirror.Output(), "borvane-mirror listening on 127.0.0.1:" + QByteArray::number(port) + '\n');
+  EXPECT_EQ(mirror.Errors(), "");
+}
+
+TEST(Mirror, ListensAtBothLoopbackAddresses) {
+  MirrorProcess mirror({"--listen", "localhost:0"});
+  const quint16 port = mirror.Port();
+  const QByteArray number = QByteArray::number(port);
+  Client ipv4(port, QHostAddress::LocalHost);
+  ipv4.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(ipv4.Read().value().status, 200);
+
+  Client ipv6(port, QHostAddress::LocalHostIPv6);
+  if (!ipv6.IsOpen()) {
+    EXPECT_TRUE(mirror.Errors().contains("goes on with IPv4 alone")) << "a computer without IPv6";
+    return;
+  }
+  ipv6.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(ipv6.Read().value().status, 200);
+  EXPECT_EQ(mirror.Output(),
+            "borvane-mirror listening on 127.0.0.1:" + number + "\nborvane-mirror listening on [::1]:" + number + '\n');
+}
+
+TEST(Mirror, NamesItselfAndItsPages) {
+  MirrorProcess mirror;
+  const Response index = Get(mirror.Port(), "/").value();
+  EXPECT_EQ(index.status, 200);
+  EXPECT_EQ(index.headers["server"], "borvane-mirror/2.3.5");
+  EXPECT_EQ(index.headers["content-type"], "text/html; charset=windows-1252");
+  EXPECT_TRUE(index.body.contains("http://southern.localhost:" + QByteArray::number(mirror.Port()) +
+                                  "/recenteqs/Maps/Los_Angeles.html"));
+  EXPECT_TRUE(index.body.contains("U.S. Geological Survey"));
+}
+
+TEST(Mirror, ServesEachAreaWithAtLeastTenRows) {
+  MirrorProcess mirror;
+  for (const auto &[host, path] :
+       std::vector<std::pair<QByteArray, QByteArray>>{{"southern", "/recenteqs/Maps/Los_Angeles.html"},
+                                                      {"southern", "/recenteqs/Maps/San_Francisco.html"},
+                                                      {"southern", "/recenteqs/Maps/Long_Valley.html"},
+                                                      {"southern", "/recenteqs/Maps/116-33.html"},
+                                                      {"southern", "/recenteqs/Maps/117-33.html"},
+                                                      {"southern", "/recenteqs/Maps/121-37.html"},
+                                                      {"southern", "/recenteqs/Maps/33-116.html"},
+                                                      {"pacificnorthwest", "/recenteqs/Quakes/quakes0.html"},
+                                                      {"northern", "/recenteqs/Maps/Parkfield.html"},
+                                                      {"memphis", "/recenteqs/Quakes/quakes0.html"}}) {
+    const Response page = Get(mirror.Port(), path, host + ".localhost:17650").value();
+    EXPECT_EQ(page.status, 200);
+    const ListReading reading = ReadQuakesList(page.body.toStdString());
+    EXPECT_EQ(reading.fault, "");
+    EXPECT_GE(reading.rows.size(), 10U) << host.toStdString() << path.toStdString();
+  }
+}
+
+TEST(Mirror, ServesTwoNetworksAtOnePathByTheHost) {
+  MirrorProcess mirror;
+  const QByteArray path = "/recenteqs/Quakes/quakes0.html";
+  const QByteArray northwest = Get(mirror.Port(), path, "PacificNorthwest.localhost").value().body;
+  const QByteArray central = Get(mirror.Port(), path, "memphis.localhost").value().body;
+  EXPECT_NE(northwest, central);
+  EXPECT_EQ(Get(mirror.Port(), path, "127.0.0.1").value().status, 404);
+}
+
+TEST(Mirror, ServesAnEmptyPageOfTheCoordinatesZero) {
+  MirrorProcess mirror;
+  const Response page = Get(mirror.Port(), "/recenteqs/Maps/0-0.html").value();
+  EXPECT_EQ(page.status, 200);
+  EXPECT_TRUE(ReadQuakesList(page.body.toStdString()).rows.empty());
+}
+
+TEST(Mirror, ServesThePageOfEachRowsLink) {
+  MirrorProcess mirror;
+  const Response list = Get(mirror.Port(), "/recenteqs/Maps/Los_Angeles.html").value();
+  Client client(mirror.Port());
+  for (const ListRow &row : ReadQuakesList(list.body.toStdString()).rows) {
+    client.Send("GET /" + QByteArray::fromStdString(row.link) + " HTTP/1.1\r\nHost: southern.localhost\r\n\r\n");
+    const Response page = client.Read().value();
+    EXPECT_EQ(page.status, 200) << row.link;
+    EXPECT_TRUE(page.body.contains("<dd>" + QByteArray::fromStdString(row.magnitude) + "</dd>")) << row.link;
+  }
+}
+
+TEST(Mirror, AnswersAnUnknownPathWithAPage) {
+  MirrorProcess mirror;
+  for (const char *path : {"/nowhere", "/recenteqs/Quakes/none.html", "/recenteqs/Maps/Nowhere.html",
+                           "/recenteqs/Quakes/", "/../../etc/passwd", "/recenteqs/Quakes/../../../etc/passwd.html"}) {
+    const Response page = Get(mirror.Port(), path).value();
+    EXPECT_EQ(page.status, 404) << path;
+    EXPECT_TRUE(page.body.contains("<h1>404 Not Found</h1>"));
+  }
+}
+
+TEST(Mirror, IgnoresAQuery) {
+  MirrorProcess mirror;
+  EXPECT_EQ(Get(mirror.Port(), "/recenteqs/Maps/116-33.html?x=1 2").value().body,
+            Get(mirror.Port(), "/recenteqs/Maps/116-33.html").value().body);
+}
+
+TEST(Mirror, ShowsTheTimesOfItsOwnZone) {
+  MirrorProcess utc({}, {"TZ=UTC"});
+  MirrorProcess tokyo({}, {"TZ=JST-9"});
+  const auto newest = [](MirrorProcess &mirror) {
+    const Response page = Get(mirror.Port(), "/recenteqs/Maps/116-33.html").value();
+    const ListRow row = ReadQuakesList(page.body.toStdString()).rows.at(0);
+    return row.date + ' ' + row.time;
+  };
+  EXPECT_EQ(newest(utc), "2025/05/15 00:25:18");
+  EXPECT_EQ(newest(tokyo), "2025/05/15 09:25:18");
+}
+
+TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
+  rlimit limit = {};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = limit.rlim_max;
+  setrlimit(RLIMIT_NOFILE, &limit);
+  ASSERT_GE(limit.rlim_cur, 1200U) << "this computer allows too few open files for the test";
+
+  MirrorProcess mirror;
+  std::vector<std::unique_ptr<Client>> idle;
+  for (int i = 0; i < 1000; ++i)
+    idle.push_back(std::make_unique<Client>(mirror.Port()));
+  QElapsedTimer clock;
+  clock.start();
+  EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
+  EXPECT_LT(clock.elapsed(), 1000);
+  for (const auto &client : idle) {
+    client->Send("GET /recenteqs/Maps/0-0.html HTTP/1.1\r\n\r\n");
+    ASSERT_EQ(client->Read().value().status, 200);
+  }
+}
+
+TEST(Mirror, PrintsItsOptionsAndItsVersion) {
+  MirrorProcess help({"--help"});
+  EXPECT_EQ(help.StatusWithin(5000), 0);
+  for (const char *option : {"--catalogue", "--listen", "--store", "--attended"})
+    EXPECT_TRUE(help.Output().contains(option)) << option;
+  MirrorProcess version({"--version"});
+  EXPECT_EQ(version.StatusWithin(5000), 0);
+  EXPECT_EQ(version.Output(), "borvane-mirror 2.3.5\n");
+}
+
+TEST(Mirror, RefusesWrongUsageWithStatusTwo) {
+  MirrorProcess mirror({"--frobnicate"});
+  EXPECT_EQ(mirror.StatusWithin(5000), 2);
+  EXPECT_TRUE(mirror.Errors().contains("--frobnicate"));
+  EXPECT_TRUE(mirror.Errors().contains("Usage:"));
+  EXPECT_EQ(mirror.Output(), "");
+}
+
+TEST(Mirror, LeavesAnAddressAloneThatIsNotThisComputers) {
+  MirrorProcess mirror({"--listen", "192.0.2.1:0"});
+  EXPECT_EQ(mirror.StatusWithin(5000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("cannot listen on 192.0.2.1:0: "));
+}
+
+TEST(Mirror, EndsInPeaceWhenAnotherMirrorHasThePort) {
+  MirrorProcess first;
+  const QString place = QString("127.0.0.1:%1").arg(first.Port());
+  MirrorProcess second({"--listen", place});
+  EXPECT_EQ(second.StatusWithin(5000), 0);
+  EXPECT_EQ(second.Output(), "");
+  EXPECT_TRUE(second.Errors().contains("another borvane-mirror serves " + place.toLatin1()));
+  EXPECT_EQ(Get(first.Port(), "/").value().status, 200);
+}
+
+TEST(Mirror, LeavesAForeignProgramOnThePortAlone) {
+  QTcpServer silent;
+  ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+  MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(silent.serverPort())});
+  EXPECT_EQ(mirror.StatusWithin(8000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("another program listens there"));
+  EXPECT_EQ(mirror.Output(), "");
+}
+
+TEST(Mirror, TellsAnotherWebServerOnThePortApart) {
+  QTcpServer other;
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
+  MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(other.serverPort())});
+  ASSERT_TRUE(other.waitForNewConnection(5000));
+  QTcpSocket *visitor = other.nextPendingConnection();
+  visitor->write("HTTP/1.1 200 OK\r\nServer: not-borvane-mirror/1.0\r\nContent-Length: 0\r\n\r\n");
+  visitor->waitForBytesWritten();
+  EXPECT_EQ(mirror.StatusWithin(5000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("another program listens there"));
+}
+
+}  // namespace
+}  // namespace borvane::mirror
