@@ -8,11 +8,13 @@ import ctypes
 import os
 import re
 import select
+import shlex
 import signal
 import subprocess
 import time
 from pathlib import Path
 
+LISTS = ("table", "tree", "tree table")  # how lists are called; their cells are no controls
 PATIENCE = 20  # seconds until what a test waits for counts as missing; a busy machine is slow
 
 FONTS = """<?xml version="1.0"?>
@@ -91,8 +93,11 @@ class Desk:
         os.environ["DISPLAY"] = ":" + self._start_telling("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
             "dbus-daemon", "--session", "--nofork", "--nopidfile", option="--print-address")
-        self.start("openbox", "--sm-disable")
-        wait_for("the window manager", lambda: "window id" in self.x("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        # It announces itself before it is ready, and a window that shows in between never gets its place on the screen.
+        ready = self.folder / "window-manager-is-ready"
+        ready.unlink(missing_ok=True)
+        self.start("openbox", "--sm-disable", "--startup", f"touch {shlex.quote(str(ready))}")
+        wait_for("the window manager", ready.exists)
 
         import gi
         gi.require_version("Atspi", "2.0")
@@ -198,7 +203,7 @@ class Desk:
     def _walk(self, accessible):
         """The accessible and all below it, without the cells of lists."""
         yield accessible
-        if accessible.get_role_name() in ("table", "tree", "tree table"):
+        if accessible.get_role_name() in LISTS:
             return
         for i in range(accessible.get_child_count()):
             child = accessible.get_child_at_index(i)
@@ -206,16 +211,27 @@ class Desk:
                 yield from self._walk(child)
 
     def look(self, program, name=None, role=None):
-        """The first showing accessible with that name and role, or None."""
+        """The first showing accessible with that name and role, or None. `role` may be several."""
+        roles = (role,) if isinstance(role, str) else role
         application = self.application(program)
         if not application:
             return None
         with contextlib.suppress(self._gone()):
             for accessible in self._walk(application):
-                if (name is None or accessible.get_name() == name) and (role is None or accessible.get_role_name() == role):
+                if (name is None or accessible.get_name() == name) and (roles is None or accessible.get_role_name() in roles):
                     if accessible.get_state_set().contains(self.atspi.StateType.SHOWING):
                         return accessible
         return None
+
+    def names(self, program):
+        """The names of all that shows."""
+        application = self.application(program)
+        found = []
+        with contextlib.suppress(self._gone()):
+            for accessible in self._walk(application) if application else ():
+                if accessible.get_state_set().contains(self.atspi.StateType.SHOWING):
+                    found.append(accessible.get_name())
+        return found
 
     def find(self, program, name=None, role=None):
         """The accessible with that name and role, as soon as it shows."""
@@ -243,7 +259,7 @@ class Desk:
         def visit(accessible, depth):
             showing = "" if accessible.get_state_set().contains(self.atspi.StateType.SHOWING) else " (hidden)"
             lines.append("  " * depth + f"{accessible.get_role_name()}: {accessible.get_name()!r}{showing}")
-            if accessible.get_role_name() not in ("table", "tree", "tree table"):
+            if accessible.get_role_name() not in LISTS:
                 for i in range(accessible.get_child_count()):
                     visit(accessible.get_child_at_index(i), depth + 1)
 

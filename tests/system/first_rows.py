@@ -17,12 +17,13 @@ def main(programs, results):
     shutil.rmtree(results, ignore_errors=True)
     results.mkdir(parents=True)
     with Desk(results) as desk:
-        monitor = Monitor(desk, programs / "borvane")
         try:
+            monitor = Monitor(desk, programs / "borvane")
             monitor.watch_area(AREA)
             rows = monitor.wait_for_rows()
         except TimeoutError as timeout:
-            print(f"{timeout}; what there is on the screen:\n{desk.outline(monitor.program)}\n{desk.output_of(monitor.program)}")
+            program = desk.programs[-1]
+            print(f"{timeout}; what there is on the screen:\n{desk.outline(program)}\n{desk.output_of(program)}")
             rows = []
         desk.screenshot(results / "screen.png")
     (results / "rows.txt").write_text("".join("\t".join(row) + "\n" for row in rows), encoding="utf-8")

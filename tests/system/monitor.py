@@ -1,5 +1,5 @@
 """The monitor as its user has it: what can be pressed, chosen and read, each under its name on the screen."""
-from desk import wait_for
+from desk import LISTS, wait_for
 
 TITLE = "Borvane - Last Events"
 HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
@@ -40,7 +40,7 @@ class Monitor:
 
     def close_settings(self):
         self.desk.activate(self.desk.window(self.program, "^Settings$"))
-        self.desk.click(self.desk.find(self.program, "Close", "button"))
+        self.desk.click(self.desk.find(self.program, "Close", "push button"))
         wait_for("the settings window to close", lambda: "Settings" not in self.desk.windows(self.program))
 
     def watch_area(self, name):
@@ -55,11 +55,14 @@ class Monitor:
     def title(self):
         return self.desk.x("xdotool", "getwindowname", self.window).rstrip("\n")
 
+    def list(self, name):
+        return self.desk.find(self.program, name, LISTS)
+
     def rows(self):
-        return self.desk.rows(self.desk.find(self.program, "History"))
+        return self.desk.rows(self.list("History"))
 
     def last_event(self):
-        return self.desk.rows(self.desk.find(self.program, "Last Activity"))
+        return self.desk.rows(self.list("Last Activity"))
 
     def wait_for_rows(self):
         """The rows, as soon as the page has been read to its end."""
@@ -67,9 +70,8 @@ class Monitor:
         return self.rows()
 
     def shows(self, text):
-        """Whether a label, a panel or a button has a text that begins so."""
-        names = (line.partition(": ")[2].strip("'") for line in self.desk.outline(self.program).splitlines())
-        return any(name.startswith(text) for name in names)
+        """Whether a label or a panel that shows has a text that begins so."""
+        return any(name.startswith(text) for name in self.desk.names(self.program))
 
     def is_down(self, button):
         return self.desk.is_checked(self.desk.find(self.program, button))
