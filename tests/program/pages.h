@@ -12,9 +12,10 @@ inline const std::string los_angeles = southern + "/recenteqs/Maps/Los_Angeles.h
 
 /// What a client with the identifier of FakeRandom's first number sends to the service.
 inline const std::string client = "macid=500000";
-inline std::string SetOnline() { return ServiceAddress("cmd=setonline&" + client + "&AppVersion=" + VersionDigits()); }
-inline std::string WhoIsOn() { return ServiceAddress("cmd=whoson&" + client + "&AppVersion= " + VersionDigits()); }
-inline std::string AddRun() { return ServiceAddress("cmd=add&" + client); }
+inline const std::string service = "http://maker.localhost:17650/cgi-bin/borvane/control.pl?";
+inline const std::string set_online = service + "cmd=setonline&" + client + "&AppVersion=" + VersionDigits();
+inline const std::string who_is_on = service + "cmd=whoson&" + client + "&AppVersion= " + VersionDigits();
+inline const std::string add_run = service + "cmd=add&" + client;
 inline const std::string version_file = "http://maker.localhost:17650/borvane/version.txt";
 
 /// A row of a list of recent earthquakes.

@@ -1,0 +1,292 @@
+#include "feed/refresh.h"
+
+#include <gtest/gtest.h>
+
+#include "bars/Form1.h"
+#include "feed/area.h"
+#include "program/watching_rig.h"
+
+namespace borvane {
+namespace {
+
+/// Traces what a refresh does to the records window.
+void WatchRecords(Rig &rig) {
+  rig.watch(*frmRecords, frmRecords->MousePointer, "MousePointer");
+  rig.watch(*frmRecords, frmRecords->Caption, "Caption");
+  rig.watch(frmRecords->Timer1, frmRecords->Timer1.Enabled, "Timer1");
+  rig.watch(frmRecords->StatusBar1.Panels(2), frmRecords->StatusBar1.Panels(2).Text, "Panels(2)");
+  rig.watch_rows(frmRecords->ListView1, "ListView1");
+}
+
+TEST(RefreshEvents, TakesItsStepsInTheirOrder) {
+  WatchingRig rig;
+  rig.clock().Set({.year = 2018, .month = 2, .day = 7, .hour = 13, .minute = 5, .second = 9});
+  rig.serve(set_online, "ok");
+  frmRecords->Timer1.Enabled = true;
+  WatchRecords(rig);
+  rig.refresh();
+  EXPECT_EQ(rig.trace({"pump", "wait", "request", "set", "rows"}),
+            (Lines{"pump in", "pump out", "request " + set_online, "wait in", "wait out", "set MousePointer=11",
+                   "set Timer1=false", "pump in", "pump out", "request " + los_angeles, "wait in", "wait out",
+                   "rows ListView1 cleared", "rows ListView1 1 added", "set Panels(2)=Last Refresh: 13:05:09",
+                   "set Caption=2.0 - Borvane - Last Events", "set MousePointer=0", "set Timer1=true"}));
+}
+
+TEST(RefreshEvents, CountsItsRunAtTheServiceOnce) {
+  WatchingRig rig;
+  Module1->RunCount = 10;
+  rig.serve(add_run, "");
+  rig.refresh();
+  EXPECT_EQ(rig.trace({"request"}), (Lines{"request " + set_online, "request " + add_run, "request " + los_angeles}));
+  EXPECT_EQ(Module1->RunCount, -1);
+  rig.clear_trace();
+  rig.refresh();
+  EXPECT_EQ(rig.trace({"request"}), (Lines{"request " + set_online, "request " + los_angeles}));
+}
+
+TEST(RefreshEvents, CountsRunsThatAreAMultipleOfTenAlone) {
+  for (const auto &[stored, calls] : std::initializer_list<std::pair<const char *, std::size_t>>{
+           {"9", 1}, {"10", 0}, {"19", 1}, {"8", 0}, {"", 0}, {"-1", 1}, {"-11", 1}, {"-2", 0}}) {
+    Rig rig;
+    rig.store()["RunTime"] = stored;
+    rig.store()["Area"] = "Los Angeles";
+    rig.start();
+    rig.serve(add_run, "");
+    rig.serve(los_angeles, Page(Row()));
+    rig.key('R');
+    const Lines requests = rig.trace({"request"});
+    EXPECT_EQ(static_cast<std::size_t>(std::count(requests.begin(), requests.end(), "request " + add_run)), calls)
+        << stored;
+  }
+}
+
+TEST(RefreshEvents, StopsTheTimerAndTheCountInModeThree) {
+  WatchingRig rig;
+  frmRecords->Timer1.Enabled = true;
+  Module1->RefreshCount = 70;
+  bool is_seen = false;
+  rig.during_request(los_angeles, [&] {
+    is_seen = true;
+    EXPECT_FALSE(frmRecords->Timer1.Enabled());
+    EXPECT_EQ(frmRecords->MousePointer(), pointer_hourglass);
+    EXPECT_EQ(Module1->RefreshCount, 0);
+  });
+  rig.refresh();
+  EXPECT_TRUE(is_seen);
+}
+
+TEST(RefreshEvents, EmptiesTheShortBarsFirstLabelInModeOne) {
+  WatchingRig rig;
+  Form1->Label1(0).Caption = "2.0";
+  Module1->RefreshCount = 70;
+  frmRecords->Timer1.Enabled = true;
+  WatchRecords(rig);
+  rig.during_request(los_angeles, [&] {
+    EXPECT_EQ(Form1->Label1(0).Caption(), "");
+    EXPECT_EQ(Module1->RefreshCount, 70);
+  });
+  rig.refresh(1);
+  const Lines sets = rig.trace({"set"});
+  EXPECT_EQ(sets, (Lines{"set Panels(2)=Last Refresh: 01:30:15", "set Caption=2.0 - Borvane - Last Events"}));
+  EXPECT_EQ(Form1->Label1(0).Caption(), "");
+}
+
+TEST(RefreshEvents, DoesNeitherInAnyOtherMode) {
+  for (const int mode : {0, 2, 4, -3}) {
+    WatchingRig rig;
+    Form1->Label1(0).Caption = "2.0";
+    WatchRecords(rig);
+    rig.refresh(mode);
+    EXPECT_EQ(Form1->Label1(0).Caption(), "2.0");
+    EXPECT_EQ(rig.trace({"set"}), (Lines{"set Panels(2)=Last Refresh: 01:30:15",
+                                         "set Caption=2.0 - Borvane - Last Events", "set Timer1=true"}))
+        << mode;
+  }
+}
+
+TEST(RefreshEvents, LoadsNoShortBarInModeThree) {
+  WatchingRig rig;
+  rig.refresh();
+  EXPECT_EQ(Form1.IfLoaded(), nullptr);
+}
+
+TEST(RefreshEvents, TakesTheAlertThresholdFromTheBoxAtEachRefresh) {
+  WatchingRig rig;
+  EXPECT_EQ(Module1->AlertThreshold, 0) << "nothing has been refreshed yet";
+  for (const auto &[text, threshold] : std::initializer_list<std::pair<const char *, float>>{
+           {"3.5", 3.5F}, {" 4.25 M", 4.25F}, {"abc", 0}, {"", 0}, {"-1", -1}}) {
+    conffrm->Text1.Text = text;
+    rig.refresh();
+    EXPECT_EQ(Module1->AlertThreshold, threshold) << text;
+  }
+}
+
+TEST(RefreshEvents, IsBusyFromTheChoiceOfThePageToTheEnd) {
+  WatchingRig rig;
+  rig.hold(set_online);
+  std::string busy;
+  const auto look = [&](const char *where) {
+    busy += std::string(where) + (Module1->RefreshBusy == flag_true ? " busy, " : " free, ");
+  };
+  rig.during_request(set_online, [&] { look("presence"); });
+  rig.during_pump(4, [&] { look("wait for the client"); });
+  rig.during_request(los_angeles, [&] { look("fetch"); });
+  rig.refresh();
+  look("end");
+  EXPECT_EQ(busy, "presence free, wait for the client busy, fetch busy, end free, ");
+}
+
+TEST(RefreshEvents, KeepsTheWholeAddressUntilThePageIsThereAndThenItsRoot) {
+  WatchingRig rig;
+  std::string during;
+  rig.during_request(los_angeles, [&] { during = Module1->SiteRoot; });
+  rig.refresh();
+  EXPECT_EQ(during, los_angeles);
+  EXPECT_EQ(Module1->SiteRoot, southern + "/");
+}
+
+TEST(RefreshEvents, CutsTheAddressBehindTheFirstSlashFromPositionNineOn) {
+  for (const auto &[address, root] :
+       std::initializer_list<std::pair<const char *, const char *>>{{"http://h/a/b", "http://h/"},
+                                                                    {"http:///a/b", "http:///a/"},
+                                                                    {"12345678/", "12345678/"},
+                                                                    {"1234567/9", ""},
+                                                                    {"http://host", ""}}) {
+    WatchingRig rig;
+    conffrm->Combo2.Text = "no entry";
+    Module1->SiteRoot = address;
+    rig.serve(address, "page");
+    rig.refresh();
+    EXPECT_EQ(Module1->SiteRoot, root) << address;
+  }
+}
+
+TEST(RefreshEvents, LeavesTheCountAtZeroAndTheTimerRunning) {
+  WatchingRig rig;
+  rig.during_request(los_angeles, [] { Module1->RefreshCount = 5; });
+  rig.refresh();
+  EXPECT_EQ(Module1->RefreshCount, 0);
+  EXPECT_TRUE(frmRecords->Timer1.Enabled());
+  EXPECT_EQ(Module1->RefreshBusy, flag_false);
+}
+
+TEST(RefreshEvents, NamesTheWindowByItsListBeforeTheFirstEvent) {
+  WatchingRig rig;
+  rig.serve(los_angeles, "a page without rows");
+  rig.refresh();
+  EXPECT_EQ(frmRecords->Caption(), "Mag - Borvane - Last Events");
+  EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15");
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 0);
+}
+
+TEST(RefreshEvents, RebuildsTheListEachTime) {
+  WatchingRig rig;
+  rig.refresh();
+  rig.refresh();
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 1);
+}
+
+TEST(RefreshEvents, ReadsAnErrorPageAsAPageWithoutRows) {
+  WatchingRig rig;
+  rig.serve(los_angeles, "<html><body>404 Not Found</body></html>");
+  rig.refresh();
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 0);
+  EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15");
+}
+
+TEST(RefreshEvents, SendsEveryTextThatIsNoScannersAreaToTheQuakesList) {
+  for (const char *area : {"Los Angeles", "Seattle Area", "Central US", "San Andreas (fault)", "", "Atlantis"}) {
+    WatchingRig rig;
+    conffrm->Combo2.Text = area;
+    Module1->SiteRoot = "http://host/page";
+    GetAreaUrl();
+    rig.serve(Module1->SiteRoot, Page(Row("3.1")));
+    rig.refresh();
+    EXPECT_EQ(Newest(), "3.1") << area;
+  }
+}
+
+TEST(RefreshEvents, ChoosesTheScannerByTheAreasTextEvenForAPageChosenByCoordinates) {
+  RecordProperty("quirk", "scanner-follows-area-text");
+  WatchingRig rig;
+  conffrm->Combo2.Text = "Worldwide 5+";
+  conffrm->Check4.Value = 1;
+  conffrm->Text6(0).Text = "116";
+  conffrm->Text6(1).Text = "33";
+  rig.serve(southern + "/recenteqs/Maps/116-33.html", Page(Row("3.1")));
+  rig.refresh();
+  EXPECT_EQ(rig.trace({"request"}).back(), "request " + southern + "/recenteqs/Maps/116-33.html");
+  EXPECT_EQ(Newest(), "Mag") << "the world list's scanner finds nothing in this page";
+}
+
+TEST(RefreshEvents, FetchesTheCoordinatePageWhenNothingIsChosen) {
+  WatchingRig rig;
+  conffrm->Combo2.Text = "";
+  rig.serve(southern + "/recenteqs/Maps/0-0.html", Page(Row("3.1")));
+  rig.refresh();
+  EXPECT_EQ(Newest(), "3.1");
+}
+
+TEST(RefreshEvents, StartsTheClockAlsoWhileTheRefreshIsSwitchedOff) {
+  RecordProperty("quirk", "any-refresh-starts-the-clock");
+  WatchingRig rig;
+  ASSERT_FALSE(frmRecords->Timer1.Enabled());
+  rig.key('R');
+  EXPECT_TRUE(frmRecords->Timer1.Enabled());
+  EXPECT_EQ(frmRecords->Toolbar1.Buttons(1).Value(), 0);
+  EXPECT_EQ(frmRecords->StatusBar1.Panels(3).Text(), "Auto Refresh Off");
+}
+
+TEST(RefreshEvents, CountsAsFinishedWhenTheClientIsBusy) {
+  RecordProperty("quirk", "busy-client-counts-as-refreshed");
+  WatchingRig rig;
+  rig.refresh();
+  rig.clock().Advance(100);
+  rig.hold_stubbornly("http://host/busy");
+  rig.during_request("http://host/busy", [&] {
+    rig.clear_trace();
+    Module1->RefreshCount = 70;
+    rig.refresh();
+    EXPECT_TRUE(rig.trace({"request"}).empty());
+    EXPECT_EQ(LastRefresh(), "Last Refresh: 01:31:55");
+    EXPECT_EQ(Module1->RefreshCount, 0);
+    EXPECT_EQ(Module1->RefreshBusy, flag_false);
+    EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 1);
+    EXPECT_EQ(Module1->SiteRoot, los_angeles) << "nothing has been fetched, nothing is cut";
+  });
+  rig.happen([] {
+    try {
+      conffrm->Inet1.OpenURL("http://host/busy");
+    } catch (const RuntimeError &) {
+      // The request that never stops ends with its time-out.
+    }
+  });
+  EXPECT_EQ(LastRefresh(), "Last Refresh: 01:31:55");
+}
+
+TEST(RefreshEvents, SkipsAllUpToTheEndWhenTheClientIsBusyBeforeTheCallToTheService) {
+  WatchingRig rig;
+  Module1->RunCount = 10;
+  Module1->SiteRoot = "http://before/";
+  rig.hold_stubbornly("http://host/busy");
+  rig.during_request("http://host/busy", [&] {
+    rig.clear_trace();
+    rig.refresh();
+    EXPECT_TRUE(rig.trace({"request"}).empty());
+    EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15");
+    EXPECT_EQ(Module1->RunCount, 10);
+    EXPECT_EQ(Module1->AlertThreshold, 0);
+    EXPECT_EQ(Module1->SiteRoot, "http://before/");
+  });
+  rig.happen([] {
+    try {
+      conffrm->Inet1.OpenURL("http://host/busy");
+    } catch (const RuntimeError &) {
+      // As above.
+    }
+  });
+  EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15");
+}
+
+}  // namespace
+}  // namespace borvane
