@@ -10,7 +10,10 @@ screen_packages=(xvfb openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-
 
 # To check the code. The form and the findings depend on the version, so the version is named.
 check_packages=(binutils ccache clang-format-14)
-full_check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev libbenchmark-dev)
+full_check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev)
+
+# To measure, with the peers that are measured beside.
+bench_packages=(libbenchmark-dev libxml2-dev nginx-light wrk)
 
 # require_packages PACKAGE...: installs those that are missing. Where that cannot be done, lists them and ends with status 2.
 require_packages() {

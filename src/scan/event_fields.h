@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 
 #include "basic/failure.h"
@@ -24,6 +25,13 @@ class EventFields {
     if (slot < 0 || slot > upper_bound_)
       Fail(Failure::Subscript);
     return slots_[static_cast<std::size_t>(slot)];
+  }
+
+  /// The slots from `first` to `last`. Raises a subscript failure outside the bounds.
+  std::span<const std::string> Slots(int first, int last) const {
+    if (first < 0 || first > last || last > upper_bound_)
+      Fail(Failure::Subscript);
+    return std::span(slots_).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first + 1));
   }
 
  private:

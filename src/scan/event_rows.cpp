@@ -1,6 +1,7 @@
 #include "scan/event_rows.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "alert/quake_alert.h"
@@ -61,9 +62,8 @@ void AppendEvent(EventFields &fields) {
   constexpr int last_slot = 8;
   ListItem item;
   item.Text = fields(1);
-  item.SubItemTexts.reserve(last_slot - 1);
-  for (int slot = 2; slot <= last_slot; ++slot)
-    item.SubItemTexts.push_back(fields(slot));
+  const std::span<const std::string> further = fields.Slots(2, last_slot);
+  item.SubItemTexts.assign(further.begin(), further.end());
   frmRecords->ListView1.ListItems.Add(std::move(item));
 }
 
