@@ -45,6 +45,7 @@ class HeadReader {
   std::optional<std::string_view> NextLine();
   RequestReading ReadHeaders();
   RequestReading UnfinishedRequestLine() const;
+  /// `limit` is where the longest good line would end, its carriage return included.
   RequestReading Unfinished(std::size_t limit, int refusal) const;
   static RequestReading Refused(int status);
   int ReadRequestLine(std::string_view line);
@@ -84,7 +85,7 @@ RequestReading HeadReader::ReadHeaders() {
   for (std::size_t count = 0;; ++count) {
     const std::optional<std::string_view> line = NextLine();
     if (!line)
-      return Unfinished(std::min(position_ + limits_.header_line, start + limits_.header_lines), 431);
+      return Unfinished(std::min(position_ + limits_.header_line, start + limits_.header_lines) + 1, 431);
     if (line->empty())
       break;
     if (count == limits_.headers || line->size() > limits_.header_line || position_ - start > limits_.header_lines)
@@ -117,7 +118,7 @@ RequestReading HeadReader::UnfinishedRequestLine() const {
   // What cannot be a request line is told at once, without waiting for its end.
   if (position_ < bytes_.size() && bytes_[position_] != '\r' && !IsTokenCharacter(bytes_[position_]))
     return Refused(400);
-  return Unfinished(position_ + limits_.method + limits_.target + version_form.size() + 2, 414);
+  return Unfinished(position_ + limits_.method + 1 + limits_.target + version_form.size() + 1, 414);
 }
 
 RequestReading HeadReader::Refused(int status) {

@@ -89,7 +89,7 @@ QByteArray HtmlText(const QString &text) { return PageText(text.toHtmlEscaped().
 QByteArray RowText(const QString &text) {
   QByteArray plain = PageText(text.left(longest_place));
   plain.replace('<', '\x8b').replace('>', '\x9b');
-  plain.replace("/recenteqs/", "/ recenteqs/");
+  plain.replace("recenteqs/Quakes", "recenteqs Quakes");
   QByteArray escaped;
   for (qsizetype i = 0; i < plain.size(); ++i) {
     escaped += plain[i];

@@ -155,6 +155,7 @@ TEST(ReadRequest, RefusesABody) {
 TEST(ReadRequest, TakesATargetOfTheLimitAndRefusesOneByteMore) {
   const std::string target = '/' + std::string(64 * 1024 - 1, 'x');
   EXPECT_EQ(TargetOf("GET " + target + " HTTP/1.1"), target);
+  EXPECT_EQ(Read("HEAD " + target + " HTTP/1.1\r").status, Status::Incomplete) << "its line feed is still to come";
   EXPECT_EQ(RefusalOf("GET " + target + "x HTTP/1.1\r\n\r\n"), 414);
   EXPECT_EQ(RefusalOf("GET " + target + std::string(1000, 'x')), 414) << "without waiting for the line's end";
   EXPECT_EQ(RefusalOf("GET " + target + "xxx\r\n\r\n"), 414);
@@ -171,6 +172,7 @@ TEST(ReadRequest, TakesAsManyHeadersAsTheLimitAndRefusesOneMore) {
 TEST(ReadRequest, TakesAHeaderLineOfTheLimitAndRefusesOneByteMore) {
   const std::string line = "A: " + std::string(8 * 1024 - 3, 'b');
   EXPECT_EQ(Read("GET / HTTP/1.1\r\n" + line + "\r\n\r\n").status, Status::Complete);
+  EXPECT_EQ(Read("GET / HTTP/1.1\r\n" + line + "\r").status, Status::Incomplete) << "its line feed is still to come";
   EXPECT_EQ(RefusalOf("GET / HTTP/1.1\r\n" + line + "b\r\n\r\n"), 431);
 }
 
@@ -179,6 +181,7 @@ TEST(ReadRequest, TakesHeaderLinesOfTheLimitTogetherAndRefusesMore) {
   for (int i = 0; i < 4; ++i)
     head += "A: " + std::string(8 * 1024 - 5, 'b') + "\r\n";
   EXPECT_EQ(Read(head + "\r\n").status, Status::Complete);
+  EXPECT_EQ(Read(head + "\r").status, Status::Incomplete) << "the head's last line feed is still to come";
   EXPECT_EQ(RefusalOf(head + "A: b\r\n"), 431);
 }
 
