@@ -13,7 +13,7 @@ check_packages=(binutils ccache clang-format-14)
 full_check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev)
 
 # To measure, with the peers that are measured beside.
-bench_packages=(libbenchmark-dev libxml2-dev nginx-light wrk)
+bench_packages=(libbenchmark-dev libxml2-dev libxcb1-dev libxcb-shm0-dev nginx-light wrk)
 
 # require_packages PACKAGE...: installs those that are missing. Where that cannot be done, lists them and ends with status 2.
 require_packages() {

@@ -15,8 +15,11 @@ class IdleHost final : public SettingsStore,
                        public Process,
                        public FormHost {
  public:
-  Platform Services() {
-    return {.settings = *this,
+  Platform Services() { return ServicesWith(*this); }
+
+  /// The same with settings that are kept.
+  Platform ServicesWith(SettingsStore &settings) {
+    return {.settings = settings,
             .http = *this,
             .events = *this,
             .clock = *this,
