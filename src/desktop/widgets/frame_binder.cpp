@@ -14,25 +14,35 @@ class FrameWidget final : public QGroupBox {
  public:
   explicit FrameWidget(QWidget *parent) : QGroupBox(parent) {}
 
+  /// The caption is not the box's own title, which a screen reader would read for every label that is empty.
+  void ShowCaption(const QString &caption) {
+    caption_ = caption;
+    setAccessibleName(caption);
+    update();
+  }
+
  protected:
   void paintEvent(QPaintEvent * /*event*/) override {
     constexpr int caption_left = 8;
     constexpr qreal corner_radius = 2;
     QPainter painter(this);
-    const QRect caption(caption_left, 0, fontMetrics().horizontalAdvance(title()), fontMetrics().height());
+    const QRect caption(caption_left, 0, fontMetrics().horizontalAdvance(caption_), fontMetrics().height());
 
     painter.save();
-    if (!title().isEmpty())
+    if (!caption_.isEmpty())
       painter.setClipRegion(QRegion(rect()).subtracted(caption));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(palette().color(QPalette::Mid));
-    const int top = title().isEmpty() ? 0 : caption.height() / 2;
+    const int top = caption_.isEmpty() ? 0 : caption.height() / 2;
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, top + 0.5, -0.5, -0.5), corner_radius, corner_radius);
     painter.restore();
 
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(caption, Qt::AlignLeft | Qt::AlignTop, title());
+    painter.drawText(caption, Qt::AlignLeft | Qt::AlignTop, caption_);
   }
+
+ private:
+  QString caption_;
 };
 
 class FrameBinder final : public Binder {
@@ -43,10 +53,7 @@ class FrameBinder final : public Binder {
   }
 
  protected:
-  void Show(const PropertyBase & /*property*/) override {
-    frame_widget_.setTitle(ShownText(frame_.Caption()));
-    frame_widget_.setAccessibleName(frame_widget_.title().trimmed());
-  }
+  void Show(const PropertyBase & /*property*/) override { frame_widget_.ShowCaption(ShownText(frame_.Caption())); }
 
  private:
   Frame &frame_;

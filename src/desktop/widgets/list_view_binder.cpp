@@ -72,7 +72,8 @@ class ListViewBinder final : public Binder {
   ListViewBinder(ListView &list, ListWidget &view, const Surroundings &surroundings)
       : Binder(list, view, surroundings), list_(list), view_(view), model_(list) {
     view_.setModel(&model_);
-    view_.setAccessibleName(surroundings.parent.accessibleName());
+    // A list has no caption of its own: a screen reader calls it by that of the frame around it.
+    view_.setAccessibleName(surroundings.parent.accessibleName().trimmed());
     if (list_.hides_column_headers()) {
       view_.setHeaderHidden(true);
       // Such a list is as high as its rows, and a scroll bar would cover them.

@@ -29,9 +29,9 @@ Qt::WindowFlags FrameOf(BorderStyle border) {
       Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
   switch (border) {
     case BorderStyle::FixedSingle:
-      return fixed | Qt::WindowMinimizeButtonHint;
+      return Qt::Window | fixed | Qt::WindowMinimizeButtonHint;
     case BorderStyle::FixedDialog:
-      return fixed;
+      return Qt::Dialog | fixed;
     default:
       return Qt::Window;
   }

@@ -12,8 +12,9 @@ namespace borvane {
 
 namespace {
 
-constexpr int margin = 8;
-constexpr int spacing = 6;
+constexpr int margin = 7;
+constexpr int spacing = 5;
+constexpr int row_height = 20;
 constexpr int number_width = 52;
 
 QVBoxLayout &LayOut(QWidget &group) {
@@ -33,7 +34,8 @@ QVBoxLayout &AddGroup(QBoxLayout &groups) {
 
 QHBoxLayout &AddRow(QBoxLayout &group) {
   auto *row = new QHBoxLayout;
-  row->setSpacing(spacing);
+  row->setSpacing(spacing + 1);
+  row->addStrut(row_height);
   group.addLayout(row);
   return *row;
 }
@@ -62,8 +64,8 @@ void SettingsWindow::BuildArea(QBoxLayout &groups) {
   QVBoxLayout &group = AddGroup(groups);
 
   QHBoxLayout &zone = AddRow(group);
-  AddLabelled(zone, settings_.Label1(0), settings_.Combo2);
-  zone.setStretch(1, 1);
+  QWidget &areas = AddLabelled(zone, settings_.Label1(0), settings_.Combo2);
+  zone.setStretchFactor(&areas, 1);
 
   QHBoxLayout &numbers = AddRow(group);
   AddLabelled(numbers, settings_.Label1(1), settings_.Text2).setFixedWidth(number_width);
@@ -110,7 +112,8 @@ void SettingsWindow::BuildBars(QBoxLayout &groups) {
 }
 
 void SettingsWindow::BuildEdge(QBoxLayout &groups) {
-  QWidget &frame = Add(groups, settings_.Frame1);
+  QWidget &frame = *Bind(settings_.Frame1, *this, Placing::ByLayout);
+  groups.addWidget(&frame);
   QHBoxLayout &row = AddRow(LayOut(frame));
   Add(row, settings_.Label4);
   row.addStretch();
@@ -164,7 +167,8 @@ void SettingsWindow::BuildLastRow(QBoxLayout &groups) {
 
 QWidget &SettingsWindow::Add(QBoxLayout &row, Control &control) {
   QWidget &widget = *Bind(control, *row.parentWidget(), Placing::ByLayout);
-  row.addWidget(&widget);
+  widget.setMaximumHeight(row_height);
+  row.addWidget(&widget, 0, Qt::AlignVCenter);
   return widget;
 }
 
