@@ -10,7 +10,7 @@ namespace borvane {
 /// A row of a list: its text and the texts of the further columns, counted from 1.
 struct ListItem {
   std::string Text;
-  std::vector<std::string> SubItemTexts;
+  std::vector<std::string> SubItemTexts = {};
 
   /// The text of the sub-item at `number`; empty where none has been set. Raises a subscript failure below 1.
   std::string_view SubItems(int number) const;

@@ -72,6 +72,8 @@ QWidget *FormWindow::Bind(Control &control, QWidget &parent, Placing placing) {
 }
 
 void FormWindow::Release() {
+  if (is_released_)
+    return;
   is_released_ = true;
   form_.Watch(nullptr);
   for (Binder *binder : binders_)

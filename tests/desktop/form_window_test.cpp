@@ -1,0 +1,249 @@
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QWindow>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+#include "desktop/sample_form.h"
+#include "desktop/screen_rig.h"
+
+namespace borvane {
+namespace {
+
+class FormOnScreen : public testing::Test {
+ protected:
+  FormOnScreen() {
+    sample->KeyUp = [this](int key, int shift) {
+      rig.note("key " + std::to_string(key) + (shift == 0 ? "" : " with " + std::to_string(shift)));
+    };
+    sample->Resize = [this] {
+      rig.note("resize to " + std::to_string(static_cast<int>(sample->Width())) + " x " +
+               std::to_string(static_cast<int>(sample->Height())));
+    };
+    sample->Show();
+    Settle();
+    rig.events();
+  }
+
+  FormWindow &window() const { return rig.window(*sample); }
+
+  ScreenRig rig;
+};
+
+TEST(FormWindowTest, IsNotMadeBeforeItsFormIsShown) {
+  ScreenRig rig;
+  sample->Text1.Text = "loaded";
+  EXPECT_EQ(rig.forms().WindowOf(*sample), nullptr);
+
+  sample->Show();
+  EXPECT_NE(rig.forms().WindowOf(*sample), nullptr);
+}
+
+TEST_F(FormOnScreen, HasItsClientAreaAtFifteenTwipsAPixel) {
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_EQ(window().size(), QSize(600, 400));
+}
+
+TEST_F(FormOnScreen, ShowsItsCaption) {
+  sample->Caption = "5.2 - Borvane [*] \x96 Last Events";
+
+  EXPECT_EQ(window().windowHandle()->title(), QString::fromUtf8("5.2 - Borvane [*] – Last Events"));
+}
+
+TEST_F(FormOnScreen, ResizingByTheUserGivesTheFormItsOuterSizeInOneResize) {
+  window().resize(500, 300);
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"resize to 7620 x 4905"}));
+}
+
+TEST_F(FormOnScreen, ResizingByCodeResizesTheWindowAndIsNotToldTwice) {
+  sample->Width = 7000;
+  Settle();
+
+  EXPECT_EQ(window().width(), 459);
+  EXPECT_EQ(sample->Width(), 7000);
+  EXPECT_EQ(rig.events(), Lines({"resize to 7000 x 6405"}));
+}
+
+TEST_F(FormOnScreen, CanBeMadeAsSmallAsTheUserLikes) {
+  window().resize(20, 10);
+  Settle();
+
+  EXPECT_EQ(window().size(), QSize(20, 10));
+}
+
+TEST_F(FormOnScreen, FixedWindowCannotBeResized) {
+  other_form->Show();
+  Settle();
+
+  EXPECT_EQ(rig.window(*other_form).minimumSize(), QSize(200, 100));
+  EXPECT_EQ(rig.window(*other_form).maximumSize(), QSize(200, 100));
+}
+
+TEST_F(FormOnScreen, MovesWhereTheFormGoes) {
+  sample->Left = 1500;
+  sample->Top = 450;
+  Settle();
+
+  EXPECT_EQ(window().pos(), QPoint(100, 30));
+}
+
+TEST_F(FormOnScreen, CloseBoxUnloadsTheForm) {
+  window().close();
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+}
+
+TEST_F(FormOnScreen, CloseBoxOfAFormThatRefusesLeavesWhatTheFormDoes) {
+  sample->QueryUnload = [&](Integer &cancel, UnloadMode mode) {
+    rig.note(mode == UnloadMode::CloseBox ? "close box" : "code");
+    cancel = 1;
+    sample->Hide();
+  };
+  window().close();
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"close box"}));
+  ASSERT_NE(sample.IfLoaded(), nullptr);
+  EXPECT_FALSE(window().isVisible());
+
+  sample->Show();
+  EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(FormOnScreen, HandlerMayUnloadItsOwnWindow) {
+  sample->Command1.Click = [] { sample.Unload(); };
+  QTest::mouseClick(&rig.widget(*sample, "Command1"), Qt::LeftButton);
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+}
+
+TEST_F(FormOnScreen, NewWindowComesAfterAnUnload) {
+  sample.Unload();
+  sample->Text1.Text = "new";
+  sample->Show();
+  Settle();
+
+  EXPECT_EQ(SpokenValue(rig.widget(*sample, "Text1")), "new");
+}
+
+TEST_F(FormOnScreen, OwnedWindowStaysAboveItsOwner) {
+  other_form->Show(&*sample);
+
+  EXPECT_EQ(rig.window(*other_form).windowHandle()->transientParent(), window().windowHandle());
+}
+
+TEST_F(FormOnScreen, HourglassIsItsPointerWhileItIsToldSo) {
+  sample->MousePointer = pointer_hourglass;
+  EXPECT_EQ(window().cursor().shape(), Qt::WaitCursor);
+  EXPECT_EQ(rig.widget(*sample, "ListView1").cursor().shape(), Qt::WaitCursor);
+
+  sample->MousePointer = pointer_normal;
+  EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(FormOnScreen, SeesThePointerInTwipsOfItsClientArea) {
+  sample->FormMouseMove = [&](const MouseState &mouse) {
+    rig.note(std::to_string(static_cast<int>(mouse.x)) + " " + std::to_string(static_cast<int>(mouse.y)));
+  };
+  QTest::mouseMove(&window(), QPoint(590, 100));
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"8850 1500"}));
+}
+
+TEST_F(FormOnScreen, StoppedDesktopTakesNoEvents) {
+  sample->Command1.Click = [&] { rig.note("click"); };
+  rig.forms().Stop();
+  QTest::mouseClick(&rig.widget(*sample, "Command1"), Qt::LeftButton);
+  QTest::keyClick(window().windowHandle(), Qt::Key_R);
+  window().resize(300, 300);
+  window().close();
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+class Keys : public FormOnScreen {
+ protected:
+  QWindow *screen_window() const { return window().windowHandle(); }
+
+  void send(QEvent::Type type, Qt::Key key, bool repeats = false) const {
+    QKeyEvent event(type, key, Qt::NoModifier, QString(), repeats);
+    QApplication::sendEvent(screen_window(), &event);
+  }
+};
+
+TEST_F(Keys, HaveTheirCodesWithOrWithoutShift) {
+  QTest::keyClick(screen_window(), Qt::Key_R);
+  QTest::keyClick(screen_window(), Qt::Key_R, Qt::ShiftModifier);
+  QTest::keyClick(screen_window(), Qt::Key_F1);
+  QTest::keyClick(screen_window(), Qt::Key_F10);
+  QTest::keyClick(screen_window(), Qt::Key_Escape);
+  QTest::keyClick(screen_window(), Qt::Key_7);
+  QTest::keyClick(screen_window(), Qt::Key_Down, Qt::ControlModifier);
+  send(QEvent::KeyPress, Qt::Key_Adiaeresis);
+  send(QEvent::KeyRelease, Qt::Key_Adiaeresis);
+
+  // The modifier keys are keys as well.
+  EXPECT_EQ(rig.events(), Lines({"key 82", "key 82 with 1", "key 16", "key 112", "key 121", "key 27", "key 55",
+                                 "key 40 with 2", "key 17", "key 0"}));
+}
+
+TEST_F(Keys, ComeAtTheReleaseAndOnlyForAPressThatTheWindowSaw) {
+  QTest::keyRelease(screen_window(), Qt::Key_Escape);
+  EXPECT_EQ(rig.events(), Lines());
+
+  QTest::keyPress(screen_window(), Qt::Key_Escape);
+  EXPECT_EQ(rig.events(), Lines());
+  QTest::keyRelease(screen_window(), Qt::Key_Escape);
+  EXPECT_EQ(rig.events(), Lines({"key 27"}));
+}
+
+TEST_F(Keys, PressedBeforeAnotherWindowHadTheKeyboardDoNotCount) {
+  QTest::keyPress(screen_window(), Qt::Key_R);
+  other_form->Show();
+  QApplication::setActiveWindow(&rig.window(*other_form));
+  Settle();
+  QApplication::setActiveWindow(&window());
+  Settle();
+  QTest::keyRelease(screen_window(), Qt::Key_R);
+
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(Keys, HeldKeyCountsOnceAtItsEnd) {
+  send(QEvent::KeyPress, Qt::Key_R);
+  for (int i = 0; i < 5; ++i) {
+    send(QEvent::KeyRelease, Qt::Key_R, true);
+    send(QEvent::KeyPress, Qt::Key_R, true);
+  }
+  EXPECT_EQ(rig.events(), Lines());
+  send(QEvent::KeyRelease, Qt::Key_R);
+
+  EXPECT_EQ(rig.events(), Lines({"key 82"}));
+}
+
+TEST_F(Keys, TypedIntoABoxReachTheFormBeforeTheBoxHasThemReleased) {
+  rig.widget(*sample, "Text1").setFocus();
+  sample->Text1.Change = [&] { rig.note("change " + sample->Text1.Text()); };
+  QTest::keyClick(screen_window(), Qt::Key_R, Qt::NoModifier);
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"change 10r", "key 82"}));
+}
+
+TEST_F(Keys, MayUnloadTheWindow) {
+  sample->KeyUp = [](int, int) { sample.Unload(); };
+  QTest::keyClick(screen_window(), Qt::Key_Q);
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+}
+
+}  // namespace
+}  // namespace borvane

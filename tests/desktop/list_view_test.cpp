@@ -1,0 +1,167 @@
+#include <QAccessible>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTreeView>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+#include "desktop/sample_form.h"
+#include "desktop/screen_rig.h"
+#include "records/frmRecords.h"
+
+namespace borvane {
+namespace {
+
+class ListViewOnScreen : public testing::Test {
+ protected:
+  ListViewOnScreen() {
+    sample->Show();
+    Settle();
+  }
+
+  ListView &list() { return sample->ListView1; }
+  QTreeView &view() const { return rig.widget<QTreeView>(*sample, "ListView1"); }
+
+  /// What a screen reader reads in that cell; rows and columns count from 0.
+  std::string cell(int row, int column) const {
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&view());
+    return table->tableInterface()->cellAt(row, column)->text(QAccessible::Name).toStdString();
+  }
+
+  /// How many pixels of the list are as dark as its text.
+  int text_pixels() { return PixelsOf(Picture(*view().viewport()), view().palette().color(QPalette::Text), half); }
+
+  ScreenRig rig;
+};
+
+TEST_F(ListViewOnScreen, ShowsRowsAsTheyAreAdded) {
+  EXPECT_EQ(text_pixels(), 0);
+  list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
+  const int one_row = text_pixels();
+  EXPECT_GT(one_row, 10);
+  EXPECT_EQ(cell(0, 0), "1.6");
+  EXPECT_EQ(cell(0, 1), "Yucaipa");
+
+  list().ListItems.Add({.Text = "2.0", .SubItemTexts = {"Castaic"}});
+  EXPECT_GT(text_pixels(), one_row);
+  list().ListItems.SetSubItem(2, 1, "Provo");
+  EXPECT_EQ((Settle(), cell(1, 1)), "Provo");
+
+  list().ListItems.Clear();
+  EXPECT_EQ(text_pixels(), 0);
+}
+
+TEST_F(ListViewOnScreen, ColumnsHaveTheirWidths) {
+  EXPECT_EQ(view().columnWidth(0), 96);
+  EXPECT_EQ(view().columnWidth(1), 200);
+  EXPECT_EQ(view().columnWidth(2), 1);
+}
+
+TEST_F(ListViewOnScreen, NewColumnsBringTheirWidths) {
+  list().ColumnHeaders.Clear();
+  list().ColumnHeaders.Add("Place", 4500);
+  list().ColumnHeaders.Add("Date");
+  Settle();
+
+  ASSERT_EQ(view().header()->count(), 2);
+  EXPECT_EQ(view().columnWidth(0), 300);
+  EXPECT_EQ(view().columnWidth(1), 96);
+}
+
+TEST_F(ListViewOnScreen, ColumnsThatTheUserHasMadeWiderStaySoWhenTheRowsChange) {
+  list().ListItems.Add({.Text = "1.6"});
+  Settle();
+  view().setColumnWidth(0, 50);
+  list().ListItems.Clear();
+  list().ListItems.Add({.Text = "2.0"});
+  Settle();
+
+  EXPECT_EQ(view().columnWidth(0), 50);
+}
+
+TEST_F(ListViewOnScreen, GridLinesComeAndGo) {
+  list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
+  const QColor line = view().palette().color(QPalette::Mid);
+  const int without = PixelsOf(Picture(*view().viewport()), line);
+
+  list().GridLines = true;
+  EXPECT_GT(PixelsOf(Picture(*view().viewport()), line), without + 200);
+
+  list().GridLines = false;
+  EXPECT_EQ(PixelsOf(Picture(*view().viewport()), line), without);
+}
+
+TEST_F(ListViewOnScreen, RowsCannotBeEdited) {
+  list().ListItems.Add({.Text = "1.6"});
+  Settle();
+  view().setFocus();
+  QTest::keyClick(&view(), Qt::Key_F2);
+  QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+
+  EXPECT_EQ(view().findChild<QLineEdit *>(), nullptr);
+}
+
+TEST_F(ListViewOnScreen, ScrollsAHundredThousandRowsWithoutAPause) {
+  for (int i = 0; i < 100'000; ++i)
+    list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
+  Settle();
+  QElapsedTimer time;
+  time.start();
+  view().setFocus();
+  QTest::keyClick(&view(), Qt::Key_End);
+  const int shown = text_pixels();
+
+  EXPECT_GT(shown, 100);
+  EXPECT_EQ(view().currentIndex().row(), 99'999);
+  constexpr int pause = 1000;  // without rows of one height this takes several seconds
+  EXPECT_LT(time.elapsed(), pause);
+}
+
+TEST_F(ListViewOnScreen, PaintsOncePerRefresh) {
+  class PaintCounter : public QObject {
+   public:
+    int paints = 0;
+
+   protected:
+    bool eventFilter(QObject * /*object*/, QEvent *event) override {
+      paints += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } counter;
+  QTest::qWait(50);
+  view().viewport()->installEventFilter(&counter);
+  list().ListItems.Clear();
+  for (int i = 0; i < 10'000; ++i)
+    list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }, 2000));
+  QTest::qWait(50);
+
+  EXPECT_EQ(counter.paints, 1);
+}
+
+TEST(RecordsLists, AreNamedByTheirFrames) {
+  ScreenRig rig;
+  frmRecords->Show();
+
+  EXPECT_EQ(SpokenName(rig.widget(*frmRecords, "ListView1")), "History");
+  EXPECT_EQ(SpokenName(rig.widget(*frmRecords, "ListView2")), "Last Activity");
+}
+
+TEST(RecordsLists, NewestEventHasRoomInItsList) {
+  ScreenRig rig;
+  frmRecords->Show();
+  Settle();
+  auto &view = rig.widget<QTreeView>(*frmRecords, "ListView2");
+
+  EXPECT_TRUE(view.isHeaderHidden());
+  EXPECT_GE(view.viewport()->height(), view.visualRect(view.model()->index(0, 0)).bottom());
+  rig.window(*frmRecords).resize(400, 400);
+  Settle();
+  EXPECT_FALSE(view.horizontalScrollBar()->isVisible());
+}
+
+}  // namespace
+}  // namespace borvane

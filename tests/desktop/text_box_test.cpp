@@ -1,0 +1,113 @@
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+#include "desktop/sample_form.h"
+#include "desktop/screen_rig.h"
+
+namespace borvane {
+namespace {
+
+class TextBoxOnScreen : public testing::Test {
+ protected:
+  TextBoxOnScreen() {
+    sample->Text1.Change = [this] { rig.note("change " + sample->Text1.Text()); };
+    sample->Text1.LostFocus = [this] { rig.note("left with " + sample->Text1.Text()); };
+    sample->Show();
+    Settle();
+    rig.events();
+  }
+
+  QWidget &box() const { return rig.widget(*sample, "Text1"); }
+
+  ScreenRig rig;
+};
+
+TEST_F(TextBoxOnScreen, ShowsItsText) {
+  EXPECT_EQ(SpokenValue(box()), "10");
+
+  sample->Text1.Text = "caf\xE9";
+
+  EXPECT_EQ(SpokenValue(box()), "café");
+}
+
+TEST_F(TextBoxOnScreen, RaisesChangeAtEachKey) {
+  QTest::keyClicks(&box(), "5x");
+
+  EXPECT_EQ(rig.events(), Lines({"change 105", "change 105x"}));
+}
+
+TEST_F(TextBoxOnScreen, ShowsTheQuestionMarkThatItHolds) {
+  QInputMethodEvent omega;
+  omega.setCommitString(QString::fromUtf8("Ω"));
+  QApplication::sendEvent(&box(), &omega);
+
+  EXPECT_EQ(rig.events(), Lines({"change 10?"}));
+  EXPECT_EQ(SpokenValue(box()), "10?");
+}
+
+TEST_F(TextBoxOnScreen, KeepsTheCursorWhenTheTextChangesUnderIt) {
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  edit.setCursorPosition(1);
+  sample->Text1.Text = "7123";
+  QTest::keyClicks(&edit, "x");
+
+  EXPECT_EQ(sample->Text1.Text(), "7x123");
+}
+
+TEST_F(TextBoxOnScreen, TakesNoKeysWhileItIsDisabled) {
+  sample->Text1.Enabled = false;
+  QTest::keyClicks(&box(), "5");
+
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(TextBoxOnScreen, IsLeftForAnotherControl) {
+  box().setFocus();
+  QTest::keyClicks(&box(), "5");
+  QTest::keyClick(&box(), Qt::Key_Tab);
+
+  EXPECT_EQ(rig.events(), Lines({"change 105", "left with 105"}));
+}
+
+TEST_F(TextBoxOnScreen, IsLeftForAControlOfAnotherWindow) {
+  box().setFocus();
+  other_form->Show();
+  other_form->Text1.Visible = true;
+  QWidget &other = rig.widget(*other_form, "Text1");
+  QApplication::setActiveWindow(&rig.window(*other_form));
+  other.setFocus();
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+}
+
+TEST_F(TextBoxOnScreen, IsNotLeftForAnotherProgram) {
+  box().setFocus();
+  Settle();
+  QApplication::setActiveWindow(nullptr);
+  Settle();
+  EXPECT_FALSE(box().hasFocus());
+
+  QApplication::setActiveWindow(&rig.window(*sample));
+  Settle();
+
+  EXPECT_TRUE(box().hasFocus());
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(TextBoxOnScreen, IsLeftWhenTheUserComesBackToAnotherControl) {
+  box().setFocus();
+  QApplication::setActiveWindow(nullptr);
+  rig.widget(*sample, "Text2").setFocus();
+  QApplication::setActiveWindow(&rig.window(*sample));
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+}
+
+}  // namespace
+}  // namespace borvane
