@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <typeinfo>
 
 #include "basic/integer.h"
 #include "controls/control.h"

@@ -63,16 +63,17 @@ void CountBanner() {
   constexpr double shows = 5;
   const double shown = SaturatedPrefix(ReadSetting(Setting::ad));
   if (shown < shows) {
-    SaveSetting(Setting::ad, InvariantText(shown + 1));
+    // A count below all numbers has no successor to store.
+    if (std::isfinite(shown))
+      SaveSetting(Setting::ad, InvariantText(shown + 1));
     Module1->ShowBanner = flag_true;
   }
 }
 
 void LoadBarSettings() {
-  const std::string edge_offset = ReadSetting(Setting::EdgeOffset);
-  conffrm->Text7.Text = edge_offset.empty() ? "900" : edge_offset;
+  conffrm->Text7.Text = ReadSettingOrDefault(Setting::EdgeOffset);
 
-  const Integer edge_option = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::EdgeDetect)));
+  const Integer edge_option = RoundToInteger(SaturatedPrefix(ReadSettingOrDefault(Setting::EdgeDetect)));
   conffrm->Option1(edge_option).Value = true;
 
   constexpr std::array colors = {Setting::Color0, Setting::Color1, Setting::Color2};
@@ -88,8 +89,7 @@ void LoadLogSettings() {
 
   // Meant (log-option-false-restores-nothing): "False" should switch on the other option. It leaves both as they are,
   // and the settings window's timer chooses "All" when it is opened with the log on.
-  const std::string log_all = ReadSetting(Setting::LogAll);
-  if (log_all.empty() || log_all == "True")
+  if (ReadSettingOrDefault(Setting::LogAll) == "True")
     conffrm->Option2(0).Value = true;
 }
 

@@ -1,6 +1,5 @@
 #include "feed/presence.h"
 
-#include "basic/number.h"
 #include "core/program.h"
 #include "feed/http_client.h"
 #include "feed/service.h"
@@ -22,7 +21,7 @@ std::string GetUsersOnline() {
   try {
     // Meant (whoson-version-has-a-blank): the version should be the same text in all requests. Here it is a number's
     // own text with its leading blank, and the service knows the request by it.
-    const std::string version = InvariantText(NumericPrefix(VersionDigits()));
+    const std::string version = " " + VersionDigits();
     if (HttpClientFree() == flag_false)
       return {};
     std::string answer =

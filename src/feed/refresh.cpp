@@ -114,14 +114,13 @@ void FinishRefresh(Integer mode) {
   if (mode == refresh_with_hourglass)
     frmRecords->MousePointer = pointer_normal;
 
-  // Meant (any-refresh-starts-the-clock): the switch should decide whether the timer runs. Every refresh that ends
+  // Meant (any-refresh-starts-the-clock): the switch should decide whether the timer runs. Every refresh that finishes
   // starts it, the R key's too.
   frmRecords->Timer1.Enabled = true;
 
-  if (conffrm->Check1.Value() == 1) {
+  if (conffrm->Check1.Value() == 1)
     WriteQuakeLog();
-    InitLogPath();
-  }
+  InitLogPath();
 
   Module1->RefreshCount = 0;
 }

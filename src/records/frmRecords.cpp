@@ -135,6 +135,7 @@ void RecordsForm::Label8_Click() {
 }
 
 void RecordsForm::Timer1_Timer() {
+  // A safety net: the label's caption never changes.
   if (Label1(0).Caption().empty()) {
     Refresh();
     return;

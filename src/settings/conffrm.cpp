@@ -1,5 +1,6 @@
 #include "settings/conffrm.h"
 
+#include "alert/quake_log.h"
 #include "basic/number.h"
 #include "core/program.h"
 #include "feed/area.h"
@@ -69,6 +70,11 @@ void SettingsForm::Command2_Click() {
     frmRecords->Toolbar1.Buttons(2).Value = 0;
 
   SaveSetting(Setting::LogAll, Option2(0).Value() ? "True" : "False");
+
+  if (Check1.Value() == 1 && frmRecords->ListView1.ListItems.Count() >= 1) {
+    WriteQuakeLog();
+    InitLogPath();
+  }
 
   for (int position = 0; position < Option1.Count(); ++position) {
     if (Option1(position).Value())

@@ -118,6 +118,9 @@ constexpr std::string_view NameOf(Setting setting) { return stored_settings[stat
 /// The stored text of `setting`; empty when there is none.
 std::string ReadSetting(Setting setting);
 
+/// The stored text of `setting`, or else what the table says for a missing one.
+std::string ReadSettingOrDefault(Setting setting);
+
 /// Stores `text` for `setting`.
 void SaveSetting(Setting setting, std::string_view text);
 

@@ -165,7 +165,8 @@ TEST(LoadSettings, StartsWithAnyOtherStoredValueHoweverWrong) {
         "LogCity", "EnableLog", "LogAll",  "noBother",   "Colorize", "AlarmTone", "AlarmPeriod", "EnableAlarmSound",
         "Area",    "StartWOS",  "Refresh", "Alert",      "BarTop",   "shortTop",  "TopForm",     "LastBig",
         "Tzip"}) {
-    for (const std::string &text : {std::string("-1"), std::string("1e999"), std::string("\0\xFF\r\n", 4), endless}) {
+    for (const std::string &text :
+         {std::string("-1"), std::string("1e999"), std::string("-1e999"), std::string("\0\xFF\r\n", 4), endless}) {
       EXPECT_EQ(ReportOfStart(name, text), "none") << name << "=" << text.substr(0, 20);
     }
   }
