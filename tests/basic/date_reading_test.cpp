@@ -4,13 +4,12 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "basic/date.h"
 #include "support/failure_of.h"
-#include "support/plain_calendar.h"
+#include "support/plain_date.h"
 
 namespace borvane {
 namespace {
@@ -179,96 +178,6 @@ TEST(DateValue, RaisesATypeMismatchForWhatIsNoDate) {
     EXPECT_EQ(FailureOf([&] { DateValue(text); }), type_mismatch) << text;
 }
 
-// The rule of a date's text once more, by cutting it into words and these into fields. It judges the reader.
-
-/// Days from 1 January 100.
-std::int64_t PlainDays(int year, int month, int day) {
-  std::int64_t days = day - 1;
-  for (int y = 100; y < year; ++y)
-    days += plain::IsLeapYear(y) ? 366 : 365;
-  for (int m = 1; m < month; ++m)
-    days += plain::DaysOfMonth(year, m);
-  return days;
-}
-
-std::vector<std::string> Split(const std::string &text, char separator) {
-  std::vector<std::string> fields{""};
-  for (const char c : text) {
-    if (c == separator)
-      fields.emplace_back();
-    else
-      fields.back() += c;
-  }
-  return fields;
-}
-
-bool IsNumber(const std::string &field, std::size_t fewest, std::size_t most) {
-  return field.size() >= fewest && field.size() <= most && field.find_first_not_of("0123456789") == std::string::npos;
-}
-
-/// Seconds from the base day to the day of `word`.
-std::optional<std::int64_t> PlainDay(const std::string &word) {
-  const char separator = word.find('/') != std::string::npos ? '/' : '-';
-  std::vector<std::string> fields = Split(word, separator);
-  if (fields.size() != 3)
-    return std::nullopt;
-  if (separator == '/' && fields[0].size() == 4)
-    fields = {fields[1], fields[2], fields[0]};
-  if (!IsNumber(fields[0], 1, 2) || !IsNumber(fields[1], 1, 2) || !IsNumber(fields[2], 4, 4))
-    return std::nullopt;
-  const int month = std::stoi(fields[0]);
-  const int day = std::stoi(fields[1]);
-  const int year = std::stoi(fields[2]);
-  if (year < 100 || month < 1 || month > 12 || day < 1 || day > plain::DaysOfMonth(year, month))
-    return std::nullopt;
-  return (PlainDays(year, month, day) - PlainDays(1899, 12, 30)) * seconds_a_day;
-}
-
-/// Seconds from midnight to the time of `word`; `half` is AM, PM or empty.
-std::optional<std::int64_t> PlainTime(const std::string &word, const std::string &half) {
-  std::vector<std::string> fields = Split(word, ':');
-  if (fields.size() == 2)
-    fields.emplace_back("0");
-  if (fields.size() != 3)
-    return std::nullopt;
-  for (const std::string &field : fields) {
-    if (!IsNumber(field, 1, 2))
-      return std::nullopt;
-  }
-  int hour = std::stoi(fields[0]);
-  if (hour > 23 || std::stoi(fields[1]) > 59 || std::stoi(fields[2]) > 59)
-    return std::nullopt;
-  if (!half.empty() && (hour == 0 || hour > 12))
-    return std::nullopt;
-  if (half == "AM" && hour == 12)
-    hour = 0;
-  if (half == "PM" && hour != 12)
-    hour += 12;
-  return hour * 3600 + std::stoi(fields[1]) * 60 + std::stoi(fields[2]);
-}
-
-std::optional<Date> PlainDate(const std::string &text) {
-  std::vector<std::string> words = Split(text, ' ');
-  std::erase(words, "");
-  std::optional<std::int64_t> seconds;
-  if (!words.empty() && words[0].find_first_of("/-") != std::string::npos) {
-    seconds = PlainDay(words[0]);
-    words.erase(words.begin());
-    if (!seconds)
-      return std::nullopt;
-  }
-  if (!words.empty()) {
-    const bool with_half = words.size() == 2 && (words[1] == "AM" || words[1] == "PM");
-    if (words.size() != (with_half ? 2U : 1U))
-      return std::nullopt;
-    const std::optional<std::int64_t> time = PlainTime(words[0], with_half ? words[1] : "");
-    if (!time)
-      return std::nullopt;
-    seconds = seconds.value_or(0) + *time;
-  }
-  return seconds ? std::optional(Date{*seconds}) : std::nullopt;
-}
-
 /// `text` with one character removed, put in or changed, in every way.
 std::set<std::string> Neighbours(const std::string &text) {
   std::set<std::string> neighbours;
@@ -291,7 +200,7 @@ TEST(ParseDate, OfTextsNearADateIsThatOfThePlainRule) {
                            "9:05 AM", "2024/1/31 23:59", "12/31/9999 11:20:30  AM", " 02-28-1900  0:00:00 "}) {
     ASSERT_NE(Read(date), "none") << date;
     for (const std::string &text : Neighbours(date)) {
-      const std::optional<Date> expected = PlainDate(text);
+      const std::optional<Date> expected = plain::ParseDate(text);
       ASSERT_EQ(Read(text), Shown(expected)) << "'" << text << "'";
       ++(expected ? dates : others);
     }
@@ -304,7 +213,7 @@ TEST(ParseDate, OfTextsFartherFromADateIsThatOfThePlainRule) {
   for (const char *date : {"2024/02/29", "1:2:3 PM", "9-1-1900 9:00"}) {
     for (const std::string &near : Neighbours(date)) {
       for (const std::string &text : Neighbours(near))
-        ASSERT_EQ(ParseDate(text), PlainDate(text)) << "'" << text << "'";
+        ASSERT_EQ(ParseDate(text), plain::ParseDate(text)) << "'" << text << "'";
     }
   }
 }
@@ -312,7 +221,7 @@ TEST(ParseDate, OfTextsFartherFromADateIsThatOfThePlainRule) {
 TEST(ParseDate, OfEveryShortTextIsThatOfThePlainRule) {
   std::string text;
   const auto walk = [&](const auto &self, std::size_t length) -> void {
-    ASSERT_EQ(ParseDate(text), PlainDate(text)) << "'" << text << "'";
+    ASSERT_EQ(ParseDate(text), plain::ParseDate(text)) << "'" << text << "'";
     if (length == 0)
       return;
     for (const char *token : {"1", "59", "2000", "/", "-", ":", " ", "AM"}) {

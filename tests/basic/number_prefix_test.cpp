@@ -1,7 +1,6 @@
 #include <clocale>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <locale>
 #include <random>
@@ -12,6 +11,7 @@
 
 #include "basic/number.h"
 #include "support/failure_of.h"
+#include "support/plain_number.h"
 
 namespace borvane {
 namespace {
@@ -242,44 +242,11 @@ TEST(RoundToLong, RoundsAsAPlainRuleDoes) {
   }
 }
 
-// The rule of a numeric prefix once more: of all beginnings that are a number the longest, its value by the C library.
-// It judges the quick reader.
-
-bool IsDigits(const std::string &text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
-std::string WithoutSign(const std::string &text) {
-  return text.starts_with('+') || text.starts_with('-') ? text.substr(1) : text;
-}
-
-bool IsNumber(const std::string &text) {
-  std::string mantissa = WithoutSign(text);
-  const std::size_t mark = mantissa.find_first_of("eE");
-  if (mark != std::string::npos) {
-    if (!IsDigits(WithoutSign(mantissa.substr(mark + 1))))
-      return false;
-    mantissa.resize(mark);
-  }
-  const std::size_t point = mantissa.find('.');
-  if (point != std::string::npos)
-    mantissa.erase(point, 1);
-  return IsDigits(mantissa);
-}
-
-double PlainPrefix(std::string text) {
-  while (text.starts_with(' '))
-    text.erase(0, 1);
-  while (!text.empty() && !IsNumber(text))
-    text.pop_back();
-  return text.empty() ? 0 : std::strtod(text.c_str(), nullptr);
-}
-
 TEST(SaturatedPrefix, OfEveryShortTextIsThatOfThePlainRule) {
   constexpr std::string_view alphabet = " +-.eE01\t";
   std::string text;
   const auto walk = [&](const auto &self, std::size_t length) -> void {
-    ASSERT_EQ(SaturatedPrefix(text), PlainPrefix(text)) << "'" << text << "'";
+    ASSERT_EQ(SaturatedPrefix(text), plain::SaturatedPrefix(text)) << "'" << text << "'";
     if (length == 0)
       return;
     for (const char c : alphabet) {
@@ -305,7 +272,7 @@ TEST(SaturatedPrefix, OfRandomNumbersIsThatOfThePlainRule) {
     if (draw(2) == 0)
       text += "e" + std::string(draw(2) == 0 ? "-" : "") + std::to_string(draw(340));
     text += "x";
-    ASSERT_EQ(SaturatedPrefix(text), PlainPrefix(text)) << text;
+    ASSERT_EQ(SaturatedPrefix(text), plain::SaturatedPrefix(text)) << text;
   }
 }
 
