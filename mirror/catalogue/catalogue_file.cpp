@@ -39,46 +39,51 @@ void CatalogueFile::Look() {
   const Stamp now = StampNow();
   const bool at_rest = now == seen_;
   seen_ = now;
-  if (at_rest && now != taken_)
+  if (at_rest && taken_ != now)
     Read();
 }
 
 void CatalogueFile::Read() {
-  const Stamp before = seen_;
-  QFile file(path_);
-  if (!file.open(QIODevice::ReadOnly)) {
-    taken_ = before;
-    Report(file.errorString());
+  const std::optional<QByteArray> text = ReadText();
+  if (!text)
     return;
-  }
-  if (file.size() > largest_file) {
-    taken_ = before;
-    Report(QString("larger than %1 bytes").arg(largest_file));
-    return;
-  }
-  const QByteArray text = file.readAll();
-  const bool read_well = file.error() == QFileDevice::NoError;
-  const QString read_error = file.errorString();
 
-  // A writer was at work meanwhile: what was read may be half old and half new. The next look tries again.
+  // If a writer was at work meanwhile, what was read may be half old and half new. The next look tries again.
+  const Stamp before = seen_;
   seen_ = StampNow();
   if (seen_ != before)
     return;
-  taken_ = before;
+  taken_ = seen_;
 
-  CatalogueReading reading = read_well ? ReadGeoJson(text) : CatalogueReading{.events = {}, .fault = read_error};
-  if (!reading.fault.isEmpty()) {
+  CatalogueReading reading = ReadGeoJson(*text);
+  if (reading.fault.isEmpty())
+    take_(std::move(reading));
+  else
     Report(reading.fault);
-    return;
-  }
-  last_fault_.clear();
-  take_(std::move(reading));
+}
+
+std::optional<QByteArray> CatalogueFile::ReadText() {
+  // A pipe or a device would keep the mirror waiting.
+  const QFileInfo info(path_);
+  QFile file(path_);
+  if (info.exists() && !info.isFile())
+    Report("not a file");
+  else if (!file.open(QIODevice::ReadOnly))
+    Report(file.errorString());
+  else if (file.size() > largest_file)
+    Report(QString("larger than %1 bytes").arg(largest_file));
+  else if (QByteArray text = file.readAll(); file.error() == QFileDevice::NoError)
+    return text;
+  else
+    Report(file.errorString());
+  return std::nullopt;
 }
 
 void CatalogueFile::Report(const QString &fault) {
-  if (fault == last_fault_)
+  if (fault == told_fault_ && seen_ == told_stamp_)
     return;
-  last_fault_ = fault;
+  told_fault_ = fault;
+  told_stamp_ = seen_;
   tell_(QString("the catalogue file %1 cannot be used: %2").arg(path_, fault));
 }
 

@@ -3,13 +3,14 @@
 #include <QDateTime>
 #include <QTimer>
 #include <functional>
+#include <optional>
 
 #include "catalogue/geojson_reader.h"
 
 namespace borvane::mirror {
 
-/// A catalogue file that is read again whenever it changes, whole or not at all: a file that is still being written, or
-/// that cannot be read, gives a fault, and the events given before go on to hold.
+/// A catalogue file that is read again whenever it changes, whole or not at all: a file that is only half written, or
+/// cannot be read, gives a fault, and the events given before go on to hold.
 class CatalogueFile {
  public:
   using TakeEvents = std::function<void(CatalogueReading)>;
@@ -35,15 +36,17 @@ class CatalogueFile {
   Stamp StampNow() const;
   void Look();
   void Read();
+  std::optional<QByteArray> ReadText();
   void Report(const QString &fault);
 
   QString path_;
   TakeEvents take_;
   TellFault tell_;
   QTimer timer_;
-  Stamp seen_;
-  Stamp taken_;
-  QString last_fault_;
+  Stamp seen_;                  ///< at the last look
+  std::optional<Stamp> taken_;  ///< of the text that was taken up, or found to be no catalogue
+  QString told_fault_;
+  Stamp told_stamp_;
 };
 
 }  // namespace borvane::mirror

@@ -52,7 +52,7 @@ std::optional<quint16> Server::Listen(const QHostAddress &address, quint16 port)
 void Server::Take(qintptr descriptor) {
   auto *connection = new Connection(descriptor, limits_, handler_, this);
   connections_.insert(connection);
-  connect(connection, &QObject::destroyed, this, [this](QObject *gone) { Forget(gone); });
+  connect(connection, &QObject::destroyed, this, [this, connection] { Forget(connection); });
   if (connections_.size() > limits_.connections + refused_at_a_time)
     delete connection;
   else if (connections_.size() > limits_.connections)
@@ -61,8 +61,8 @@ void Server::Take(qintptr descriptor) {
     sweep_.start(sweep_interval_ms);
 }
 
-void Server::Forget(QObject *connection) {
-  connections_.remove(static_cast<Connection *>(connection));
+void Server::Forget(Connection *connection) {
+  connections_.remove(connection);
   if (connections_.isEmpty())
     sweep_.stop();
 }

@@ -28,7 +28,7 @@ class Server : public QObject {
   class Listener;
 
   void Take(qintptr descriptor);
-  void Forget(QObject *connection);
+  void Forget(Connection *connection);
   void CheckTimes();
 
   const Limits limits_;

@@ -106,6 +106,15 @@ TEST(ReadGeoJson, SaysWhatIsWrongWithTheText) {
     EXPECT_EQ(ReadGeoJson(text).fault, "not a GeoJSON feature collection") << text;
 }
 
+TEST(ReadGeoJson, TakesNothingOfATextThatIsCutShort) {
+  const QByteArray whole = Collection(Feature() + ',' + Feature());
+  for (qsizetype length = 0; length < whole.size(); ++length) {
+    const CatalogueReading reading = ReadGeoJson(whole.first(length));
+    EXPECT_FALSE(reading.fault.isEmpty()) << length;
+    EXPECT_TRUE(reading.events.empty()) << length;
+  }
+}
+
 TEST(Catalogue, HasTheNewestEventFirstAndEachIdOnce) {
   const auto event = [](const char *id, qint64 time) {
     Event made;

@@ -14,13 +14,17 @@ constexpr int patience_ms = 10'000;
 
 }  // namespace
 
-MirrorProcess::MirrorProcess(QStringList arguments, const QStringList &variables) {
+MirrorProcess::MirrorProcess(QStringList arguments, const QStringList &variables, OpenFiles files) {
   if (!arguments.contains("--listen"))
     arguments += {"--listen", "127.0.0.1:0"};
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   for (const QString &variable : variables)
     environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
   process_.setProcessEnvironment(environment);
+  process_.setChildProcessModifier([files] {
+    const rlimit limit = {.rlim_cur = files.soft, .rlim_max = files.hard};
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+  });
   process_.start(BORVANE_MIRROR, arguments);
 }
 
@@ -31,10 +35,10 @@ MirrorProcess::~MirrorProcess() {
 
 quint16 MirrorProcess::Port() {
   const QDeadlineTimer deadline(patience_ms);
-  while (!Output().contains('\n')) {
+  while (!output_.contains('\n')) {
     if (process_.state() == QProcess::NotRunning || deadline.hasExpired())
       return 0;
-    process_.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
+    ReadWhatIsThere(QProcess::StandardOutput, static_cast<int>(deadline.remainingTime()));
   }
   const QByteArray line = output_.first(output_.indexOf('\n'));
   return line.sliced(line.lastIndexOf(':') + 1).toUShort();
@@ -54,24 +58,27 @@ qint64 MirrorProcess::ResidentBytes() const {
 }
 
 QByteArray MirrorProcess::Output() {
-  output_ += process_.readAllStandardOutput();
+  ReadWhatIsThere(QProcess::StandardOutput);
   return output_;
 }
 
 QByteArray MirrorProcess::Errors() {
-  errors_ += process_.readAllStandardError();
+  ReadWhatIsThere(QProcess::StandardError);
   return errors_;
+}
+
+void MirrorProcess::ReadWhatIsThere(QProcess::ProcessChannel channel, int milliseconds) {
+  process_.setReadChannel(channel);
+  process_.waitForReadyRead(milliseconds);
+  output_ += process_.readAllStandardOutput();
+  errors_ += process_.readAllStandardError();
 }
 
 bool MirrorProcess::TellsWithin(const QByteArray &text, int milliseconds) {
   const QDeadlineTimer deadline(milliseconds);
-  process_.setReadChannel(QProcess::StandardError);
-  while (!Errors().contains(text)) {
-    if (deadline.hasExpired())
-      return false;
-    process_.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
-  }
-  return true;
+  while (!errors_.contains(text) && !deadline.hasExpired())
+    ReadWhatIsThere(QProcess::StandardError, static_cast<int>(deadline.remainingTime()));
+  return errors_.contains(text);
 }
 
 }  // namespace borvane::mirror

@@ -5,14 +5,22 @@
 #include <QStringList>
 #include <optional>
 
+#include <sys/resource.h>
+
 namespace borvane::mirror {
+
+/// How many files a process may have open: what it starts with, and how far it may raise that.
+struct OpenFiles {
+  rlim_t soft = 1024;
+  rlim_t hard = 4096;
+};
 
 /// The real program, started on a free port of the loopback address; it ends with this object.
 class MirrorProcess {
  public:
   /// Starts it with the arguments and, unless they say otherwise, "--listen 127.0.0.1:0"; `variables` ("TZ=UTC") are
   /// added to the environment.
-  explicit MirrorProcess(QStringList arguments = {}, const QStringList &variables = {});
+  explicit MirrorProcess(QStringList arguments = {}, const QStringList &variables = {}, OpenFiles files = {});
   ~MirrorProcess();
 
   /// The port of the first line that says that it listens; 0 when it ends, or says nothing for 10 seconds.
@@ -20,8 +28,6 @@ class MirrorProcess {
 
   /// The exit status; nothing when it still runs after the time.
   std::optional<int> StatusWithin(int milliseconds);
-
-  bool IsRunning() const { return process_.state() == QProcess::Running; }
 
   /// The memory that it takes, in bytes.
   qint64 ResidentBytes() const;
@@ -32,10 +38,15 @@ class MirrorProcess {
   /// All that it has told on standard error so far.
   QByteArray Errors();
 
+  /// Stops listening to what it tells on standard error, as a monitor does that ends.
+  void CloseErrors() { process_.closeReadChannel(QProcess::StandardError); }
+
   /// Waits until standard error holds the text; false after the time.
   bool TellsWithin(const QByteArray &text, int milliseconds);
 
  private:
+  void ReadWhatIsThere(QProcess::ProcessChannel channel, int milliseconds = 50);
+
   QProcess process_;
   QByteArray output_;
   QByteArray errors_;

@@ -3,7 +3,6 @@
 #include <QThread>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include "client.h"
 #include "mirror_process.h"
@@ -129,14 +128,18 @@ TEST(Mirror, ShowsTheTimesOfItsOwnZone) {
   EXPECT_EQ(newest(tokyo), "2025/05/15 09:25:18");
 }
 
-TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
+/// Lets this process open as many files as the system allows it.
+rlim_t OpenManyFiles() {
   rlimit limit = {};
   getrlimit(RLIMIT_NOFILE, &limit);
   limit.rlim_cur = limit.rlim_max;
   setrlimit(RLIMIT_NOFILE, &limit);
-  ASSERT_GE(limit.rlim_cur, 1200U) << "this computer allows too few open files for the test";
+  return limit.rlim_cur;
+}
 
-  MirrorProcess mirror;
+TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
+  ASSERT_GE(OpenManyFiles(), 1200U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {}, {.soft = 256, .hard = 4096});
   std::vector<std::unique_ptr<Client>> idle;
   for (int i = 0; i < 1000; ++i)
     idle.push_back(std::make_unique<Client>(mirror.Port()));
@@ -148,6 +151,19 @@ TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
     client->Send("GET /recenteqs/Maps/0-0.html HTTP/1.1\r\n\r\n");
     ASSERT_EQ(client->Read().value().status, 200);
   }
+}
+
+TEST(Mirror, ServesAgainAfterItHadNoFilesLeftToOpen) {
+  ASSERT_GE(OpenManyFiles(), 400U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {}, {.soft = 60, .hard = 60});
+  std::vector<std::unique_ptr<Client>> clients;
+  for (int i = 0; i < 100; ++i)
+    clients.push_back(std::make_unique<Client>(mirror.Port()));
+  clients.front()->Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(clients.front()->Read().value().status, 200);
+  clients.erase(clients.begin(), clients.begin() + 50);
+  clients.back()->Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(clients.back()->Read().value().status, 200);
 }
 
 TEST(Mirror, PrintsItsOptionsAndItsVersion) {
