@@ -23,8 +23,21 @@ Platform Desktop::Services() {
 }
 
 void Desktop::Run() {
+  // The windows come first.
+  constexpr int milliseconds_until_the_first_paint = 100;
+  QTimer::singleShot(milliseconds_until_the_first_paint, &application_, [this] { StartMirror(); });
+
   const int status = QApplication::exec();
   process_.End(status);
+}
+
+void Desktop::StartMirror() {
+  const std::optional<quint16> port = PortOfDefaultHosts();
+  if (!port)
+    return;
+  mirror_starter_ = std::make_unique<MirrorStarter>(
+      *port, QApplication::applicationDirPath() + QStringLiteral("/borvane-mirror"), QStringList("--attended"));
+  mirror_starter_->Start();
 }
 
 }  // namespace borvane

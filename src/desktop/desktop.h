@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QApplication>
+#include <memory>
 
 #include "desktop/services/clock.h"
 #include "desktop/services/event_pump.h"
 #include "desktop/services/http_transfer.h"
 #include "desktop/services/message_box.h"
+#include "desktop/services/mirror_starter.h"
 #include "desktop/services/process.h"
 #include "desktop/services/random_source.h"
 #include "desktop/services/settings_store.h"
@@ -27,6 +29,8 @@ class Desktop {
   [[noreturn]] void Run();
 
  private:
+  void StartMirror();
+
   QApplication application_;
   DesktopForms forms_;
   QtSettingsStore settings_;
@@ -37,6 +41,7 @@ class Desktop {
   QtMessageBox message_box_;
   DesktopShell shell_;
   DesktopProcess process_;
+  std::unique_ptr<MirrorStarter> mirror_starter_;
 };
 
 }  // namespace borvane
