@@ -18,6 +18,8 @@ HAS_SUFFIX = re.compile(r"\.(h|cpp|md|py|sh|txt|csv|json|cmake|case|html|png|svg
 INLINE_CODE = re.compile(r"(?<!`)`([^`\n]+)`(?!`)")
 CODE_BLOCK = re.compile(r"^```\w*\n(.*?)^```", re.M | re.S)
 LINK = re.compile(r"\]\((?!https?:|#)([^)#\s]+)")
+EMPTY_PROCEDURE = re.compile(r"^(?!  )(?:void|bool|std::string|Integer) (\w+)\([^()]*\) \{\}$", re.M)
+PROMISED = re.compile(r"^\| `(\w+)` \|", re.M)
 PRESET = re.compile(r"--preset[ =]([\w-]+)")
 
 
@@ -48,6 +50,17 @@ def paths_of(root):
     return {str(path.relative_to(root)) for path in files}
 
 
+def faults_of_promises(root, architecture):
+    """What is promised for later is what does nothing yet."""
+    promised = set(PROMISED.findall(architecture.partition("## Still to come")[2]))
+    files = (file for file in (root / "src").rglob("*.cpp") if "desktop" not in file.parts)
+    empty = {name for file in files for name in EMPTY_PROCEDURE.findall(file.read_text(encoding="utf-8"))}
+    for name in sorted(promised - empty):
+        yield f"docs/architecture.md: {name} is no empty procedure any more"
+    for name in sorted(empty - promised):
+        yield f"docs/architecture.md: {name} does nothing and is not listed as still to come"
+
+
 def faults(root):
     paths = paths_of(root)
     presets = {preset["name"] for preset in json.loads((root / "CMakePresets.json").read_text())["configurePresets"]}
@@ -64,6 +77,7 @@ def faults(root):
             for preset in sorted(set(PRESET.findall(text)) - presets):
                 yield f"{here}: there is no preset {preset}"
     architecture = (root / "docs/architecture.md").read_text(encoding="utf-8")
+    yield from faults_of_promises(root, architecture)
     for top in ("src", "mirror"):
         for folder in sorted(path for path in (root / top).rglob("*") if path.is_dir() and any(path.iterdir())):
             if f"`{folder.relative_to(root / top)}/`" not in architecture:

@@ -202,6 +202,16 @@ class Papers(MadeTree):
         self.write("src/scan/x.cpp", "")
         self.assertEqual(1, len(self.faults_with("")))
 
+    def test_an_empty_procedure_is_listed_as_still_to_come(self):
+        self.write("src/feed/x.cpp", "void Later(Integer & /*mode*/) {}\n")
+        self.assertEqual(1, len(self.faults_with("")))
+        self.write("docs/architecture.md", "`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
+        self.assertEqual([], self.faults_with(""))
+
+    def test_a_procedure_that_does_something_is_not_still_to_come(self):
+        self.write("docs/architecture.md", "`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
+        self.assertEqual(1, len(self.faults_with("")))
+
     def test_a_missing_paper_is_a_fault(self):
         (self.root / "CHANGELOG.md").unlink()
         self.assertEqual(1, len(self.faults_with("")))
