@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QtTest/QTest>
 
@@ -140,6 +141,27 @@ TEST_F(ListViewOnScreen, PaintsOncePerRefresh) {
   QTest::qWait(50);
 
   EXPECT_EQ(counter.paints, 1);
+}
+
+TEST_F(ListViewOnScreen, PaintsOnlyTheRowsInSight) {
+  class CellCounter : public QStyledItemDelegate {
+   public:
+    mutable int cells = 0;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override {
+      ++cells;
+      QStyledItemDelegate::paint(painter, option, index);
+    }
+  } counter;
+  view().setItemDelegate(&counter);
+  QTest::qWait(50);
+  for (int i = 0; i < 10'000; ++i)
+    list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.cells > 0; }, 2000));
+  QTest::qWait(50);
+
+  const int rows_in_sight = view().viewport()->height() / view().visualRect(view().model()->index(0, 0)).height() + 1;
+  EXPECT_LE(counter.cells, rows_in_sight * view().header()->count());
+  view().setItemDelegate(nullptr);
 }
 
 TEST(RecordsLists, AreNamedByTheirFrames) {

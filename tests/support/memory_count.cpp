@@ -1,0 +1,27 @@
+#include "support/memory_count.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<std::size_t> pieces = 0;
+
+}  // namespace
+
+void *operator new(std::size_t size) {
+  ++pieces;
+  if (void *memory = std::malloc(size))
+    return memory;
+  throw std::bad_alloc();
+}
+
+void operator delete(void *memory) noexcept { std::free(memory); }
+void operator delete(void *memory, std::size_t /*size*/) noexcept { std::free(memory); }
+
+namespace borvane {
+
+std::size_t PiecesOfMemory() { return pieces; }
+
+}  // namespace borvane
