@@ -1,9 +1,8 @@
-#include <string>
-#include <string_view>
-
 #include <QApplication>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -19,15 +18,14 @@ void FailOnWarning(QtMsgType /*type*/, const QMessageLogContext & /*context*/, c
     ADD_FAILURE() << message.toStdString();
 }
 
-/// A second Borvane that writes settings, for the tests of two at once: arguments are the folder, a number of its own and
-/// how many values.
+/// A second Borvane that writes settings, for the tests of two at once: arguments are the folder, a number of its own
+/// and how many values.
 int WriteSettings(const char *folder, const std::string &writer, int values) {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromLocal8Bit(folder));
   borvane::QtSettingsStore store;
   for (int value = 0; value < values; ++value) {
     const std::string name = "W" + writer + "-" + std::to_string(value);
-    for (const char *text : {"none", "half", "done"})
-      store.Write(borvane::Hive::CurrentUser, borvane::program_key, name, text);
+    store.Write(borvane::Hive::CurrentUser, borvane::program_key, name, "done");
   }
   return 0;
 }

@@ -1,13 +1,5 @@
 #include "desktop/services/settings_store.h"
 
-#include <algorithm>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -18,10 +10,16 @@
 #include <QProcess>
 #include <QSysInfo>
 #include <QTemporaryDir>
-
-#include "core/registry.h"
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "core/registry.h"
 
 namespace borvane {
 namespace {
@@ -176,9 +174,10 @@ TEST_F(SettingsStoreOnDisk, KeepsAsideWhatIsDamagedWhileItRuns) {
 
 class LockOfSettings : public SettingsStoreOnDisk {
  protected:
-  /// How long a write takes while the lock file has that content, in milliseconds.
+  /// How long a write takes while its lock files have that content, in milliseconds.
   qint64 WriteTime(const QByteArray &content) {
     WriteFile(content, "Borvane.conf.lock");
+    WriteFile(content, "Borvane.conf.turn");
     QElapsedTimer time;
     time.start();
     QtSettingsStore().Write(hive, program_key, "Area", "Utah");
@@ -240,13 +239,21 @@ TEST_F(SettingsStoreOnDisk, IsSilentWhenNothingCanBeWritten) {
 
 TEST_F(SettingsStoreOnDisk, LosesNothingOfTwoBorvanesThatWriteAtOnce) {
   constexpr int writers = 2;
-  constexpr int values = 100;
+  constexpr int values = 200;
+  // Each write leaves a file of the same length, often within the same tick of the file system's clock.
+  QByteArray content = "[General]\n";
+  for (int writer = 0; writer < writers; ++writer) {
+    for (int value = 0; value < values; ++value)
+      content += "W" + QByteArray::number(writer) + "-" + QByteArray::number(value) + "=none\n";
+  }
+  WriteFile(content);
+
   std::vector<std::unique_ptr<QProcess>> processes;
   for (int writer = 0; writer < writers; ++writer) {
     processes.push_back(std::make_unique<QProcess>());
-    processes.back()->start(QCoreApplication::applicationFilePath(),
-                            {"--write-settings", QFileInfo(folder()).path(), QString::number(writer),
-                             QString::number(values)});
+    processes.back()->start(
+        QCoreApplication::applicationFilePath(),
+        {"--write-settings", QFileInfo(folder()).path(), QString::number(writer), QString::number(values)});
   }
   for (const auto &process : processes) {
     ASSERT_TRUE(process->waitForFinished());

@@ -37,6 +37,8 @@ class CurlTransfer::Request {
     Set(CURLOPT_PROXY, "");
     Set(CURLOPT_PROTOCOLS_STR, "http,https");
     Set(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    Set(CURLOPT_HEADERFUNCTION, ReceiveHeader);
+    Set(CURLOPT_HEADERDATA, this);
     Set(CURLOPT_WRITEFUNCTION, Receive);
     Set(CURLOPT_WRITEDATA, this);
   }
@@ -49,10 +51,14 @@ class CurlTransfer::Request {
   /// allow.
   void Aim() {
     body.clear();
+    has_whole_head_ = false;
     Set(CURLOPT_URL, address.Root().c_str());
     Set(CURLOPT_REQUEST_TARGET, address.target.c_str());
     Set(CURLOPT_TIMEOUT_MS, static_cast<long>(deadline_.remainingTime()));
   }
+
+  /// Whether the blank line has come that ends the head. The library takes a head that is cut off for a whole one.
+  bool HasWholeHead() const { return has_whole_head_; }
 
   /// The header Location of a redirect; empty when the answer is none.
   std::string_view Location() const {
@@ -75,6 +81,13 @@ class CurlTransfer::Request {
     curl_easy_setopt(easy_.get(), option, value);
   }
 
+  static std::size_t ReceiveHeader(const char *line, std::size_t size, std::size_t count, void *request) {
+    const std::size_t length = size * count;
+    const std::string_view text(line, length);
+    static_cast<Request *>(request)->has_whole_head_ = text == "\r\n" || text == "\n";
+    return length;
+  }
+
   /// Takes what has come; to take less than that ends the transfer.
   static std::size_t Receive(const char *bytes, std::size_t size, std::size_t count, void *request) {
     auto &self = *static_cast<Request *>(request);
@@ -87,6 +100,7 @@ class CurlTransfer::Request {
 
   QDeadlineTimer deadline_;
   std::size_t size_limit_;
+  bool has_whole_head_ = false;
   std::unique_ptr<CURL, CloseEasy> easy_;
 };
 
@@ -100,7 +114,7 @@ TransferNumber CurlTransfer::Start(std::string_view address) {
     loop_ = std::make_unique<CurlLoop>([this](CURL *easy, CURLcode result) {
       Request *request = nullptr;
       curl_easy_getinfo(easy, CURLINFO_PRIVATE, &request);
-      AnswerEnded(*request, result == CURLE_OK);
+      AnswerEnded(*request, result == CURLE_OK && request->HasWholeHead());
     });
   }
 

@@ -49,10 +49,9 @@ bool IsRunning(qint64 /*process*/) { return true; }
 void WriteThrough(const QString & /*folder*/) {}
 #endif
 
-/// Whether nothing bars the way to the file. Before writing, QSettings waits half a minute for the owner of a lock file
-/// that it cannot make out; only another Borvane that is writing just now is worth the wait. Any other lock is removed.
-bool LockIsFree(const QString &file) {
-  const QString name = file + ".lock";
+/// Whether the lock file `name` bars nobody's way for long. Whoever meets a lock whose owner cannot be made out waits half
+/// a minute for it; only another Borvane that is writing just now is worth the wait. Any other lock is removed.
+bool LockIsFree(const QString &name) {
   if (!QFileInfo::exists(name))
     return true;
   QLockFile lock(name);
@@ -64,6 +63,17 @@ bool LockIsFree(const QString &file) {
     return true;
   return lock.removeStaleLockFile();
 }
+
+/// Has QSettings read the file again before it writes. It knows a change of the file by its length and time, and two writes
+/// within the same tick of the file system's clock may leave both as they were.
+void MakeNews(const QString &name) {
+  QFile file(name);
+  if (file.open(QFile::ReadWrite | QFile::ExistingOnly))
+    file.setFileTime(file.fileTime(QFile::FileModificationTime).addMSecs(1), QFile::FileModificationTime);
+}
+
+/// How long one Borvane waits for another that is writing, in milliseconds. One that hangs holds nobody up for longer.
+constexpr int longest_turn = 1000;
 
 }  // namespace
 
@@ -103,6 +113,10 @@ void QtSettingsStore::Write(Hive /*hive*/, std::string_view key, std::string_vie
   if (stored.typeId() == QMetaType::QString && stored.toString() == shown)
     return;
 
+  QLockFile turn(FileName() + ".turn");
+  if (LockIsFree(turn.fileName()))
+    turn.tryLock(longest_turn);
+  MakeNews(FileName());
   KeepDamagedFileAside(FileName());
   settings_.setValue(*place, shown);
   Synchronize();
@@ -110,7 +124,7 @@ void QtSettingsStore::Write(Hive /*hive*/, std::string_view key, std::string_vie
 }
 
 void QtSettingsStore::Synchronize() {
-  if (LockIsFree(FileName()))
+  if (LockIsFree(FileName() + ".lock"))
     settings_.sync();
 }
 
