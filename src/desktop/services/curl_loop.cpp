@@ -6,18 +6,19 @@
 
 namespace borvane {
 
-CurlLoop::CurlLoop(std::function<void(CURL *, CURLcode)> ended) : ended_(std::move(ended)), multi_(curl_multi_init()) {
-  curl_multi_setopt(multi_.get(), CURLMOPT_SOCKETFUNCTION, WatchSocket);
-  curl_multi_setopt(multi_.get(), CURLMOPT_SOCKETDATA, this);
-  curl_multi_setopt(multi_.get(), CURLMOPT_TIMERFUNCTION, SetTimer);
-  curl_multi_setopt(multi_.get(), CURLMOPT_TIMERDATA, this);
+CurlLoop::CurlLoop(const CurlLibrary &curl, std::function<void(CURL *, CURLcode)> ended)
+    : curl_(curl), ended_(std::move(ended)), multi_(curl.multi_init(), curl.multi_cleanup) {
+  curl_.multi_setopt(multi_.get(), CURLMOPT_SOCKETFUNCTION, WatchSocket);
+  curl_.multi_setopt(multi_.get(), CURLMOPT_SOCKETDATA, this);
+  curl_.multi_setopt(multi_.get(), CURLMOPT_TIMERFUNCTION, SetTimer);
+  curl_.multi_setopt(multi_.get(), CURLMOPT_TIMERDATA, this);
   timer_.setSingleShot(true);
   timer_.callOnTimeout([this] { Act(CURL_SOCKET_TIMEOUT, 0); });
 }
 
-void CurlLoop::Add(CURL *easy) { curl_multi_add_handle(multi_.get(), easy); }
+void CurlLoop::Add(CURL *easy) { curl_.multi_add_handle(multi_.get(), easy); }
 
-void CurlLoop::Remove(CURL *easy) { curl_multi_remove_handle(multi_.get(), easy); }
+void CurlLoop::Remove(CURL *easy) { curl_.multi_remove_handle(multi_.get(), easy); }
 
 int CurlLoop::WatchSocket(CURL * /*easy*/, curl_socket_t socket, int what, void *loop, void * /*socket_data*/) {
   auto &self = *static_cast<CurlLoop *>(loop);
@@ -54,10 +55,10 @@ int CurlLoop::SetTimer(CURLM * /*multi*/, long milliseconds, void *loop) {
 
 void CurlLoop::Act(curl_socket_t socket, int events) {
   int running = 0;
-  curl_multi_socket_action(multi_.get(), socket, events, &running);
+  curl_.multi_socket_action(multi_.get(), socket, events, &running);
 
   int left = 0;
-  while (const CURLMsg *message = curl_multi_info_read(multi_.get(), &left)) {
+  while (const CURLMsg *message = curl_.multi_info_read(multi_.get(), &left)) {
     CURL *easy = message->easy_handle;
     const CURLcode result = message->data.result;
     Remove(easy);

@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-#include <curl/curl.h>
+#include "desktop/services/curl_library.h"
 
 namespace borvane {
 
@@ -15,7 +15,7 @@ class CurlLoop {
  public:
   /// `ended` learns of each transfer that has ended and how, when no callback of the library is running; the handle has
   /// been taken out by then and may be added again.
-  explicit CurlLoop(std::function<void(CURL *, CURLcode)> ended);
+  CurlLoop(const CurlLibrary &curl, std::function<void(CURL *, CURLcode)> ended);
 
   void Add(CURL *easy);
 
@@ -23,9 +23,6 @@ class CurlLoop {
   void Remove(CURL *easy);
 
  private:
-  struct CloseMulti {
-    void operator()(CURLM *multi) const { curl_multi_cleanup(multi); }
-  };
   /// A notifier may be dropped while it notifies.
   struct DropNotifier {
     void operator()(QSocketNotifier *notifier) const {
@@ -44,10 +41,11 @@ class CurlLoop {
   void Watch(Notifier &notifier, curl_socket_t socket, QSocketNotifier::Type type, bool wanted);
   void Act(curl_socket_t socket, int events);
 
+  const CurlLibrary &curl_;
   std::function<void(CURL *, CURLcode)> ended_;
   QTimer timer_;
   std::map<curl_socket_t, Notifiers> sockets_;
-  std::unique_ptr<CURLM, CloseMulti> multi_;
+  std::unique_ptr<CURLM, decltype(CurlLibrary::multi_cleanup)> multi_;
 };
 
 }  // namespace borvane

@@ -3,16 +3,13 @@
 #include <QDeadlineTimer>
 #include <utility>
 
+#include "desktop/services/curl_library.h"
 #include "desktop/services/curl_loop.h"
 #include "desktop/services/http_address.h"
 
 namespace borvane {
 
 namespace {
-
-struct CloseEasy {
-  void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
-};
 
 bool IsRedirect(long status) {
   return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
@@ -23,13 +20,14 @@ bool IsRedirect(long status) {
 /// One transfer under way: where it goes, what has come so far, and what is left of its limits.
 class CurlTransfer::Request {
  public:
-  Request(TransferNumber transfer, const HttpAddress &first, const TransferLimits &limits)
+  Request(const CurlLibrary &curl, TransferNumber transfer, const HttpAddress &first, const TransferLimits &limits)
       : number(transfer),
         address(first),
         redirects_left(limits.redirects),
+        curl_(curl),
         deadline_(limits.time),
         size_limit_(limits.size),
-        easy_(curl_easy_init()) {
+        easy_(curl.easy_init(), curl.easy_cleanup) {
     Set(CURLOPT_PRIVATE, this);
     Set(CURLOPT_NOSIGNAL, 1L);
     // Without this, a name that is looked up slowly holds the program up when the request is cancelled.
@@ -63,9 +61,9 @@ class CurlTransfer::Request {
   /// The header Location of a redirect; empty when the answer is none.
   std::string_view Location() const {
     long status = 0;
-    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+    curl_.easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
     curl_header *location = nullptr;
-    if (!IsRedirect(status) || curl_easy_header(easy_.get(), "Location", 0, CURLH_HEADER, -1, &location) != CURLHE_OK)
+    if (!IsRedirect(status) || curl_.easy_header(easy_.get(), "Location", 0, CURLH_HEADER, -1, &location) != CURLHE_OK)
       return {};
     return location->value;
   }
@@ -78,7 +76,7 @@ class CurlTransfer::Request {
  private:
   template <class Value>
   void Set(CURLoption option, Value value) {
-    curl_easy_setopt(easy_.get(), option, value);
+    curl_.easy_setopt(easy_.get(), option, value);
   }
 
   static std::size_t ReceiveHeader(const char *line, std::size_t size, std::size_t count, void *request) {
@@ -98,36 +96,44 @@ class CurlTransfer::Request {
     return length;
   }
 
+  const CurlLibrary &curl_;
   QDeadlineTimer deadline_;
   std::size_t size_limit_;
   bool has_whole_head_ = false;
-  std::unique_ptr<CURL, CloseEasy> easy_;
+  std::unique_ptr<CURL, decltype(CurlLibrary::easy_cleanup)> easy_;
 };
 
 CurlTransfer::CurlTransfer(const TransferLimits &limits) : limits_(limits) {}
 
 CurlTransfer::~CurlTransfer() = default;
 
-TransferNumber CurlTransfer::Start(std::string_view address) {
-  if (loop_ == nullptr) {
-    curl_global_init(CURL_GLOBAL_DEFAULT);
-    loop_ = std::make_unique<CurlLoop>([this](CURL *easy, CURLcode result) {
-      Request *request = nullptr;
-      curl_easy_getinfo(easy, CURLINFO_PRIVATE, &request);
-      AnswerEnded(*request, result == CURLE_OK && request->HasWholeHead());
-    });
-  }
+/// Loads the library at the first call.
+bool CurlTransfer::IsReady() {
+  if (loop_ != nullptr)
+    return true;
+  const std::optional<CurlLibrary> curl = CurlLibrary::Load();
+  if (!curl)
+    return false;
+  curl_ = std::make_unique<CurlLibrary>(*curl);
+  loop_ = std::make_unique<CurlLoop>(*curl_, [this](CURL *easy, CURLcode result) {
+    Request *request = nullptr;
+    curl_->easy_getinfo(easy, CURLINFO_PRIVATE, &request);
+    AnswerEnded(*request, result == CURLE_OK && request->HasWholeHead());
+  });
+  return true;
+}
 
+TransferNumber CurlTransfer::Start(std::string_view address) {
   const TransferNumber number = ++last_;
   const std::optional<HttpAddress> parts = ParseHttpAddress(address);
-  Request &request =
-      *requests_.emplace(number, std::make_unique<Request>(number, parts.value_or(HttpAddress{}), limits_))
-           .first->second;
-  if (parts)
-    Send(request);
-  else
+  if (parts && IsReady()) {
+    requests_[number] = std::make_unique<Request>(*curl_, number, *parts, limits_);
+    Send(*requests_[number]);
+  } else {
+    requests_[number] = nullptr;
     QMetaObject::invokeMethod(
         this, [this, number] { End(number, true); }, Qt::QueuedConnection);
+  }
   return number;
 }
 
@@ -166,9 +172,13 @@ void CurlTransfer::End(TransferNumber transfer, bool failed) {
   const auto place = requests_.find(transfer);
   if (place == requests_.end())
     return;
-  Request &request = *place->second;
-  loop_->Remove(request.easy());
-  results_[transfer] = {.failed = failed, .text = failed ? std::string() : std::move(request.body)};
+  TransferResult &result = results_[transfer];
+  result.failed = failed;
+  if (Request *request = place->second.get()) {
+    loop_->Remove(request->easy());
+    if (!failed)
+      result.text = std::move(request->body);
+  }
   requests_.erase(place);
 }
 

@@ -11,6 +11,7 @@
 namespace borvane {
 
 class CurlLoop;
+struct CurlLibrary;
 
 /// The limits of a transfer. One that reaches them ends as failed.
 struct TransferLimits {
@@ -19,7 +20,7 @@ struct TransferLimits {
   int redirects = 5;
 };
 
-/// HTTP by libcurl. The library is set up at the first transfer, since no window needs it to show.
+/// HTTP by libcurl, which is loaded at the first transfer. Without it every transfer fails.
 class CurlTransfer final : public QObject, public HttpTransfer {
  public:
   explicit CurlTransfer(const TransferLimits &limits = {});
@@ -38,9 +39,12 @@ class CurlTransfer final : public QObject, public HttpTransfer {
   void AnswerEnded(Request &request, bool complete);
   void End(TransferNumber transfer, bool failed);
 
+  bool IsReady();
+
   const TransferLimits limits_;
+  std::unique_ptr<const CurlLibrary> curl_;
   std::unique_ptr<CurlLoop> loop_;
-  std::map<TransferNumber, std::unique_ptr<Request>> requests_;
+  std::map<TransferNumber, std::unique_ptr<Request>> requests_;  // under way; none for what cannot even be sent
   std::map<TransferNumber, TransferResult> results_;
   TransferNumber last_ = 0;
 };

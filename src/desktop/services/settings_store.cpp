@@ -49,8 +49,8 @@ bool IsRunning(qint64 /*process*/) { return true; }
 void WriteThrough(const QString & /*folder*/) {}
 #endif
 
-/// Whether the lock file `name` bars nobody's way for long. Whoever meets a lock whose owner cannot be made out waits half
-/// a minute for it; only another Borvane that is writing just now is worth the wait. Any other lock is removed.
+/// Whether the lock file `name` bars nobody's way for long. Whoever meets a lock whose owner cannot be made out waits
+/// half a minute for it; only another Borvane that is writing just now is worth the wait. Any other lock is removed.
 bool LockIsFree(const QString &name) {
   if (!QFileInfo::exists(name))
     return true;
@@ -64,8 +64,8 @@ bool LockIsFree(const QString &name) {
   return lock.removeStaleLockFile();
 }
 
-/// Has QSettings read the file again before it writes. It knows a change of the file by its length and time, and two writes
-/// within the same tick of the file system's clock may leave both as they were.
+/// Has QSettings read the file again before it writes. It knows a change of the file by its length and time, and two
+/// writes within the same tick of the file system's clock may leave both as they were.
 void MakeNews(const QString &name) {
   QFile file(name);
   if (file.open(QFile::ReadWrite | QFile::ExistingOnly))
