@@ -17,8 +17,7 @@ std::string Inet::OpenURL(std::string_view address) {
   while (!http.IsDone(transfer))
     platform().events.WaitForEvents();
   TransferResult result = http.Take(transfer);
-  if (newest_ == transfer)
-    newest_ = 0;
+  newest_ = 0;  // requests nest: one that took the client over has ended before
   if (result.failed)
     Fail(Failure::RequestFailed);
   return std::move(result.text);

@@ -147,6 +147,16 @@ TEST(LoadSettings, TakesANewIdentifierAlsoWhenItCannotBeStored) {
   EXPECT_FALSE(rig.store().Has("MacID"));
 }
 
+TEST(LoadSettings, StartsAsOnAFirstRunWhenTheStoreCannotBeRead) {
+  Rig rig;
+  rig.store()["Area"] = "Los Angeles";
+  rig.store().FailReads(7);
+  rig.start();
+  EXPECT_EQ(rig.end_status(), std::nullopt);
+  EXPECT_EQ(Module1->RunCount, 1);
+  EXPECT_EQ(conffrm->Combo2.Text(), "");
+}
+
 TEST(LoadSettings, LeavesTheRecordsTimerAtItsDesignIntervalWhateverIsStored) {
   RecordProperty("quirk", "records-timer-keeps-design-interval");
   Rig rig;

@@ -73,12 +73,12 @@ TEST(RefreshClock, RefreshesEveryTenTicksWithoutAThreshold) {
 }
 
 TEST(RefreshClock, TriesAgainTenTicksAfterAFailureAtATensThreshold) {
-  TimedRig rig("20");
+  TimedRig rig("700");
   rig.refuse(los_angeles);
-  Module1->RefreshCount = 20;
+  Module1->RefreshCount = 700;
   rig.tick();
-  EXPECT_EQ(Module1->RefreshCount, 21) << "the failure sets the threshold, and the tick counts";
-  EXPECT_EQ(rig.next_fetch(), 10) << "at a count of 30";
+  EXPECT_EQ(Module1->RefreshCount, 701) << "the failure sets the threshold, and the tick counts";
+  EXPECT_EQ(rig.next_fetch(), 10) << "at a count of 710";
 }
 
 TEST(RefreshClock, TriesAgainAtTheNextTenAfterAFailureAtAnotherThreshold) {

@@ -123,17 +123,24 @@ TEST(RefreshEvents, TakesTheAlertThresholdFromTheBoxAtEachRefresh) {
 
 TEST(RefreshEvents, IsBusyFromTheChoiceOfThePageToTheEnd) {
   WatchingRig rig;
-  rig.hold(set_online);
-  std::string busy;
+  Module1->RunCount = 10;
+  rig.serve(set_online, "");
+  rig.serve(add_run, "");
+  frmRecords->Timer1.Enabled = true;
+  std::string states;
   const auto look = [&](const char *where) {
-    busy += std::string(where) + (Module1->RefreshBusy == flag_true ? " busy, " : " free, ");
+    states += std::string(where) + (frmRecords->Timer1.Enabled() ? " on" : " off") +
+              (Module1->RefreshBusy == flag_true ? " busy, " : " free, ");
   };
   rig.during_request(set_online, [&] { look("presence"); });
-  rig.during_pump(4, [&] { look("wait for the client"); });
+  rig.during_request(add_run, [&] { look("count of runs"); });
+  constexpr int pumps_until_then = 4;  // one for the client and one for the answer, twice
+  rig.during_pump(pumps_until_then + 1, [&] { look("choice of the page"); });
   rig.during_request(los_angeles, [&] { look("fetch"); });
   rig.refresh();
   look("end");
-  EXPECT_EQ(busy, "presence free, wait for the client busy, fetch busy, end free, ");
+  EXPECT_EQ(states,
+            "presence on free, count of runs off free, choice of the page off busy, fetch off busy, end on free, ");
 }
 
 TEST(RefreshEvents, KeepsTheWholeAddressUntilThePageIsThereAndThenItsRoot) {
@@ -225,6 +232,21 @@ TEST(RefreshEvents, FetchesTheCoordinatePageWhenNothingIsChosen) {
   rig.serve(southern + "/recenteqs/Maps/0-0.html", Page(Row("3.1")));
   rig.refresh();
   EXPECT_EQ(Newest(), "3.1");
+}
+
+TEST(RefreshEvents, FetchesTheCoordinatePageOnceAHeadingHasBeenSelected) {
+  WatchingRig rig;
+  rig.choose(conffrm->Combo2, "* ALASKA");
+  rig.refresh();
+  EXPECT_EQ(rig.trace({"request"}).back(), "request " + southern + "/recenteqs/Maps/0-0.html");
+}
+
+TEST(RefreshEvents, WaitsForASlowAnswer) {
+  WatchingRig rig;
+  rig.serve(los_angeles, Page(Row("3.1")), 50);
+  rig.refresh();
+  EXPECT_EQ(Newest(), "3.1");
+  EXPECT_EQ(rig.trace({"wait"}).size(), 2 * (1 + 50u));
 }
 
 TEST(RefreshEvents, StartsTheClockAlsoWhileTheRefreshIsSwitchedOff) {
