@@ -35,6 +35,8 @@ std::optional<Response> Client::Read(bool has_body) {
   while ((end = received_.indexOf("\r\n\r\n")) < 0)
     if (!Fill(received_.size() + 1))
       return std::nullopt;
+  if (!received_.startsWith("HTTP/1.1 "))
+    return std::nullopt;
   const QList<QByteArray> lines = received_.first(end).split('\n');
   received_.remove(0, end + 4);
 

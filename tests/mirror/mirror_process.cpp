@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QProcessEnvironment>
 
+#include <signal.h>
 #include <unistd.h>
 
 namespace borvane::mirror {
@@ -14,17 +15,21 @@ constexpr int patience_ms = 10'000;
 
 }  // namespace
 
-MirrorProcess::MirrorProcess(QStringList arguments, const QStringList &variables, OpenFiles files) {
+MirrorProcess::MirrorProcess(QStringList arguments, const Surroundings &surroundings) {
   if (!arguments.contains("--listen"))
     arguments += {"--listen", "127.0.0.1:0"};
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-  for (const QString &variable : variables)
+  for (const QString &variable : surroundings.variables)
     environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
   process_.setProcessEnvironment(environment);
-  process_.setChildProcessModifier([files] {
+  process_.setChildProcessModifier([files = surroundings.files] {
     const rlimit limit = {.rlim_cur = files.soft, .rlim_max = files.hard};
     ::setrlimit(RLIMIT_NOFILE, &limit);
+    // Qt ignores this signal in the test, and a child inherits what is ignored.
+    ::signal(SIGPIPE, SIG_DFL);
   });
+  if (!surroundings.errors_to.isEmpty())
+    process_.setStandardErrorFile(surroundings.errors_to, QIODevice::Append);
   process_.start(BORVANE_MIRROR, arguments);
 }
 

@@ -15,12 +15,18 @@ struct OpenFiles {
   rlim_t hard = 4096;
 };
 
+/// What surrounds the program.
+struct Surroundings {
+  QStringList variables = {};  ///< added to the environment, "TZ=UTC"
+  OpenFiles files = {};
+  QString errors_to = {};  ///< a file for standard error, in place of this object
+};
+
 /// The real program, started on a free port of the loopback address; it ends with this object.
 class MirrorProcess {
  public:
-  /// Starts it with the arguments and, unless they say otherwise, "--listen 127.0.0.1:0"; `variables` ("TZ=UTC") are
-  /// added to the environment.
-  explicit MirrorProcess(QStringList arguments = {}, const QStringList &variables = {}, OpenFiles files = {});
+  /// Starts it with the arguments and, unless they say otherwise, "--listen 127.0.0.1:0".
+  explicit MirrorProcess(QStringList arguments = {}, const Surroundings &surroundings = {});
   ~MirrorProcess();
 
   /// The port of the first line that says that it listens; 0 when it ends, or says nothing for 10 seconds.
@@ -37,9 +43,6 @@ class MirrorProcess {
 
   /// All that it has told on standard error so far.
   QByteArray Errors();
-
-  /// Stops listening to what it tells on standard error, as a monitor does that ends.
-  void CloseErrors() { process_.closeReadChannel(QProcess::StandardError); }
 
   /// Waits until standard error holds the text; false after the time.
   bool TellsWithin(const QByteArray &text, int milliseconds);

@@ -117,8 +117,8 @@ TEST(Mirror, IgnoresAQuery) {
 }
 
 TEST(Mirror, ShowsTheTimesOfItsOwnZone) {
-  MirrorProcess utc({}, {"TZ=UTC"});
-  MirrorProcess tokyo({}, {"TZ=JST-9"});
+  MirrorProcess utc({}, {.variables = {"TZ=UTC"}});
+  MirrorProcess tokyo({}, {.variables = {"TZ=JST-9"}});
   const auto newest = [](MirrorProcess &mirror) {
     const Response page = Get(mirror.Port(), "/recenteqs/Maps/116-33.html").value();
     const ListRow row = ReadQuakesList(page.body.toStdString()).rows.at(0);
@@ -139,7 +139,7 @@ rlim_t OpenManyFiles() {
 
 TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
   ASSERT_GE(OpenManyFiles(), 1200U) << "this computer allows too few open files for the test";
-  MirrorProcess mirror({}, {}, {.soft = 256, .hard = 4096});
+  MirrorProcess mirror({}, {.files = {.soft = 256, .hard = 4096}});
   std::vector<std::unique_ptr<Client>> idle;
   for (int i = 0; i < 1000; ++i)
     idle.push_back(std::make_unique<Client>(mirror.Port()));
@@ -155,7 +155,7 @@ TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
 
 TEST(Mirror, ServesAgainAfterItHadNoFilesLeftToOpen) {
   ASSERT_GE(OpenManyFiles(), 400U) << "this computer allows too few open files for the test";
-  MirrorProcess mirror({}, {}, {.soft = 60, .hard = 60});
+  MirrorProcess mirror({}, {.files = {.soft = 60, .hard = 60}});
   std::vector<std::unique_ptr<Client>> clients;
   for (int i = 0; i < 100; ++i)
     clients.push_back(std::make_unique<Client>(mirror.Port()));

@@ -4,10 +4,14 @@
 #include <QEventLoop>
 #include <QThread>
 #include <atomic>
+#include <cerrno>
 #include <future>
 #include <memory>
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include "client.h"
 
@@ -125,6 +129,33 @@ TEST(Server, AnswersNothingBehindARequestThatEndsTheConnection) {
   EXPECT_EQ(client.Read().value().body, "GET /a");
   EXPECT_TRUE(client.EndsWithin(1500));
   EXPECT_EQ(server.Requests(), 1);
+}
+
+/// How a connection ends that sends the bytes and then only receives: 0 in good order, otherwise the system's error
+/// number.
+int EndOf(quint16 port, const QByteArray &bytes) {
+  const int connection = ::socket(AF_INET, SOCK_STREAM, 0);
+  sockaddr_in address = {};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  EXPECT_EQ(::connect(connection, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+  EXPECT_EQ(::send(connection, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL), bytes.size());
+  char buffer[4096];
+  ssize_t received = 0;
+  while ((received = ::recv(connection, buffer, sizeof buffer, 0)) > 0) {
+  }
+  const int error = received == 0 ? 0 : errno;
+  ::close(connection);
+  return error;
+}
+
+TEST(Server, EndsInGoodOrderAlsoWhenItHasNotReadEverything) {
+  const EchoServer server;
+  const QByteArray rest(300'000, 'x');
+  EXPECT_EQ(EndOf(server.Port(), "GET /a HTTP/1.0\r\n\r\n" + rest), 0);
+  EXPECT_EQ(EndOf(server.Port(), "POST /a HTTP/1.1\r\nContent-Length: 300000\r\n\r\n" + rest), 0);
+  EXPECT_EQ(EndOf(server.Port(), "GET /" + rest), 0);
 }
 
 TEST(Server, RefusesWithAPageAndEndsTheConnection) {
