@@ -64,18 +64,20 @@ void CatalogueFile::Read() {
 
 std::optional<QByteArray> CatalogueFile::ReadText() {
   // A pipe or a device would keep the mirror waiting.
-  const QFileInfo info(path_);
-  QFile file(path_);
-  if (info.exists() && !info.isFile())
+  if (const QFileInfo info(path_); info.exists() && !info.isFile()) {
     Report("not a file");
-  else if (!file.open(QIODevice::ReadOnly))
-    Report(file.errorString());
-  else if (file.size() > largest_file)
+    return std::nullopt;
+  }
+  QFile file(path_);
+  const bool is_open = file.open(QIODevice::ReadOnly);
+  if (file.size() > largest_file) {
     Report(QString("larger than %1 bytes").arg(largest_file));
-  else if (QByteArray text = file.readAll(); file.error() == QFileDevice::NoError)
+    return std::nullopt;
+  }
+  QByteArray text = is_open ? file.readAll() : QByteArray();
+  if (is_open && file.error() == QFileDevice::NoError)
     return text;
-  else
-    Report(file.errorString());
+  Report(file.errorString());
   return std::nullopt;
 }
 

@@ -131,6 +131,8 @@ TEST_F(CatalogueFiles, MayComeLaterThanTheMirror) {
   MirrorProcess mirror({"--catalogue", Path()});
   EXPECT_NE(mirror.Port(), 0);
   EXPECT_TRUE(mirror.TellsWithin("No such file", 1000));
+  EXPECT_EQ(mirror.Errors(),
+            "borvane-mirror: the catalogue file " + Path().toUtf8() + " cannot be used: No such file or directory\n");
   Write(Feed("first", 1), Path());
   EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
 }
@@ -144,6 +146,15 @@ TEST_F(CatalogueFiles, ThatAreNoFilesAreToldAndNotWaitedFor) {
     EXPECT_TRUE(mirror.TellsWithin("the catalogue file " + path.toUtf8() + " cannot be used: not a file", 1000));
     EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
   }
+}
+
+TEST_F(CatalogueFiles, ThatAreTooLargeAreTold) {
+  Write(Feed("first", 1), Path());
+  MirrorProcess mirror({"--catalogue", Path()});
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  ASSERT_TRUE(QFile::resize(Path(), 256 * 1024 * 1024 + 1));
+  EXPECT_TRUE(mirror.TellsWithin("cannot be used: larger than 268435456 bytes", 1000));
+  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
 }
 
 TEST_F(CatalogueFiles, AreToldOnceForEachTimeThatTheyAreBad) {
