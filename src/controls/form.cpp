@@ -36,15 +36,14 @@ void FormBase::SetSize(float width, float height) {
     Fail(Failure::InvalidPropertyValue);
   if (width == Width() && height == Height())
     return;
-  is_resizing_ = true;
-  Width = width;
-  Height = height;
-  is_resizing_ = false;
-  Form_Resize();
+  Width.Store(width);
+  Height.Store(height);
+  // A watcher that saw one side changed without the other would give the window a size that nobody asked for.
+  TellChanged(Width);
 }
 
 void FormBase::Changed(const PropertyBase &property) {
-  if ((&property == &Width || &property == &Height) && !is_resizing_)
+  if (&property == &Width || &property == &Height)
     Form_Resize();
 }
 

@@ -61,8 +61,8 @@ class FormBase : public PropertyOwner, public Container {
   void Hide();
   bool IsShown() const { return is_shown_; }
 
-  /// The user or the screen gives the window another outer size, in twips: one Resize. A negative side raises an
-  /// invalid property value and changes neither.
+  /// The user or the screen gives the window another outer size, in twips: one notice and one Resize for both sides. A
+  /// negative side raises an invalid property value and changes neither.
   void SetSize(float width, float height);
 
   virtual void Form_Load() {}
@@ -76,7 +76,6 @@ class FormBase : public PropertyOwner, public Container {
   BorderStyle border_;
   bool is_shown_ = false;
   bool has_been_shown_ = false;
-  bool is_resizing_ = false;
 
  public:
   Property<std::string> Caption;

@@ -84,6 +84,10 @@ class Property : public PropertyBase {
 
   const T &operator()() const { return value_; }
 
+ protected:
+  /// Writes the value without telling the owner.
+  void Store(T value) { value_ = std::move(value); }
+
  private:
   T value_;
 };
@@ -94,6 +98,9 @@ class Extent : public Property<float> {
   using Property<float>::Property;
 
   Extent &operator=(float value);
+
+ private:
+  friend class FormBase;
 };
 
 }  // namespace borvane

@@ -84,6 +84,23 @@ TEST(FormBase, IsResizedOnceByANewSize) {
   EXPECT_EQ(frmMap->resizes, (Sizes{{4000, 3000}}));
 }
 
+/// What draws a window: it looks at the size at each notice.
+struct SizeWatcher : PropertyWatcher {
+  Sizes seen;
+
+  void PropertyChanged(const PropertyBase & /*property*/) override {
+    seen.emplace_back(frmMap->Width(), frmMap->Height());
+  }
+};
+
+TEST(FormBase, TellsOfBothSidesOfANewSizeAtOnce) {
+  const Windows windows;
+  SizeWatcher watcher;
+  frmMap->Watch(&watcher);
+  frmMap->SetSize(4000, 3000);
+  EXPECT_EQ(watcher.seen, (Sizes{{4000, 3000}}));
+}
+
 TEST(FormBase, IsResizedWhenOneSideChanges) {
   const Windows windows;
   frmMap->SetSize(4000, 2405);

@@ -58,6 +58,42 @@ TEST_F(FormOnScreen, ResizingByTheUserGivesTheFormItsOuterSizeInOneResize) {
   EXPECT_EQ(rig.events(), Lines({"resize to 7620 x 4905"}));
 }
 
+TEST_F(FormOnScreen, ResizingByTheUserIsNotUndoneAndKeepsTheWindowMaximized) {
+  class Sizes : public QObject {
+   public:
+    QList<QSize> seen;
+
+   protected:
+    bool eventFilter(QObject * /*object*/, QEvent *event) override {
+      if (event->type() == QEvent::Resize)
+        seen.append(static_cast<QResizeEvent *>(event)->size());
+      return false;
+    }
+  } sizes;
+  window().installEventFilter(&sizes);
+  window().showMaximized();
+  Settle();
+  const QSize full = window().size();
+  EXPECT_EQ(sizes.seen, QList<QSize>({full}));
+  EXPECT_TRUE(window().isMaximized());
+
+  window().showNormal();
+  Settle();
+  EXPECT_EQ(sizes.seen, QList<QSize>({full, QSize(600, 400)}));
+  EXPECT_FALSE(window().isMaximized());
+}
+
+TEST_F(FormOnScreen, IsNotReadByAWindowThatOutlivesIt) {
+  FormWindow &left = window();
+  sample.Unload();
+  left.resize(700, 500);
+  QResizeEvent resized(QSize(700, 500), QSize(600, 400));
+  QApplication::sendEvent(&left, &resized);
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(FormOnScreen, ResizingByCodeResizesTheWindowAndIsNotToldTwice) {
   sample->Width = 7000;
   Settle();

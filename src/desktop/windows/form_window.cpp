@@ -99,7 +99,7 @@ void FormWindow::closeEvent(QCloseEvent *event) {
 
 void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
   // The size that the form asked for is not told back: its twips would come back rounded.
-  if (size() == ClientSizeOf(form_))
+  if (is_released_ || size() == ClientSizeOf(form_))
     return;
   Enter(
       [this] { form_.SetSize(TwipsOf(width()) + FormBase::frame_width, TwipsOf(height()) + FormBase::frame_height); });
