@@ -1,9 +1,11 @@
 #include <QAccessible>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QTreeView>
 #include <QtTest/QTest>
 
@@ -93,6 +95,40 @@ TEST_F(ListViewOnScreen, GridLinesComeAndGo) {
 
   list().GridLines = false;
   EXPECT_EQ(PixelsOf(Picture(*view().viewport()), line), without);
+}
+
+class ListToolTips : public ListViewOnScreen {
+ protected:
+  ListToolTips() {
+    list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
+    list().ListItems.Add(
+        {.Text = "2.0", .SubItemTexts = {"a place far beyond the right edge of its column, as some are"}});
+    Settle();
+  }
+  ~ListToolTips() override { QToolTip::hideText(); }
+  ListToolTips(const ListToolTips &) = delete;
+  ListToolTips &operator=(const ListToolTips &) = delete;
+
+  /// The text that shows while the pointer rests on that cell.
+  QString over(int row, int column) {
+    const QPoint point = view().visualRect(view().model()->index(row, column)).center();
+    QHelpEvent help(QEvent::ToolTip, point, view().viewport()->mapToGlobal(point));
+    QApplication::sendEvent(view().viewport(), &help);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
+  }
+};
+
+TEST_F(ListToolTips, ShowTheTextOfACellThatIsCutOff) {
+  EXPECT_EQ(over(1, 1), "a place far beyond the right edge of its column, as some are");
+}
+
+TEST_F(ListToolTips, SayNothingAboutACellThatIsWhole) { EXPECT_EQ(over(0, 1), ""); }
+
+TEST_F(ListToolTips, AreTheListsOwnWhereItHasOne) {
+  list().ToolTipText = "Newest event";
+
+  EXPECT_EQ(over(0, 1), "Newest event");
+  EXPECT_EQ(over(1, 1), "Newest event");
 }
 
 TEST_F(ListViewOnScreen, RowsCannotBeEdited) {

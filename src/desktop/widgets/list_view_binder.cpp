@@ -51,10 +51,16 @@ class ListWidget final : public QTreeView {
     painter->restore();
   }
 
-  /// A cell that has room for its text needs no tool tip with the same text.
+  /// The list's own tool tip shows over its rows as well. Without one, a cell shows its text; one that has room for its
+  /// text needs no tool tip with the same.
   bool viewportEvent(QEvent *event) override {
     if (event->type() == QEvent::ToolTip) {
-      const QModelIndex index = indexAt(static_cast<QHelpEvent *>(event)->pos());
+      const auto &help = static_cast<QHelpEvent &>(*event);
+      if (!toolTip().isEmpty()) {
+        QToolTip::showText(help.globalPos(), toolTip(), this);
+        return true;
+      }
+      const QModelIndex index = indexAt(help.pos());
       if (index.isValid() && sizeHintForIndex(index).width() <= visualRect(index).width()) {
         QToolTip::hideText();
         return true;
