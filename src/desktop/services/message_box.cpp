@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
+#include <QWindow>
 
 #include "desktop/windows_1252.h"
 
@@ -22,6 +24,26 @@ MessageAnswer AnswerOf(int button) {
   }
 }
 
+/// A box over the window that the user works in. It does not belong to that window, which a timer may unload meanwhile.
+class Question final : public QMessageBox {
+ public:
+  Question(Icon icon, const QString &title, const QString &text, StandardButtons buttons)
+      : QMessageBox(icon, title, text, buttons), asker_(QApplication::activeWindow()) {
+    create();
+    if (asker_ != nullptr)
+      windowHandle()->setTransientParent(asker_->windowHandle());
+  }
+
+ protected:
+  void showEvent(QShowEvent *event) override {
+    QMessageBox::showEvent(event);
+    adjustPosition(asker_);
+  }
+
+ private:
+  QPointer<QWidget> asker_;
+};
+
 }  // namespace
 
 MessageAnswer QtMessageBox::Show(std::string_view text, std::string_view title, MessageButtons buttons,
@@ -30,8 +52,8 @@ MessageAnswer QtMessageBox::Show(std::string_view text, std::string_view title, 
   const QMessageBox::StandardButton first = yes_no ? QMessageBox::Yes : QMessageBox::Ok;
   const QMessageBox::StandardButton refusal = yes_no ? QMessageBox::No : QMessageBox::Cancel;
 
-  QMessageBox box(icon == MessageIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon, ShownText(title),
-                  ShownText(text), first | refusal, QApplication::activeWindow());
+  Question box(icon == MessageIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon, ShownText(title),
+               ShownText(text), first | refusal);
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(first);
   box.setEscapeButton(refusal);
