@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QToolButton>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
@@ -71,6 +72,18 @@ TEST_F(TextBoxOnScreen, IsLeftForAnotherControl) {
   QTest::keyClick(&box(), Qt::Key_Tab);
 
   EXPECT_EQ(rig.events(), Lines({"change 105", "left with 105"}));
+}
+
+TEST_F(TextBoxOnScreen, IsLeftForAButtonOfAToolbar) {
+  box().setFocus();
+  rig.widget<QToolButton>(*sample, "quit").setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+
+  sample->Toolbar1.LostFocus = [this] { rig.note("toolbar left"); };
+  rig.widget<QToolButton>(*sample, "refresh").setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(rig.events(), Lines());
+  box().setFocus();
+  EXPECT_EQ(rig.events(), Lines({"toolbar left"}));
 }
 
 TEST_F(TextBoxOnScreen, IsLeftForAControlOfAnotherWindow) {

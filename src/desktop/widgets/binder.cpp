@@ -32,6 +32,7 @@ MouseState MouseStateOf(const QMouseEvent &event) {
 Binder::Binder(Control &control, QWidget &widget, const Surroundings &surroundings)
     : QObject(&widget), control_(control), widget_(widget), focus_(surroundings.focus), placing_(surroundings.placing) {
   control.Watch(this);
+  focus_.Add(*this);
   widget.installEventFilter(this);
   widget.setObjectName(ShownText(control.FullName()));
   widget.setToolTip(ShownText(control.ToolTipText()));
@@ -83,9 +84,6 @@ bool Binder::eventFilter(QObject *object, QEvent *event) {
   if (is_released_ || object != &widget_)
     return false;
   switch (event->type()) {
-    case QEvent::FocusIn:
-      focus_.Entered(*this);
-      return false;
     case QEvent::MouseMove:
       if (!control_.MouseMove.IsWired())
         return false;

@@ -1,22 +1,43 @@
 #include "desktop/widgets/focus_tracker.h"
 
+#include <QApplication>
+#include <QWidget>
 #include <utility>
 
 #include "desktop/widgets/binder.h"
 
 namespace borvane {
 
-void FocusTracker::Entered(Binder &binder) {
+FocusTracker::FocusTracker() {
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget * /*old*/, QWidget *now) { KeyboardMoved(now); });
+}
+
+void FocusTracker::Add(Binder &binder) { binders_[&binder.widget()] = &binder; }
+
+void FocusTracker::Forget(const Binder &binder) {
+  binders_.erase(&binder.widget());
   if (focused_ == &binder)
+    focused_ = nullptr;
+}
+
+void FocusTracker::KeyboardMoved(QWidget *widget) {
+  Binder *entered = BinderOf(widget);
+  if (entered == nullptr || entered == focused_)
     return;
-  Binder *left = std::exchange(focused_, &binder);
+  Binder *left = std::exchange(focused_, entered);
   if (left != nullptr)
     left->Left();
 }
 
-void FocusTracker::Forget(const Binder &binder) {
-  if (focused_ == &binder)
-    focused_ = nullptr;
+/// The control to which `widget` belongs: a button of a toolbar is a widget by itself. Null for what is no control, such
+/// as a message box or the list that a combo box drops.
+Binder *FocusTracker::BinderOf(const QWidget *widget) const {
+  for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
+    const auto place = binders_.find(widget);
+    if (place != binders_.end())
+      return place->second;
+  }
+  return nullptr;
 }
 
 }  // namespace borvane

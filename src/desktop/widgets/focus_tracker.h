@@ -1,20 +1,32 @@
 #pragma once
 
+#include <QObject>
+#include <map>
+
+class QWidget;
+
 namespace borvane {
 
 class Binder;
 
 /// Knows which control of the program the user works in. It is left when another control of the program is entered, and
 /// not when the user turns to another program or answers a message box.
-class FocusTracker {
+class FocusTracker final : public QObject {
  public:
-  /// The user has entered the control of `binder`: the control left for it learns so.
-  void Entered(Binder &binder);
+  FocusTracker();
+
+  /// `binder` takes part from now on, with its widget and all that its widget consists of.
+  void Add(Binder &binder);
 
   /// `binder` takes no part any more.
   void Forget(const Binder &binder);
 
  private:
+  /// The keyboard goes to `widget`: when that is another control, the one left for it learns so.
+  void KeyboardMoved(QWidget *widget);
+  Binder *BinderOf(const QWidget *widget) const;
+
+  std::map<const QWidget *, Binder *> binders_;
   Binder *focused_ = nullptr;
 };
 
