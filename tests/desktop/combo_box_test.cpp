@@ -1,5 +1,6 @@
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QtTest/QTest>
 
@@ -76,6 +77,17 @@ TEST_F(ComboBoxOnScreen, TypingChangesTheTextAndRaisesNothing) {
   EXPECT_EQ(sample->Combo1.Text(), "Ut");
   EXPECT_EQ(editable().currentText(), "Ut");
   EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(ComboBoxOnScreen, ShowsTheQuestionMarkThatItHoldsAlready) {
+  sample->Combo1.Text = "Ut?";
+  editable().lineEdit()->setSelection(2, 1);
+  QInputMethodEvent omega;
+  omega.setCommitString(QString::fromUtf8("Ω"));
+  QApplication::sendEvent(editable().lineEdit(), &omega);
+
+  EXPECT_EQ(sample->Combo1.Text(), "Ut?");
+  EXPECT_EQ(editable().currentText(), "Ut?");
 }
 
 TEST_F(ComboBoxOnScreen, TypingAnEntrysTextIsNoPicking) {

@@ -50,6 +50,28 @@ TEST_F(TextBoxOnScreen, ShowsTheQuestionMarkThatItHolds) {
   EXPECT_EQ(SpokenValue(box()), "10?");
 }
 
+TEST_F(TextBoxOnScreen, ShowsTheQuestionMarkThatItHoldsAlready) {
+  sample->Text1.Text = "10?";
+  rig.events();
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  edit.setSelection(2, 1);
+  QInputMethodEvent omega;
+  omega.setCommitString(QString::fromUtf8("Ω"));
+  QApplication::sendEvent(&edit, &omega);
+
+  EXPECT_EQ(rig.events(), Lines());
+  EXPECT_EQ(sample->Text1.Text(), "10?");
+  EXPECT_EQ(SpokenValue(edit), "10?");
+}
+
+TEST_F(TextBoxOnScreen, MayUnloadItsWindowWhileItIsTypedInto) {
+  sample->Text1.Change = [] { sample.Unload(); };
+  QTest::keyClicks(&box(), "5");
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+}
+
 TEST_F(TextBoxOnScreen, KeepsTheCursorWhenTheTextChangesUnderIt) {
   auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
   edit.setCursorPosition(1);

@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
@@ -48,8 +49,15 @@ class ComboBoxBinder final : public Binder {
     box_.setCompleter(nullptr);
     // Typing an entry's text is no picking: the box itself would take it for one when it is left.
     disconnect(box_.lineEdit(), &QLineEdit::editingFinished, &box_, nullptr);
-    connect(box_.lineEdit(), &QLineEdit::textEdited, this,
-            [this](const QString &text) { Enter([&] { combo_box_.Text = ProgramText(text); }); });
+    connect(box_.lineEdit(), &QLineEdit::textEdited, this, &ComboBoxBinder::Take);
+  }
+
+  void Take(const QString &text) {
+    const QPointer<ComboBoxBinder> self(this);
+    Enter([&] { combo_box_.Text = ProgramText(text); });
+    // The program tells of no change where a character that it cannot hold stands for the "?" that it holds already.
+    if (!self.isNull() && !is_released())
+      ShowText();
   }
 
   void ShowText() {

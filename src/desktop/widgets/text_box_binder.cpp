@@ -1,4 +1,5 @@
 #include <QLineEdit>
+#include <QPointer>
 #include <algorithm>
 
 #include "desktop/widgets/binders.h"
@@ -13,12 +14,22 @@ class TextBoxBinder final : public Binder {
   TextBoxBinder(TextBox &text_box, QLineEdit &edit, const Surroundings &surroundings)
       : Binder(text_box, edit, surroundings), text_box_(text_box), edit_(edit) {
     edit_.setText(ShownText(text_box_.Text()));
-    connect(&edit_, &QLineEdit::textEdited, this,
-            [this](const QString &text) { Enter([&] { text_box_.Text = ProgramText(text); }); });
+    connect(&edit_, &QLineEdit::textEdited, this, &TextBoxBinder::Take);
   }
 
  protected:
-  void Show(const PropertyBase & /*property*/) override {
+  void Show(const PropertyBase & /*property*/) override { ShowText(); }
+
+ private:
+  void Take(const QString &text) {
+    const QPointer<TextBoxBinder> self(this);
+    Enter([&] { text_box_.Text = ProgramText(text); });
+    // The program tells of no change where a character that it cannot hold stands for the "?" that it holds already.
+    if (!self.isNull() && !is_released())
+      ShowText();
+  }
+
+  void ShowText() {
     const QString text = ShownText(text_box_.Text());
     if (edit_.text() == text)
       return;
@@ -27,7 +38,6 @@ class TextBoxBinder final : public Binder {
     edit_.setCursorPosition(std::min(cursor, static_cast<int>(text.size())));
   }
 
- private:
   TextBox &text_box_;
   QLineEdit &edit_;
 };
