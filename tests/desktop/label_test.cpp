@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QPushButton>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
@@ -170,6 +171,17 @@ TEST_F(LinkLabel, ShowsItsCaption) {
 
   EXPECT_EQ(SpokenName(link()), "Version");
   EXPECT_GT(PixelsOf(Picture(link()), link().palette().color(QPalette::WindowText), half), 5);
+}
+
+TEST_F(LinkLabel, TakesNoKeyFromTheTextOfAPage) {
+  sample->Link1.Caption = "Q&A";
+
+  EXPECT_EQ(SpokenName(link()), "Q&A");
+  EXPECT_TRUE(rig.widget<QPushButton>(*sample, "Link1").shortcut().isEmpty());
+  const int width = link().width();
+  sample->Link1.Caption = "Q&&A";
+  EXPECT_EQ(SpokenName(link()), "Q&&A");
+  EXPECT_GE(link().width(), width);
 }
 
 TEST_F(LinkLabel, IsPaleWhileItIsDisabled) {

@@ -31,7 +31,13 @@ class LinkLabel final : public QPushButton {
     setFocusPolicy(Qt::TabFocus);
   }
 
-  QSize sizeHint() const override { return fontMetrics().size(Qt::TextSingleLine, text()); }
+  /// The text may come from a page: an "&" in it is no sign for a key.
+  void setText(const QString &text) {
+    caption_ = text;
+    QPushButton::setText(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));
+  }
+
+  QSize sizeHint() const override { return fontMetrics().size(Qt::TextSingleLine, caption_); }
 
  protected:
   void paintEvent(QPaintEvent * /*event*/) override {
@@ -41,7 +47,7 @@ class LinkLabel final : public QPushButton {
     painter.setFont(underlined);
     const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
     painter.setPen(palette().color(group, QPalette::WindowText));
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, text());
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, caption_);
     if (hasFocus()) {
       QStyleOptionFocusRect option;
       option.initFrom(this);
@@ -51,6 +57,9 @@ class LinkLabel final : public QPushButton {
 
   void enterEvent(QEnterEvent * /*event*/) override { update(); }
   void leaveEvent(QEvent * /*event*/) override { update(); }
+
+ private:
+  QString caption_;
 };
 
 template <class Widget>
