@@ -7,7 +7,7 @@
 namespace borvane {
 
 /// The program's colour on the screen; a colour of the system comes from `palette`, so that dark desktops stay
-/// readable.
+/// readable. One that has no part of the palette is that of plain text.
 QColor ScreenColor(Color color, const QPalette &palette);
 
 }  // namespace borvane
