@@ -16,7 +16,7 @@ CurlLoop::CurlLoop(const CurlLibrary &curl, std::function<void(CURL *, CURLcode)
   timer_.callOnTimeout([this] { Act(CURL_SOCKET_TIMEOUT, 0); });
 }
 
-void CurlLoop::Add(CURL *easy) { curl_.multi_add_handle(multi_.get(), easy); }
+bool CurlLoop::Add(CURL *easy) { return curl_.multi_add_handle(multi_.get(), easy) == CURLM_OK; }
 
 void CurlLoop::Remove(CURL *easy) { curl_.multi_remove_handle(multi_.get(), easy); }
 

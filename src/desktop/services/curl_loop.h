@@ -17,7 +17,8 @@ class CurlLoop {
   /// been taken out by then and may be added again.
   CurlLoop(const CurlLibrary &curl, std::function<void(CURL *, CURLcode)> ended);
 
-  void Add(CURL *easy);
+  /// False when the library cannot take the transfer: `ended` will not be called then.
+  [[nodiscard]] bool Add(CURL *easy);
 
   /// Ends the transfer of `easy` at once, if it is under way. `ended` is not called.
   void Remove(CURL *easy);

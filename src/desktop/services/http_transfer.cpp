@@ -1,9 +1,9 @@
 #include "desktop/services/http_transfer.h"
 
 #include <QDeadlineTimer>
+#include <algorithm>
 #include <utility>
 
-#include "desktop/services/curl_library.h"
 #include "desktop/services/curl_loop.h"
 #include "desktop/services/http_address.h"
 
@@ -52,7 +52,8 @@ class CurlTransfer::Request {
     has_whole_head_ = false;
     Set(CURLOPT_URL, address.Root().c_str());
     Set(CURLOPT_REQUEST_TARGET, address.target.c_str());
-    Set(CURLOPT_TIMEOUT_MS, static_cast<long>(deadline_.remainingTime()));
+    // To the library, no time left is no limit.
+    Set(CURLOPT_TIMEOUT_MS, std::max(1L, static_cast<long>(deadline_.remainingTime())));
   }
 
   /// Whether the blank line has come that ends the head. The library takes a head that is cut off for a whole one.
@@ -103,7 +104,7 @@ class CurlTransfer::Request {
   std::unique_ptr<CURL, decltype(CurlLibrary::easy_cleanup)> easy_;
 };
 
-CurlTransfer::CurlTransfer(const TransferLimits &limits) : limits_(limits) {}
+CurlTransfer::CurlTransfer(const TransferLimits &limits, LoadCurl load) : limits_(limits), load_(load) {}
 
 CurlTransfer::~CurlTransfer() = default;
 
@@ -111,7 +112,7 @@ CurlTransfer::~CurlTransfer() = default;
 bool CurlTransfer::IsReady() {
   if (loop_ != nullptr)
     return true;
-  const std::optional<CurlLibrary> curl = CurlLibrary::Load();
+  const std::optional<CurlLibrary> curl = load_();
   if (!curl)
     return false;
   curl_ = std::make_unique<CurlLibrary>(*curl);
@@ -131,8 +132,7 @@ TransferNumber CurlTransfer::Start(std::string_view address) {
     Send(*requests_[number]);
   } else {
     requests_[number] = nullptr;
-    QMetaObject::invokeMethod(
-        this, [this, number] { End(number, true); }, Qt::QueuedConnection);
+    FailSoon(number);
   }
   return number;
 }
@@ -148,8 +148,18 @@ TransferResult CurlTransfer::Take(TransferNumber transfer) {
 }
 
 void CurlTransfer::Send(Request &request) {
+  if (request.easy() == nullptr) {
+    FailSoon(request.number);
+    return;
+  }
   request.Aim();
-  loop_->Add(request.easy());
+  if (!loop_->Add(request.easy()))
+    FailSoon(request.number);
+}
+
+void CurlTransfer::FailSoon(TransferNumber transfer) {
+  QMetaObject::invokeMethod(
+      this, [this, transfer] { End(transfer, true); }, Qt::QueuedConnection);
 }
 
 void CurlTransfer::AnswerEnded(Request &request, bool complete) {

@@ -5,13 +5,14 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <optional>
 
+#include "desktop/services/curl_library.h"
 #include "platform/http_transfer.h"
 
 namespace borvane {
 
 class CurlLoop;
-struct CurlLibrary;
 
 /// The limits of a transfer. One that reaches them ends as failed.
 struct TransferLimits {
@@ -23,7 +24,9 @@ struct TransferLimits {
 /// HTTP by libcurl, which is loaded at the first transfer. Without it every transfer fails.
 class CurlTransfer final : public QObject, public HttpTransfer {
  public:
-  explicit CurlTransfer(const TransferLimits &limits = {});
+  using LoadCurl = std::optional<CurlLibrary> (*)();
+
+  explicit CurlTransfer(const TransferLimits &limits = {}, LoadCurl load = CurlLibrary::Load);
   ~CurlTransfer() override;
 
   TransferNumber Start(std::string_view address) override;
@@ -36,12 +39,16 @@ class CurlTransfer final : public QObject, public HttpTransfer {
 
   /// Sends `request` to its address: its first one, or the one to which a redirect leads.
   void Send(Request &request);
+
+  /// Ends a transfer that cannot be sent, but not before events run, as of any other.
+  void FailSoon(TransferNumber transfer);
   void AnswerEnded(Request &request, bool complete);
   void End(TransferNumber transfer, bool failed);
 
   bool IsReady();
 
   const TransferLimits limits_;
+  const LoadCurl load_;
   std::unique_ptr<const CurlLibrary> curl_;
   std::unique_ptr<CurlLoop> loop_;
   std::map<TransferNumber, std::unique_ptr<Request>> requests_;  // under way; none for what cannot even be sent
