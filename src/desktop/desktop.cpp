@@ -5,7 +5,9 @@
 namespace borvane {
 
 Desktop::Desktop(int &argument_count, char **arguments)
-    : application_(argument_count, arguments), process_([this] { forms_.Stop(); }) {
+    : application_(argument_count, arguments),
+      process_([this] { forms_.Stop(); }),
+      quit_request_([this] { process_.End(0); }) {
   // A hidden records window with no bar leaves the program running.
   QApplication::setQuitOnLastWindowClosed(false);
   SetAppearance();

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <memory>
 
+#include "desktop/quit_request.h"
 #include "desktop/services/clock.h"
 #include "desktop/services/event_pump.h"
 #include "desktop/services/http_transfer.h"
@@ -41,6 +42,7 @@ class Desktop {
   QtMessageBox message_box_;
   DesktopShell shell_;
   DesktopProcess process_;
+  QuitRequest quit_request_;
   std::unique_ptr<MirrorStarter> mirror_starter_;
 };
 
