@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <array>
 
 #include "desktop/windows_1252.h"
 #include "settings/conffrm.h"
@@ -12,9 +13,9 @@ namespace borvane {
 
 namespace {
 
-constexpr int margin = 7;
+constexpr int margin = 6;
 constexpr int spacing = 5;
-constexpr int row_height = 20;
+constexpr int row_height = 19;
 constexpr int number_width = 52;
 
 QVBoxLayout &LayOut(QWidget &group) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <initializer_list>
-
 #include "desktop/windows/form_window.h"
 
 class QBoxLayout;
