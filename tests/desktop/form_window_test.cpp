@@ -192,6 +192,17 @@ TEST_F(FormOnScreen, SeesThePointerInTwipsOfItsClientArea) {
   EXPECT_EQ(rig.events(), Lines({"8850 1500"}));
 }
 
+TEST_F(FormOnScreen, DragOverAControlIsNoMoveOverTheForm) {
+  sample->FormMouseMove = [&](const MouseState & /*mouse*/) { rig.note("move"); };
+  QWidget &label = rig.widget(*sample, "Label1");
+  QTest::mousePress(&label, Qt::LeftButton);
+  QMouseEvent drag(QEvent::MouseMove, QPointF(5, 5), label.mapToGlobal(QPointF(5, 5)), Qt::NoButton, Qt::LeftButton,
+                   {});
+  QApplication::sendEvent(&label, &drag);
+
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(FormOnScreen, StoppedDesktopTakesNoEvents) {
   sample->Command1.Click = [&] { rig.note("click"); };
   rig.forms().Stop();

@@ -106,6 +106,9 @@ void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
 }
 
 void FormWindow::mouseMoveEvent(QMouseEvent *event) {
+  // A drag that began on a control hands its moves on to here, wherever the pointer is.
+  if (childAt(event->position().toPoint()) != nullptr)
+    return;
   Enter([&] { form_.Form_MouseMove(MouseStateOf(*event)); });
 }
 
