@@ -241,6 +241,25 @@ TEST_F(Keys, HaveTheirCodesWithOrWithoutShift) {
                                  "key 40 with 2", "key 17", "key 0"}));
 }
 
+TEST_F(Keys, OfAnotherScriptHaveTheCodeOfTheLatinLetterAtTheirPlace) {
+  constexpr quint32 place_of_r = 27;
+  constexpr quint32 place_of_f = 41;
+  constexpr quint32 place_of_comma = 59;
+  const auto click = [this](char16_t letter, quint32 place) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, letter, Qt::NoModifier, place, 0, 0, QString(QChar(letter)));
+      QApplication::sendEvent(screen_window(), &event);
+    }
+  };
+  click(u'К', place_of_r);
+  click(u'Φ', place_of_f);
+  click(u'Б', place_of_comma);
+  click(u'К', 0);
+  click(u'Ä', place_of_r);
+
+  EXPECT_EQ(rig.events(), Lines({"key 82", "key 70", "key 0", "key 0", "key 0"}));
+}
+
 TEST_F(Keys, ComeAtTheReleaseAndOnlyForAPressThatTheWindowSaw) {
   QTest::keyRelease(screen_window(), Qt::Key_Escape);
   EXPECT_EQ(rig.events(), Lines());

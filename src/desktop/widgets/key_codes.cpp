@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace borvane {
 
@@ -23,14 +24,44 @@ constexpr std::array named_keys = {
 };
 // clang-format on
 
+/// The Latin letters of a row of keys, from the first scan code on.
+struct LetterRow {
+  quint32 first;
+  std::string_view letters;
+};
+
+/// As Linux numbers the keys. The other systems number them in ways of their own.
+#ifdef Q_OS_LINUX
+constexpr std::array letter_rows = {LetterRow{24, "QWERTYUIOP"}, LetterRow{38, "ASDFGHJKL"}, LetterRow{52, "ZXCVBNM"}};
+#else
+constexpr std::array<LetterRow, 0> letter_rows = {};
+#endif
+
+/// Whether a key writes in another script, such as Greek or Cyrillic: Qt's number of such a key is its character.
+bool IsOfAnotherScript(int qt_key) {
+  constexpr int first_greek = 0x370;
+  constexpr int first_without_character = 0x01000000;
+  return qt_key >= first_greek && qt_key < first_without_character;
+}
+
+int LatinLetterAt(quint32 scan_code) {
+  for (const LetterRow &row : letter_rows) {
+    if (scan_code >= row.first && scan_code < row.first + row.letters.size())
+      return row.letters[scan_code - row.first];
+  }
+  return 0;
+}
+
 }  // namespace
 
-int KeyCodeOf(int qt_key) {
+int KeyCodeOf(int qt_key, quint32 scan_code) {
   constexpr int code_of_f1 = 112;
   if ((qt_key >= Qt::Key_A && qt_key <= Qt::Key_Z) || (qt_key >= Qt::Key_0 && qt_key <= Qt::Key_9))
     return qt_key;
   if (qt_key >= Qt::Key_F1 && qt_key <= Qt::Key_F16)
     return qt_key - Qt::Key_F1 + code_of_f1;
+  if (IsOfAnotherScript(qt_key))
+    return LatinLetterAt(scan_code);
   const auto *key =
       std::find_if(named_keys.begin(), named_keys.end(), [&](const KeyCode &named) { return named.qt_key == qt_key; });
   return key == named_keys.end() ? 0 : key->code;

@@ -133,7 +133,7 @@ bool FormWindow::KeyReleased(const QKeyEvent &event) {
   if (event.isAutoRepeat() || pressed_keys_.erase(PlaceOf(event)) == 0)
     return false;
   const QPointer<FormWindow> self(this);
-  Enter([&] { form_.Form_KeyUp(KeyCodeOf(event.key()), ShiftStateOf(event.modifiers())); });
+  Enter([&] { form_.Form_KeyUp(KeyCodeOf(event.key(), event.nativeScanCode()), ShiftStateOf(event.modifiers())); });
   return self.isNull();
 }
 
