@@ -5,6 +5,15 @@
 
 namespace borvane {
 
+Position &Position::operator=(float value) {
+  if (is_set_ && value == (*this)())
+    return *this;
+  is_set_ = true;
+  Store(value);
+  TellOwner();
+  return *this;
+}
+
 FormBase::FormBase(const Design &design)
     : name_(design.Name),
       border_(design.Border),
@@ -40,6 +49,11 @@ void FormBase::SetSize(float width, float height) {
   Height.Store(height);
   // A watcher that saw one side changed without the other would give the window a size that nobody asked for.
   TellChanged(Width);
+}
+
+void FormBase::SetPlace(float left, float top) {
+  Left.Store(left);
+  Top.Store(top);
 }
 
 void FormBase::Changed(const PropertyBase &property) {

@@ -26,6 +26,23 @@ class FormHost {
   ~FormHost() = default;
 };
 
+/// Where an edge of a window stands on the screen, in twips. Until the program sets it, the screen chooses.
+class Position : public Property<float> {
+ public:
+  using Property<float>::Property;
+
+  /// The first time, also the value that it has already is a change.
+  Position &operator=(float value);
+
+  /// Whether the program has set it.
+  bool is_set() const { return is_set_; }
+
+ private:
+  friend class FormBase;
+
+  bool is_set_ = false;
+};
+
 /// Who asks a window to go: the user by its close box, or the program.
 enum class UnloadMode { CloseBox, Code };
 
@@ -65,6 +82,10 @@ class FormBase : public PropertyOwner, public Container {
   /// negative side raises an invalid property value and changes neither.
   void SetSize(float width, float height);
 
+  /// The user or the screen has moved the window's upper left corner, frame included, there. No notice: what tells of
+  /// it shows it already.
+  void SetPlace(float left, float top);
+
   virtual void Form_Load() {}
   virtual void Form_Resize() {}
   virtual void Form_QueryUnload(Integer & /*cancel*/, UnloadMode /*mode*/) {}
@@ -79,8 +100,8 @@ class FormBase : public PropertyOwner, public Container {
 
  public:
   Property<std::string> Caption;
-  Property<float> Left;
-  Property<float> Top;
+  Position Left;
+  Position Top;
   Extent Width;   // outer, in twips
   Extent Height;  // outer, in twips
   Property<Integer> MousePointer;

@@ -121,6 +121,30 @@ TEST(FormBase, IsResizedByCodeOnceForEachSide) {
   EXPECT_EQ(frmMap->resizes, (Sizes{{4000, 2405}, {4000, 3000}}));
 }
 
+TEST(FormBase, HasNoPlaceUntilItIsPut) {
+  const Windows windows;
+  SizeWatcher watcher;
+  frmMap->Watch(&watcher);
+  EXPECT_FALSE(frmMap->Left.is_set());
+  frmMap->Left = 0;
+  EXPECT_TRUE(frmMap->Left.is_set());
+  EXPECT_FALSE(frmMap->Top.is_set());
+  EXPECT_EQ(watcher.seen.size(), 1u);
+  frmMap->Left = 0;
+  EXPECT_EQ(watcher.seen.size(), 1u);
+}
+
+TEST(FormBase, TakesThePlaceWhereTheUserMovesIt) {
+  const Windows windows;
+  SizeWatcher watcher;
+  frmMap->Watch(&watcher);
+  frmMap->SetPlace(150, -300);
+  EXPECT_EQ(frmMap->Left(), 150);
+  EXPECT_EQ(frmMap->Top(), -300);
+  EXPECT_FALSE(frmMap->Left.is_set());
+  EXPECT_TRUE(watcher.seen.empty());
+}
+
 TEST(FormBase, IsNotResizedByOtherProperties) {
   const Windows windows;
   frmMap->Left = 100;

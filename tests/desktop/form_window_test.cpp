@@ -7,6 +7,7 @@
 
 #include "desktop/sample_form.h"
 #include "desktop/screen_rig.h"
+#include "settings/conffrm.h"
 
 namespace borvane {
 namespace {
@@ -124,6 +125,69 @@ TEST_F(FormOnScreen, MovesWhereTheFormGoes) {
   Settle();
 
   EXPECT_EQ(window().pos(), QPoint(100, 30));
+}
+
+TEST_F(FormOnScreen, LearnsWhereTheUserHasMovedIt) {
+  window().move(200, 50);
+  Settle();
+  EXPECT_EQ(sample->Left(), 3000);
+  EXPECT_EQ(sample->Top(), 750);
+
+  sample->Left = 3150;
+  Settle();
+  EXPECT_EQ(window().pos(), QPoint(210, 50));
+}
+
+TEST_F(FormOnScreen, KeepsItsTwipsWhereItHasMovedByItself) {
+  sample->Left = 1504;
+  sample->Top = 446;
+  Settle();
+
+  EXPECT_EQ(window().pos(), QPoint(100, 30));
+  EXPECT_EQ(sample->Left(), 1504);
+  EXPECT_EQ(sample->Top(), 446);
+}
+
+TEST_F(FormOnScreen, IsNotSetBackWhenTheScreenConfirmsAMoveLate) {
+  sample->Left = 1500;
+  sample->Left = 3000;
+  window().windowHandle()->setFramePosition(QPoint(100, window().y()));
+  Settle();
+
+  EXPECT_EQ(sample->Left(), 3000);
+}
+
+TEST(FormWindowTest, StandsFromItsFirstShowOnWhereTheFormWasPut) {
+  const ScreenRig rig;
+  sample->Left = 0;
+  sample->Top = -600;
+  other_form->Left = 1500;
+  sample->Show();
+  other_form->Show();
+  Settle();
+
+  EXPECT_EQ(rig.window(*sample).pos(), QPoint(0, -40));
+  EXPECT_EQ(rig.window(*other_form).x(), 100);
+
+  sample->Hide();
+  rig.window(*sample).move(70, 80);
+  sample->Show();
+  Settle();
+  EXPECT_EQ(rig.window(*sample).pos(), QPoint(70, 80));
+}
+
+TEST(FormWindowTest, IsNotPlacedByItsFormBeforeThatIsPut) {
+  const ScreenRig rig;
+  sample->Show();
+  Settle();
+  EXPECT_FALSE(rig.window(*sample).testAttribute(Qt::WA_Moved));
+
+  conffrm->Show();
+  Settle();
+  const FormWindow &settings = rig.window(*conffrm);
+  const QPoint centre = settings.screen()->availableGeometry().center();
+  constexpr int frame = 4;  // of this screen, which counts it to the window's place
+  EXPECT_LE((settings.geometry().center() - centre).manhattanLength(), frame);
 }
 
 TEST_F(FormOnScreen, CloseBoxUnloadsTheForm) {

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWindow>
+#include <algorithm>
 
 #include "controls/form_set.h"
 #include "core/dispatch.h"
@@ -36,6 +37,8 @@ Qt::WindowFlags FrameOf(BorderStyle border) {
       return Qt::Window;
   }
 }
+
+QPoint PlaceOf(const FormBase &form) { return {PixelsOf(form.Left()), PixelsOf(form.Top())}; }
 
 QSize ClientSizeOf(const FormBase &form) { return {PixelsOf(form.ScaleWidth()), PixelsOf(form.ScaleHeight())}; }
 
@@ -82,6 +85,8 @@ void FormWindow::Release() {
 
 void FormWindow::Present(FormWindow *owner) {
   if (windowHandle() == nullptr) {
+    if (form_.Left.is_set() || form_.Top.is_set())
+      ShowPlace();
     create();
     // The window sees its keys here before any of its widgets does.
     windowHandle()->installEventFilter(this);
@@ -103,6 +108,16 @@ void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
     return;
   Enter(
       [this] { form_.SetSize(TwipsOf(width()) + FormBase::frame_width, TwipsOf(height()) + FormBase::frame_height); });
+}
+
+void FormWindow::moveEvent(QMoveEvent * /*event*/) {
+  if (is_released_ || pos() == PlaceOf(form_))
+    return;
+  // The screen confirms a move only after a while: the form may have gone on from there, and must not be set back.
+  if (std::find(asked_places_.begin(), asked_places_.end(), pos()) != asked_places_.end())
+    return;
+  asked_places_.clear();
+  form_.SetPlace(TwipsOf(x()), TwipsOf(y()));
 }
 
 void FormWindow::mouseMoveEvent(QMouseEvent *event) {
@@ -145,7 +160,7 @@ void FormWindow::PropertyChanged(const PropertyBase &property) {
   else if (&property == &form_.Width || &property == &form_.Height)
     ShowSize();
   else
-    move(PixelsOf(form_.Left()), PixelsOf(form_.Top()));
+    ShowPlace();
 }
 
 void FormWindow::ShowCaption() {
@@ -159,6 +174,16 @@ void FormWindow::ShowSize() {
     resize(size);
   else
     setFixedSize(size);
+}
+
+void FormWindow::ShowPlace() {
+  constexpr std::size_t remembered_places = 16;
+  const QPoint place(form_.Left.is_set() ? PixelsOf(form_.Left()) : x(),
+                     form_.Top.is_set() ? PixelsOf(form_.Top()) : y());
+  asked_places_.push_back(place);
+  if (asked_places_.size() > remembered_places)
+    asked_places_.pop_front();
+  move(place);
 }
 
 void FormWindow::ShowPointer() {

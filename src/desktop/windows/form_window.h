@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <deque>
 #include <functional>
 #include <set>
 #include <vector>
@@ -33,6 +34,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
 
   void closeEvent(QCloseEvent *event) override;
   void resizeEvent(QResizeEvent *event) override;
+  void moveEvent(QMoveEvent *event) override;
   void mouseMoveEvent(QMouseEvent *event) override;
   bool eventFilter(QObject *object, QEvent *event) override;
 
@@ -41,6 +43,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
   void PropertyChanged(const PropertyBase &property) override;
   void ShowCaption();
   void ShowSize();
+  void ShowPlace();
   void ShowPointer();
   bool KeyReleased(const QKeyEvent &event);
   void Enter(const std::function<void()> &handler);
@@ -49,6 +52,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
   FocusTracker &focus_;
   std::vector<Binder *> binders_;
   std::set<quint32> pressed_keys_;
+  std::deque<QPoint> asked_places_;  // the last ones that the form asked for, oldest first
   bool is_released_ = false;
 };
 
