@@ -1,0 +1,79 @@
+#!/usr/bin/env python3
+"""What a window manager and a keyboard do with the records window."""
+import re
+import unittest
+
+from page_server import PageServer
+from system_test import SystemTest
+
+DESIGN_SIZE = (735, 555)
+
+
+class RecordsWindow(SystemTest):
+    def setUp(self):
+        super().setUp()
+        self.use_server(PageServer(b"nothing"))
+        self.monitor = self.start_monitor()
+
+    def client_area(self, *parts):
+        text = self.desk.x("xwininfo", "-id", self.monitor.window)
+        return tuple(int(re.search(rf"{part}: +(\d+)", text)[1]) for part in parts)
+
+    def size(self):
+        """Of the client area, as the screen has it."""
+        return self.client_area("Width", "Height")
+
+    def double_click_title(self):
+        """Maximises the window, or brings it back to its size."""
+        left, top = self.client_area("Absolute upper-left X", "Absolute upper-left Y")
+        self.desk.x("xdotool", "mousemove", str(left + 300), str(top - 8), "click", "--repeat", "2", "--delay", "60", "1")
+
+    def is_maximized(self):
+        return "MAXIMIZED_VERT" in self.desk.x("xprop", "-id", self.monitor.window, "_NET_WM_STATE")
+
+    def list_width(self):
+        """Of the list, which the window's Resize gives the room that there is."""
+        return self.monitor.list("History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN).width
+
+    def assert_stays(self, size):
+        """The size comes, and no answer of the program to it undoes it."""
+        self.wait_until(f"the size {size}", lambda: self.size() == size)
+        self.monitor.press_key("F10")  # a later key comes through, so the program has done with the size
+        self.wait_until("the heartbeat", lambda: self.monitor.shows("[ ]"))
+        self.monitor.press_key("F10")
+        self.wait_until("no heartbeat", lambda: not self.monitor.shows("[ ]"))
+        self.assertEqual(size, self.size())
+
+    def test_stays_maximized_and_comes_back_to_its_size(self):
+        self.assertEqual(DESIGN_SIZE, self.size())
+        width = self.list_width()
+        self.desk.activate(self.monitor.window)
+        self.double_click_title()
+        self.wait_until("the large window", lambda: self.size()[0] > 1200)
+        large = self.size()
+        self.assert_stays(large)
+        self.assertTrue(self.is_maximized())
+        self.assertEqual(width + large[0] - DESIGN_SIZE[0], self.list_width())
+
+        self.double_click_title()
+        self.assert_stays(DESIGN_SIZE)
+        self.assertFalse(self.is_maximized())
+        self.assertEqual(width, self.list_width())
+
+    def test_takes_both_sides_of_a_new_size_at_once(self):
+        width = self.list_width()
+        for size in ((900, 700), (650, 600), (820, 580)):
+            self.desk.x("xdotool", "windowsize", self.monitor.window, *map(str, size))
+            self.assert_stays(size)
+            self.assertEqual(width + size[0] - DESIGN_SIZE[0], self.list_width())
+
+    def test_letter_keys_are_at_their_places_whatever_the_user_writes_in(self):
+        self.desk.x("setxkbmap", "ru")
+        place_of_f, place_of_u = "41", "30"
+        self.monitor.press_key(place_of_f)
+        self.monitor.press_key(place_of_u)
+        self.wait_until("the users that F has asked for and U shows", lambda: self.monitor.shows("Users Online: "))
+
+
+if __name__ == "__main__":
+    unittest.main()
