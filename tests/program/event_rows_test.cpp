@@ -84,6 +84,16 @@ EventFields Event() {
   return fields;
 }
 
+TEST(EventFields, GivesSlotsInARowAndRaisesASubscriptFailureOutsideItsBounds) {
+  EventFields fields(9);
+  fields(9) = "last";
+  ASSERT_EQ(fields.Slots(2, 9).size(), 8U);
+  EXPECT_EQ(fields.Slots(2, 9)[7], "last");
+  for (const auto &[first, last] : {std::pair(-1, 2), std::pair(3, 2), std::pair(2, 10)})
+    EXPECT_EQ(FailureOf([&fields, first = first, last = last] { fields.Slots(first, last); }),
+              static_cast<int>(Failure::Subscript));
+}
+
 TEST(EventFields, RaisesASubscriptFailureOutsideItsBounds) {
   for (const int bound : {20, 10, 4}) {
     EventFields fields(bound);
