@@ -1,7 +1,9 @@
 #include "pages/locator_map.h"
 
+#include <QSet>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "pages/figures.h"
 
@@ -14,12 +16,13 @@ constexpr double side = 320;
 constexpr double world_left = side + 40;
 constexpr double world_scale = 0.8;  // units a degree
 constexpr std::size_t most_neighbours = 500;
+constexpr qsizetype most_world_places = 1000;
 
 QByteArray Number(double value) { return QByteArray::number(std::round(value * 10) / 10); }
 
-QByteArray Line(double x1, double y1, double x2, double y2, const char *colour = "var(--line)") {
+QByteArray Line(double x1, double y1, double x2, double y2) {
   return "<line x1=\"" + Number(x1) + "\" y1=\"" + Number(y1) + "\" x2=\"" + Number(x2) + "\" y2=\"" + Number(y2) +
-         "\" stroke=\"" + colour + "\"/>\n";
+         "\" stroke=\"var(--line)\"/>\n";
 }
 
 QByteArray Dot(double x, double y, double radius, const char *attributes) {
@@ -95,16 +98,39 @@ QByteArray Window::Neighbours(const Catalogue &catalogue) const {
   return drawing;
 }
 
+double WorldX(double longitude) { return world_left + (longitude + 180) * world_scale; }
+
+double WorldY(double latitude) { return (90 - latitude) * world_scale; }
+
+/// The places of the catalogue's events on the globe, to the nearest unit. They draw the edges of the plates, and stand
+/// in one path, since they can be many.
+QByteArray WorldEvents(const Catalogue &catalogue) {
+  QSet<std::pair<int, int>> drawn;
+  QByteArray path;
+  for (const Event &event : catalogue.events()) {
+    const std::pair place(static_cast<int>(std::lround(WorldX(event.longitude))),
+                          static_cast<int>(std::lround(WorldY(event.latitude))));
+    if (drawn.contains(place))
+      continue;
+    drawn.insert(place);
+    path += 'M' + QByteArray::number(place.first) + ' ' + QByteArray::number(place.second) + "h.1";
+    if (drawn.size() == most_world_places)
+      break;
+  }
+  return "<path d=\"" + path + "\" stroke=\"var(--quiet)\" stroke-width=\"2\" stroke-linecap=\"round\"/>\n";
+}
+
 /// The globe's grid of 30 degrees with the event's place.
-QByteArray World(const Event &event) {
-  const auto x = [](double longitude) { return world_left + (longitude + 180) * world_scale; };
-  const auto y = [](double latitude) { return (90 - latitude) * world_scale; };
+QByteArray World(const Event &event, const Catalogue &catalogue) {
   QByteArray drawing;
   for (int longitude = -180; longitude <= 180; longitude += 30)
-    drawing += Line(x(longitude), y(90), x(longitude), y(-90));
+    drawing += Line(WorldX(longitude), WorldY(90), WorldX(longitude), WorldY(-90));
   for (int latitude = -90; latitude <= 90; latitude += 30)
-    drawing += Line(x(-180), y(latitude), x(180), y(latitude), latitude == 0 ? "var(--quiet)" : "var(--line)");
-  return drawing + Dot(x(event.longitude), y(event.latitude), 4, "fill=\"var(--quake)\"");
+    drawing += Line(WorldX(-180), WorldY(latitude), WorldX(180), WorldY(latitude));
+  for (const int longitude : {-120, 0, 120})
+    drawing += Label(WorldX(longitude), WorldY(-90) + 14, "middle", DegreeLabel(longitude, 'E', 'W'));
+  drawing += WorldEvents(catalogue);
+  return drawing + Dot(WorldX(event.longitude), WorldY(event.latitude), 4, "fill=\"var(--quake)\"");
 }
 
 }  // namespace
@@ -115,15 +141,15 @@ QByteArray LocatorMap(const Event &event, const Catalogue &catalogue) {
   QByteArray drawing =
       "<figure>\n<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"-12 -4 672 344\" width=\"672\" height=\"344\" "
       "role=\"img\" aria-label=\"Map: the epicentre at " +
-      where + "\" font-family=\"sans-serif\">\n";
+      where + "\">\n";
   drawing += window.Grid() + window.Neighbours(catalogue);
   drawing += "<rect x=\"0\" y=\"0\" width=\"320\" height=\"320\" fill=\"none\" stroke=\"var(--quiet)\"/>\n";
   drawing += Dot(side / 2, side / 2, 7, "fill=\"var(--quake)\"");
   drawing += Dot(side / 2, side / 2, 13, "fill=\"none\" stroke=\"var(--quake)\" stroke-width=\"2\"");
-  drawing += World(event);
+  drawing += World(event, catalogue);
   return drawing +
          "</svg>\n<figcaption>Left: two degrees around the epicentre, with the catalogue's other events in grey. "
-         "Right: its place on the globe.</figcaption>\n</figure>\n";
+         "Right: its place on the globe, with all of them.</figcaption>\n</figure>\n";
 }
 
 }  // namespace borvane::mirror

@@ -87,6 +87,15 @@ TEST(EventPage, DrawsTheEventAndItsNeighbours) {
   EXPECT_EQ(together.count("<circle"), alone.count("<circle") + 1);
 }
 
+TEST(EventPage, DrawsTheWholeCatalogueOnTheGlobe) {
+  Event elsewhere = Castaic();
+  elsewhere.id = "elsewhere";
+  elsewhere.latitude = -20;
+  elsewhere.longitude = 170;
+  const QByteArray page = EventPage(Castaic(), Catalogue({Castaic(), elsewhere}), 8080);
+  EXPECT_TRUE(page.contains("<path d=\"M409 44h.1M640 88h.1\"")) << page.constData();
+}
+
 TEST(EventPage, IsWellFormedWhereverTheEventWas) {
   for (const double latitude : {-90.0, -89.9, -45.5, 0.0, 0.4, 34.0, 89.99, 90.0})
     for (const double longitude : {-180.0, -179.5, -0.4, 0.0, 0.4, 90.0, 179.9, 180.0}) {
