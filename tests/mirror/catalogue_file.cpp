@@ -187,6 +187,13 @@ TEST_F(CatalogueFiles, ThatCannotBeOpenedForAWhileAreTakenUpLater) {
   Write(Feed("first", 1), Path());
   MirrorProcess mirror({"--catalogue", Path()}, {.files = {.soft = 60, .hard = 60}});
   EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  // A sanitizer that meets a type for the first time opens a pipe to look at it, which must happen before the files run
+  // out.
+  Replace("<html>");
+  EXPECT_TRUE(mirror.TellsWithin("not JSON", 1000));
+  Replace(Feed("second", 1));
+  EXPECT_TRUE(ServesWithinASecond(mirror, "second0"));
+
   std::vector<std::unique_ptr<Client>> clients;
   for (int i = 0; i < 100; ++i)
     clients.push_back(std::make_unique<Client>(mirror.Port()));
