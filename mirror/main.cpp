@@ -1,36 +1,15 @@
 #include <QCoreApplication>
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 
 #include "mirror.h"
 
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
-
-namespace {
-
-/// Asks the system for what a server needs of it.
-void PrepareProcess() {
-#ifdef Q_OS_UNIX
+int main(int argc, char *argv[]) {
+#ifdef SIGPIPE
   // The monitor that started the mirror may go before another one that shares it, and with it the reader of what is
   // printed.
   std::signal(SIGPIPE, SIG_IGN);
-
-  // Each connection is an open file, and a process may open about a thousand unless it asks for more.
-  rlimit files = {};
-  if (::getrlimit(RLIMIT_NOFILE, &files) == 0) {
-    files.rlim_cur = std::min<rlim_t>(files.rlim_max, 4096);
-    ::setrlimit(RLIMIT_NOFILE, &files);
-  }
 #endif
-}
-
-}  // namespace
-
-int main(int argc, char *argv[]) {
-  PrepareProcess();
   const QCoreApplication application(argc, argv);
   using namespace borvane::mirror;
   const CommandLine line = ReadCommandLine(QCoreApplication::arguments().sliced(1));

@@ -1,11 +1,13 @@
 #include "mirror.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <cstdio>
 
 #include "attendance.h"
 #include "catalogue/sample.h"
 #include "neighbour.h"
+#include "open_files.h"
 
 namespace borvane::mirror {
 
@@ -19,10 +21,22 @@ QString AddressText(const QHostAddress &address, quint16 port) {
   return QString(is_ipv6 ? "[%1]:%2" : "%1:%2").arg(address.toString()).arg(port);
 }
 
+/// The server's limits, with no more connections than this process may have files open. The system gives no answer to
+/// one more, and nothing else could be opened, the catalogue among it.
+Limits LimitsOfThisProcess() {
+  constexpr int other_files = 30;
+  constexpr int fewest_connections = 10;
+  Limits limits;
+  const int files = AllowOpenFiles(limits.connections + limits.refusals + other_files);
+  limits.connections = std::max(fewest_connections, files - limits.refusals - other_files);
+  return limits;
+}
+
 }  // namespace
 
 Mirror::Mirror(Options options)
-    : options_(std::move(options)), server_(Limits{}, [this](const Request &request) { return AnswerTo(request); }) {}
+    : options_(std::move(options)),
+      server_(LimitsOfThisProcess(), [this](const Request &request) { return AnswerTo(request); }) {}
 
 std::optional<int> Mirror::Start() {
   if (const std::optional<int> status = Listen())

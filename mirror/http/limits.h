@@ -18,6 +18,7 @@ struct Limits {
 
   // Connections and time.
   int connections = 2000;           ///< connections at a time: 503, and the connection ends
+  int refusals = 50;                ///< connections beyond these that get the 503; more are ended without it
   int head_ms = 10'000;             ///< from a request's first byte to its last: 408, and the connection ends
   int idle_ms = 60'000;             ///< without a request: the connection ends without an answer
   int stall_ms = 30'000;            ///< in which a client takes no byte of its answer: the connection is cut

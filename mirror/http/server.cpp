@@ -9,9 +9,6 @@ constexpr int sweep_interval_ms = 250;
 /// Waiting connections that the system keeps for us, for many clients that come at once.
 constexpr int backlog = 1024;
 
-/// Connections beyond the limit that are answered before they are ended. More are ended without an answer.
-constexpr int refused_at_a_time = 50;
-
 /// How long the server stops taking connections after the system had no room for one more.
 constexpr int pause_ms = 500;
 
@@ -53,7 +50,7 @@ void Server::Take(qintptr descriptor) {
   auto *connection = new Connection(descriptor, limits_, handler_, this);
   connections_.insert(connection);
   connect(connection, &QObject::destroyed, this, [this, connection] { Forget(connection); });
-  if (connections_.size() > limits_.connections + refused_at_a_time)
+  if (connections_.size() > limits_.connections + limits_.refusals)
     delete connection;
   else if (connections_.size() > limits_.connections)
     connection->Refuse(503);

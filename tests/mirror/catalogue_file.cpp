@@ -183,9 +183,25 @@ TEST_F(CatalogueFiles, MayBeBadWhenNobodyListensAnyMore) {
   EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
 }
 
+TEST_F(CatalogueFiles, CanBeReadWhileAllConnectionsAreTaken) {
+  Write(Feed("first", 1), Path());
+  MirrorProcess mirror({"--catalogue", Path()}, {.files = {.soft = 100, .hard = 100}});
+  Client watcher(mirror.Port());
+  watcher.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(watcher.Read().value().status, 200);
+  std::vector<std::unique_ptr<Client>> clients;
+  for (int i = 0; i < 100; ++i)
+    clients.push_back(std::make_unique<Client>(mirror.Port()));
+  Replace(Feed("other", 3));
+  QThread::msleep(1000);
+  watcher.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_TRUE(watcher.Read().value().body.contains("3 events"));
+  EXPECT_EQ(mirror.Errors(), "");
+}
+
 TEST_F(CatalogueFiles, ThatCannotBeOpenedForAWhileAreTakenUpLater) {
   Write(Feed("first", 1), Path());
-  MirrorProcess mirror({"--catalogue", Path()}, {.files = {.soft = 60, .hard = 60}});
+  MirrorProcess mirror({"--catalogue", Path()}, {.files = {.soft = 25, .hard = 25}});
   EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
   // A sanitizer that meets a type for the first time opens a pipe to look at it, which must happen before the files run
   // out.
