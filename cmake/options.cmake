@@ -18,6 +18,14 @@ endif()
 # ever uses -ffast-math.
 target_compile_options(borvane_options INTERFACE -ffp-contract=off)
 
+if(BORVANE_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+  # This check reads an object through a pipe. In a process that may open no more files, as the mirror is in some tests,
+  # it takes every good object for a bad one.
+  add_compile_options(-fno-sanitize=vptr)
+endif()
+
 # Gives the object library TARGET its sources: all .cpp files of the named folders of the current directory. The headers
 # beside them form a header set, so that each can be proved to compile alone.
 function(borvane_folders target)
