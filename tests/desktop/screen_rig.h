@@ -9,10 +9,10 @@
 #include "controls/form.h"
 #include "core/program.h"
 #include "desktop/services/event_pump.h"
+#include "desktop/services/http_transfer.h"
 #include "desktop/windows/desktop_forms.h"
 #include "desktop/windows/form_window.h"
 #include "support/fake_clock.h"
-#include "support/fake_http.h"
 #include "support/fake_message_box.h"
 #include "support/fake_process.h"
 #include "support/fake_random.h"
@@ -22,7 +22,7 @@
 
 namespace borvane {
 
-/// A fresh program with real windows on a screen that nobody sees, and fakes for all else.
+/// A fresh program with real windows on a screen that nobody sees, real HTTP, and fakes for all else.
 class ScreenRig {
  public:
   ScreenRig();
@@ -47,7 +47,6 @@ class ScreenRig {
   void note(std::string line) { trace_.Add(std::move(line)); }
 
   DesktopForms &forms() { return forms_; }
-  FakeHttp &http() { return http_; }
   FakeStore &store() { return store_; }
   FakeMessageBox &message_box() { return message_box_; }
 
@@ -64,7 +63,7 @@ class ScreenRig {
   Trace trace_;
   FakeStore store_{trace_};
   FakeClock clock_;
-  FakeHttp http_{trace_, clock_};
+  CurlTransfer http_;
   QtEventPump events_;
   FakeRandom random_{trace_};
   FakeMessageBox message_box_{trace_};

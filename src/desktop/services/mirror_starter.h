@@ -28,10 +28,11 @@ class MirrorStarter : public QObject {
   const quint16 port_;
   const QString executable_;
   const QStringList arguments_;
-  QTcpSocket question_;
-  QByteArray answer_;
-  QLocalSocket attendance_;
+  // The sockets tell their end to what stands before them, also at the end of this object.
   QTimer next_look_;
+  QByteArray answer_;
+  QTcpSocket question_;
+  QLocalSocket attendance_;
 };
 
 /// The port at which the program's default hosts are looked for; nothing when the settings name others for all of them.

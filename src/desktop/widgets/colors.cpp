@@ -35,4 +35,13 @@ QColor ScreenColor(Color color, const QPalette &palette) {
   return {part(0), part(8), part(16)};
 }
 
+QColor LineColor(const QPalette &palette) {
+  constexpr float share_of_text = 0.28F;
+  const QColor ground = palette.color(QPalette::Window);
+  const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+  const auto mix = [](float a, float b) { return a + (b - a) * share_of_text; };
+  return QColor::fromRgbF(mix(ground.redF(), text.redF()), mix(ground.greenF(), text.greenF()),
+                          mix(ground.blueF(), text.blueF()));
+}
+
 }  // namespace borvane

@@ -10,4 +10,7 @@ namespace borvane {
 /// readable. One that has no part of the palette is that of plain text.
 QColor ScreenColor(Color color, const QPalette &palette);
 
+/// The colour of outlines and grid lines: seen on light and on dark ground, and quieter than text.
+QColor LineColor(const QPalette &palette);
+
 }  // namespace borvane

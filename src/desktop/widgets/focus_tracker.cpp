@@ -29,8 +29,8 @@ void FocusTracker::KeyboardMoved(QWidget *widget) {
     left->Left();
 }
 
-/// The control to which `widget` belongs: a button of a toolbar is a widget by itself. Null for what is no control, such
-/// as a message box or the list that a combo box drops.
+/// The control to which `widget` belongs: a button of a toolbar is a widget by itself. Null for what is no control,
+/// such as a message box or the list that a combo box drops.
 Binder *FocusTracker::BinderOf(const QWidget *widget) const {
   for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
     const auto place = binders_.find(widget);

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "desktop/widgets/binders.h"
+#include "desktop/widgets/colors.h"
 #include "desktop/widgets/list_model.h"
 #include "desktop/widgets/twips.h"
 #include "desktop/windows_1252.h"
@@ -42,7 +43,7 @@ class ListWidget final : public QTreeView {
     if (!has_grid_lines_)
       return;
     painter->save();
-    painter->setPen(palette().color(QPalette::Mid));
+    painter->setPen(LineColor(palette()));
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
     for (int column = 0; column < header()->count(); ++column) {
       const int right = columnViewportPosition(column) + columnWidth(column) - 1;

@@ -24,7 +24,7 @@ class Swatch final : public QPushButton {
  protected:
   void paintEvent(QPaintEvent * /*event*/) override {
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), hasFocus() ? 2 : 1));
+    painter.setPen(QPen(hasFocus() ? palette().color(QPalette::Highlight) : LineColor(palette()), hasFocus() ? 2 : 1));
     painter.setBrush(ScreenColor(color_, palette()));
     painter.drawRect(rect().adjusted(hasFocus() ? 1 : 0, hasFocus() ? 1 : 0, -1, -1));
   }

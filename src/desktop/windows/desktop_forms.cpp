@@ -6,7 +6,9 @@
 #include "controls/control.h"
 #include "desktop/widgets/timer_binder.h"
 #include "desktop/windows/form_window.h"
+#include "desktop/windows/records_window.h"
 #include "desktop/windows/settings_window.h"
+#include "records/frmRecords.h"
 #include "settings/conffrm.h"
 
 namespace borvane {
@@ -20,7 +22,9 @@ struct DeleteLater {
 
 std::unique_ptr<FormWindow, DeleteLater> MakeWindow(FormBase &form, FocusTracker &focus) {
   std::unique_ptr<FormWindow, DeleteLater> window;
-  if (auto *settings = dynamic_cast<SettingsForm *>(&form))
+  if (auto *records = dynamic_cast<RecordsForm *>(&form))
+    window.reset(new RecordsWindow(*records, focus));
+  else if (auto *settings = dynamic_cast<SettingsForm *>(&form))
     window.reset(new SettingsWindow(*settings, focus));
   else
     window.reset(new FormWindow(form, focus));

@@ -1,11 +1,12 @@
 #include "desktop/windows/settings_window.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <array>
 
+#include "desktop/widgets/frame_widget.h"
 #include "desktop/windows_1252.h"
 #include "settings/conffrm.h"
 
@@ -27,8 +28,7 @@ QVBoxLayout &LayOut(QWidget &group) {
 
 /// A new group with an outline.
 QVBoxLayout &AddGroup(QBoxLayout &groups) {
-  auto *group = new QFrame(groups.parentWidget());
-  group->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Plain));
+  auto *group = new FrameWidget(groups.parentWidget());
   groups.addWidget(group);
   return LayOut(*group);
 }
@@ -174,9 +174,11 @@ QWidget &SettingsWindow::Add(QBoxLayout &row, Control &control) {
 }
 
 QWidget &SettingsWindow::AddLabelled(QBoxLayout &row, Label &label, Control &control) {
-  Add(row, label);
+  auto *text = dynamic_cast<QLabel *>(&Add(row, label));
   QWidget &widget = Add(row, control);
   widget.setAccessibleName(ShownText(label.Caption()).trimmed());
+  // A combo box is read with its text for a name, and is known by its label.
+  text->setBuddy(&widget);
   return widget;
 }
 

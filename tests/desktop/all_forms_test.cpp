@@ -1,0 +1,199 @@
+#include <QLabel>
+#include <QPushButton>
+#include <QtTest/QTest>
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "bars/Form1.h"
+#include "bars/newTagFrm.h"
+#include "desktop/screen_rig.h"
+#include "desktop/windows_1252.h"
+#include "info/Aboutfrm.h"
+#include "info/banner.h"
+#include "records/frmRecords.h"
+#include "settings/conffrm.h"
+
+namespace borvane {
+namespace {
+
+struct Named {
+  const char *name;
+  FormBase &(*form)();
+};
+
+void PrintTo(const Named &named, std::ostream *stream) { *stream << named.name; }
+
+/// What holds for every window of the program.
+class EveryForm : public testing::TestWithParam<Named> {
+ protected:
+  EveryForm() : form(GetParam().form()) {
+    form.Show();
+    Settle();
+  }
+
+  /// Calls `visit` for each control that has a widget, with its depth in frames.
+  void Walk(const std::function<void(Control &, QWidget &, int)> &visit) { Walk(form, 0, visit); }
+
+  FormWindow &window() { return rig.window(form); }
+
+  QRect place(const QWidget &widget) { return {widget.mapTo(&window(), QPoint()), widget.size()}; }
+
+  /// Which widgets the Tab key comes by, in its order.
+  std::vector<QWidget *> TabOrder() {
+    std::vector<QWidget *> order;
+    for (QWidget *next = window().nextInFocusChain(); next != &window(); next = next->nextInFocusChain()) {
+      if (next->isVisible() && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus) != 0 &&
+          next->focusProxy() == nullptr)
+        order.push_back(next);
+    }
+    return order;
+  }
+
+  /// The window's layout, a control a line, and the order of the Tab key.
+  std::string Layout() {
+    std::ostringstream text;
+    text << form.name() << " \"" << window().windowTitle().toStdString() << "\" " << window().width() << " x "
+         << window().height() << "\n";
+    Walk([&](Control &control, QWidget &widget, int depth) {
+      const QRect there = place(widget);
+      const std::string name = SpokenName(widget);
+      text << std::string(static_cast<std::size_t>(depth + 1) * 2, ' ') << control.FullName() << " " << there.x() << ","
+           << there.y() << " " << there.width() << " x " << there.height() << (name.empty() ? "" : " \"" + name + "\"")
+           << (widget.isVisible() ? "" : " hidden") << (widget.isEnabled() ? "" : " disabled") << "\n";
+    });
+    text << "tab order:";
+    for (const QWidget *widget : TabOrder())
+      text << " " << widget->objectName().toStdString();
+    text << "\n";
+    return text.str();
+  }
+
+  ScreenRig rig;
+  FormBase &form;
+
+ private:
+  void Walk(const Container &container, int depth, const std::function<void(Control &, QWidget &, int)> &visit) {
+    for (Control *control : container.children()) {
+      auto *widget = window().findChild<QWidget *>(ShownText(control->FullName()));
+      if (widget == nullptr)
+        continue;
+      visit(*control, *widget, depth);
+      if (const auto *inner = dynamic_cast<const Container *>(control))
+        Walk(*inner, depth + 1, visit);
+    }
+  }
+};
+
+TEST_P(EveryForm, HasUniqueNames) {
+  std::set<std::string> names;
+  Walk([&](Control &control, QWidget & /*widget*/, int /*depth*/) {
+    EXPECT_TRUE(names.insert(control.FullName()).second) << control.FullName();
+  });
+}
+
+TEST_P(EveryForm, KeepsItsControlsInsideTheirPlace) {
+  Walk([&](Control &control, QWidget &widget, int /*depth*/) {
+    if (widget.isVisible()) {
+      EXPECT_TRUE(widget.parentWidget()->rect().contains(widget.geometry())) << control.FullName();
+    }
+  });
+}
+
+TEST_P(EveryForm, CutsNoTextOff) {
+  Walk([&](Control &control, QWidget &widget, int /*depth*/) {
+    const bool has_text =
+        qobject_cast<QLabel *>(&widget) != nullptr || qobject_cast<QAbstractButton *>(&widget) != nullptr;
+    if (widget.isVisible() && has_text && dynamic_cast<PictureBox *>(&control) == nullptr) {
+      EXPECT_GE(widget.width(), widget.sizeHint().width() - 1) << control.FullName();
+    }
+  });
+}
+
+TEST_P(EveryForm, LetsNoTwoTextsOverlap) {
+  std::vector<QWidget *> texts;
+  Walk([&](Control & /*control*/, QWidget &widget, int /*depth*/) {
+    if (widget.isVisible() && !SpokenName(widget).empty() && widget.findChildren<QWidget *>().empty())
+      texts.push_back(&widget);
+  });
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    for (std::size_t j = i + 1; j < texts.size(); ++j) {
+      EXPECT_FALSE(place(*texts[i]).intersects(place(*texts[j])))
+          << texts[i]->objectName().toStdString() << " " << texts[j]->objectName().toStdString();
+    }
+  }
+}
+
+TEST_P(EveryForm, NamesWhatAUserCanReach) {
+  for (QWidget *widget : TabOrder())
+    EXPECT_FALSE(SpokenName(*widget).empty() && widget->accessibleName().isEmpty())
+        << widget->objectName().toStdString();
+}
+
+TEST_P(EveryForm, CanBeReachedByTheTabKey) {
+  const std::vector<QWidget *> order = TabOrder();
+  Walk([&](Control &control, QWidget &widget, int /*depth*/) {
+    const bool is_used = control.Click.IsWired() || control.LostFocus.IsWired();
+    if (is_used && widget.isVisible() && widget.isEnabled()) {
+      EXPECT_NE(std::find(order.begin(), order.end(), &widget), order.end()) << control.FullName();
+    }
+  });
+}
+
+TEST_P(EveryForm, IsLaidOutAsItsFileSays) {
+  const std::string layout = Layout();
+  const std::string file = std::string(BORVANE_CASES) + "/forms/" + GetParam().name + ".txt";
+  std::stringstream expected;
+  expected << std::ifstream(file).rdbuf();
+  if (std::getenv("BORVANE_UPDATE") != nullptr && layout != expected.str())
+    std::ofstream(file + ".new") << layout;
+
+  EXPECT_EQ(layout, expected.str());
+}
+
+template <class T>
+FormBase &Get() {
+  return current->Reference<T>();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EveryForm,
+                         testing::Values(Named{"frmRecords", Get<RecordsForm>}, Named{"conffrm", Get<SettingsForm>},
+                                         Named{"Form1", Get<ShortBarForm>}, Named{"newTagFrm", Get<LongBarForm>},
+                                         Named{"banner", Get<BannerForm>}, Named{"Aboutfrm", Get<AboutForm>}),
+                         [](const testing::TestParamInfo<Named> &named) { return std::string(named.param.name); });
+
+/// In the order in which the eye meets them: from the top down, and from the left in a row.
+TEST(SettingsTabOrder, FollowsTheEye) {
+  ScreenRig rig;
+  conffrm->Check1.Value = 1;
+  conffrm->Check4.Value = 1;
+  for (int i : {0, 1})
+    conffrm->Option2(i).Enabled = true;
+  conffrm->Show();
+  Settle();
+  FormWindow &window = rig.window(*conffrm);
+
+  constexpr int same_row = 8;
+  QPoint last;
+  int count = 0;
+  for (QWidget *next = window.nextInFocusChain(); next != &window; next = next->nextInFocusChain()) {
+    if (!next->isVisible() || (next->focusPolicy() & Qt::TabFocus) == 0 || next->focusProxy() != nullptr)
+      continue;
+    const QPoint middle = next->mapTo(&window, next->rect().center());
+    const bool follows =
+        middle.y() > last.y() + same_row || (std::abs(middle.y() - last.y()) <= same_row && middle.x() > last.x());
+    EXPECT_TRUE(follows) << next->objectName().toStdString();
+    last = middle;
+    ++count;
+  }
+  EXPECT_GT(count, 25);
+}
+
+}  // namespace
+}  // namespace borvane
