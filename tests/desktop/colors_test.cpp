@@ -36,5 +36,18 @@ TEST(ScreenColor, ShowsAnyOtherColourOfTheSystemAsText) {
     EXPECT_EQ(ScreenColor(color, Palette()), QColor(1, 1, 1)) << color;
 }
 
+TEST(LineColor, StandsOutOnLightAndDarkGroundAndStaysQuieterThanText) {
+  for (const QColor ground : {QColor(0xef, 0xef, 0xef), QColor(0x33, 0x33, 0x33)}) {
+    const QPalette palette(ground);
+    const int line = LineColor(palette).lightness();
+    const int window = palette.color(QPalette::Window).lightness();
+    const int text = palette.color(QPalette::WindowText).lightness();
+
+    EXPECT_GT(std::abs(line - window), 30);
+    EXPECT_GT(std::abs(line - text), 60);
+    EXPECT_TRUE(std::clamp(line, std::min(window, text), std::max(window, text)) == line);
+  }
+}
+
 }  // namespace
 }  // namespace borvane

@@ -89,6 +89,8 @@ TEST_F(MirrorStarterTest, HoldsAConnectionToARunningMirror) {
   ScriptedServer mirror(Writes("HTTP/1.1 200 OK\r\nServer: borvane-mirror/2.3.5\r\nContent-Length: 0\r\n\r\n"));
   const auto port = static_cast<quint16>(std::stoi(mirror.port()));
   QLocalServer attendance;
+  // A test that was killed may have left its socket at the same port.
+  QLocalServer::removeServer(mirror::AttendanceSocketName(port));
   ASSERT_TRUE(attendance.listen(mirror::AttendanceSocketName(port)));
   {
     MirrorStarter starter(port, WriteMirror(), {"--attended"});
