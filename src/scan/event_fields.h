@@ -31,7 +31,7 @@ class EventFields {
   std::span<const std::string> Slots(int first, int last) const {
     if (first < 0 || first > last || last > upper_bound_)
       Fail(Failure::Subscript);
-    return std::span(slots_).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first + 1));
+    return {slots_.begin() + first, slots_.begin() + last + 1};
   }
 
  private:

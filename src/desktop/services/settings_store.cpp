@@ -12,7 +12,7 @@
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
-#include <signal.h>
+#include <signal.h>  // NOLINT(modernize-deprecated-headers): kill() is of POSIX, not of C++
 #include <unistd.h>
 #endif
 
