@@ -20,9 +20,9 @@ bool IsRedirect(long status) {
 /// One transfer under way: where it goes, what has come so far, and what is left of its limits.
 class CurlTransfer::Request {
  public:
-  Request(const CurlLibrary &curl, TransferNumber transfer, const HttpAddress &first, const TransferLimits &limits)
+  Request(const CurlLibrary &curl, TransferNumber transfer, HttpAddress first, const TransferLimits &limits)
       : number(transfer),
-        address(first),
+        address(std::move(first)),
         redirects_left(limits.redirects),
         curl_(curl),
         deadline_(limits.time),
