@@ -166,8 +166,12 @@ class Desk:
 
     def activate(self, number):
         """Brings the window to the front and gives it the keyboard."""
-        self.x("xdotool", "windowactivate", "--sync", number)
-        wait_for("the focus", lambda: self.x("xdotool", "getactivewindow").strip() == number)
+        def has_the_keyboard():
+            # Another window that shows meanwhile may take the keyboard back, so it is asked for again.
+            self.x("xdotool", "windowactivate", number)
+            time.sleep(0.2)
+            return self.x("xdotool", "getactivewindow").strip() == number
+        wait_for("the focus", has_the_keyboard)
 
     def press(self, *keys):
         """Presses and releases keys, by their X names, in whatever window has the keyboard."""

@@ -54,7 +54,7 @@ class Watching(SystemTest):
     def test_tells_that_it_has_refreshed(self):
         self.start_mirror()
         monitor = self.start_monitor()
-        self.assertTrue(monitor.shows("Auto Refresh Off"))
+        self.wait_until("the panel", lambda: monitor.shows("Auto Refresh Off"))
         monitor.watch_area(AREA)
         monitor.wait_for_rows()
         self.wait_until("the panels", lambda: monitor.shows("Last Refresh: ") and monitor.shows("Auto Refresh On"))
