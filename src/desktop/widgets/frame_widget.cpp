@@ -33,10 +33,13 @@ void FrameWidget::paintEvent(QPaintEvent * /*event*/) {
   painter.drawText(caption, Qt::AlignLeft | Qt::AlignTop, caption_);
 }
 
-// At both of these a group box would make room for its own title again.
+// At both of these a group box would make room for its own title again, so it is passed over.
+// NOLINTBEGIN(bugprone-parent-virtual-call)
 
 void FrameWidget::changeEvent(QEvent *event) { QWidget::changeEvent(event); }
 
 void FrameWidget::resizeEvent(QResizeEvent *event) { QWidget::resizeEvent(event); }
+
+// NOLINTEND(bugprone-parent-virtual-call)
 
 }  // namespace borvane
