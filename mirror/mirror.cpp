@@ -36,7 +36,8 @@ Limits LimitsOfThisProcess() {
 
 Mirror::Mirror(Options options)
     : options_(std::move(options)),
-      server_(LimitsOfThisProcess(), [this](const Request &request) { return AnswerTo(request); }) {}
+      server_(LimitsOfThisProcess(),
+              [this](const Request &request, const QHostAddress &, const Reply &reply) { reply(AnswerTo(request)); }) {}
 
 std::optional<int> Mirror::Start() {
   if (const std::optional<int> status = Listen())

@@ -21,6 +21,8 @@ const char *Reason(int status) {
       return "Content Too Large";
     case 414:
       return "URI Too Long";
+    case 429:
+      return "Too Many Requests";
     case 431:
       return "Request Header Fields Too Large";
     case 501:
@@ -46,16 +48,18 @@ const char *Explanation(int status) {
       return "A request may have no body.";
     case 414:
       return "The address is too long.";
+    case 429:
+      return "Too many reports have come from there. Wait a minute.";
     case 431:
       return "The request has too many or too long header lines.";
     case 501:
       return "The request asks for something that this server does not know.";
     case 503:
-      return "Too many connections at a time.";
+      return "The server cannot answer this at the moment. Try again later.";
     case 505:
       return "This server speaks HTTP/1.1.";
     default:
-      return "This is no request of HTTP.";
+      return "This is no request that the server understands.";
   }
 }
 

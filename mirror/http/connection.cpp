@@ -1,5 +1,6 @@
 #include "http/connection.h"
 
+#include <QPointer>
 #include <QtGlobal>
 
 #ifdef Q_OS_WIN
@@ -50,6 +51,8 @@ void Connection::CheckTime() {
     return;
   if (state_ == State::InHead && socket_.bytesToWrite() == 0)
     Refuse(408);
+  else if (state_ == State::Answering && socket_.bytesToWrite() == 0)
+    Refuse(503);
   else if (state_ == State::Idle && socket_.bytesToWrite() == 0)
     Close();
   else
@@ -70,7 +73,7 @@ void Connection::ReadOn() {
     if (state_ == State::Idle)
       Enter(State::InHead);
   }
-  if (socket_.isOpen())
+  if (socket_.isOpen() && state_ != State::Answering)
     socket_.readAll();
 }
 
@@ -88,20 +91,36 @@ bool Connection::AnswerNext() {
     case RequestReading::Status::Complete:
       received_.remove(0, static_cast<qsizetype>(reading.used));
       enough_ = 0;
-      Answered(reading.request);
+      Ask(reading.request);
       return true;
   }
   return false;
 }
 
-void Connection::Answered(const Request &request) {
+void Connection::Ask(const Request &request) {
   const Afterwards afterwards = request.keep_alive ? Afterwards::KeepAlive : Afterwards::Close;
-  Send(WireText(handler_(request), request.method != "HEAD", afterwards));
+  const bool with_body = request.method != "HEAD";
+  Enter(State::Answering);
+  asking_ = true;
+  // The client may have gone when the answer comes, or got another one for want of it.
+  handler_(request, socket_.peerAddress(),
+           [connection = QPointer<Connection>(this), afterwards, with_body](const Answer &answer) {
+             if (connection && connection->socket_.isOpen() && connection->state_ == State::Answering)
+               connection->Give(WireText(answer, with_body, afterwards), afterwards);
+           });
+  asking_ = false;
+}
+
+void Connection::Give(const QByteArray &text, Afterwards afterwards) {
+  Send(text);
   worth_reading_ = !received_.isEmpty();
   if (afterwards == Afterwards::Close)
     Close();
   else
     Enter(received_.isEmpty() ? State::Idle : State::InHead);
+  // An answer that came at once came from ReadOn, which goes on by itself.
+  if (!asking_)
+    ReadOn();
 }
 
 void Connection::Send(const QByteArray &text) {
@@ -145,6 +164,8 @@ void Connection::RestartTime() {
     deadline_.setRemainingTime(limits_.idle_ms);
   else if (state_ == State::InHead)
     deadline_.setRemainingTime(limits_.head_ms);
+  else if (state_ == State::Answering)
+    deadline_.setRemainingTime(limits_.answer_ms);
   else
     deadline_.setRemainingTime(limits_.linger_ms);
 }

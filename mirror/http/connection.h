@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDeadlineTimer>
+#include <QHostAddress>
 #include <QTcpSocket>
 #include <functional>
 
@@ -10,8 +11,11 @@
 
 namespace borvane::mirror {
 
-/// Makes the answer to a request.
-using Handler = std::function<Answer(const Request &)>;
+/// Takes the answer to a request, once, in the server's thread.
+using Reply = std::function<void(const Answer &)>;
+
+/// Answers the request of the client at that address, at once or later.
+using Handler = std::function<void(const Request &, const QHostAddress &client, const Reply &reply)>;
 
 /// One client's connection: reads requests, one behind the other, and writes the answers in their order. It deletes
 /// itself when it has ended.
@@ -30,13 +34,15 @@ class Connection : public QObject {
   enum class State {
     Idle,       ///< waits for a request's first byte
     InHead,     ///< a request has begun
+    Answering,  ///< waits for the answer to a request
     Closing,    ///< the last answer is on its way
     Lingering,  ///< the last answer has gone; what still comes is thrown away
   };
 
   void ReadOn();
   bool AnswerNext();
-  void Answered(const Request &request);
+  void Ask(const Request &request);
+  void Give(const QByteArray &text, Afterwards afterwards);
   void Send(const QByteArray &text);
   void OnBytesWritten();
   void Close();
@@ -50,6 +56,7 @@ class Connection : public QObject {
   std::size_t enough_ = 0;  ///< see RequestReading::enough
   bool worth_reading_ = false;
   bool sending_ = false;
+  bool asking_ = false;  ///< the handler is being called
   State state_ = State::Idle;
   QDeadlineTimer deadline_;
 };

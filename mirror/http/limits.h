@@ -20,6 +20,7 @@ struct Limits {
   int connections = 2000;           ///< connections at a time: 503, and the connection ends
   int refusals = 50;                ///< connections beyond these that get the 503; more are ended without it
   int head_ms = 10'000;             ///< from a request's first byte to its last: 408, and the connection ends
+  int answer_ms = 30'000;           ///< until a request has its answer: 503, and the connection ends
   int idle_ms = 60'000;             ///< without a request: the connection ends without an answer
   int stall_ms = 30'000;            ///< in which a client takes no byte of its answer: the connection is cut
   int linger_ms = 2'000;            ///< in which a client may still send what nobody reads, behind a refusal

@@ -23,11 +23,10 @@ class EchoServer {
  public:
   explicit EchoServer(Limits limits = {}) {
     thread_.reset(QThread::create([this, limits] {
-      Server server(limits, [this](const Request &request) {
+      Server server(limits, [this](const Request &request, const QHostAddress &, const Reply &reply) {
         ++requests_;
-        return Answer{
-            .type = "text/plain",
-            .body = request.target == "/big" ? QByteArray(10'000'000, 'x') : request.method + ' ' + request.target};
+        reply({.type = "text/plain",
+               .body = request.target == "/big" ? QByteArray(10'000'000, 'x') : request.method + ' ' + request.target});
       });
       ready_.set_value(server.Listen(QHostAddress::LocalHost, 0).value_or(0));
       QEventLoop().exec();
@@ -333,9 +332,10 @@ TEST(Server, SurvivesClientsThatTakeOnlyPartOfAnAnswer) {
 }
 
 TEST(Server, TellsWhyItCannotListen) {
-  Server first({}, [](const Request &) { return Answer{}; });
+  const Handler handler = [](const Request &, const QHostAddress &, const Reply &reply) { reply({}); };
+  Server first({}, handler);
   const quint16 port = first.Listen(QHostAddress::LocalHost, 0).value();
-  Server second({}, [](const Request &) { return Answer{}; });
+  Server second({}, handler);
   EXPECT_EQ(second.Listen(QHostAddress::LocalHost, port), std::nullopt);
   EXPECT_EQ(second.ListenError(), QAbstractSocket::AddressInUseError);
   EXPECT_FALSE(second.ListenErrorText().isEmpty());
