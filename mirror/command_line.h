@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "service/store_address.h"
+
 namespace borvane::mirror {
 
 constexpr quint16 default_port = 17650;
@@ -15,8 +17,9 @@ struct Options {
   QString catalogue;                    ///< file of events; empty for the bundled sample
   std::vector<QHostAddress> addresses;  ///< where to listen; empty for both loopback addresses
   quint16 port = default_port;
-  QString store;          ///< file of the maker's service
-  bool attended = false;  ///< to end with the last monitor
+  StoreAddress store = DefaultStoreAddress();  ///< of the maker's service
+  QString newest_version = BORVANE_VERSION;    ///< that the maker's service tells of
+  bool attended = false;                       ///< to end with the last monitor
   bool help = false;
   bool version = false;
 };

@@ -11,6 +11,8 @@ int main(int argc, char *argv[]) {
   std::signal(SIGPIPE, SIG_IGN);
 #endif
   const QCoreApplication application(argc, argv);
+  QCoreApplication::setOrganizationName("Nalvorin");
+  QCoreApplication::setApplicationName("borvane-mirror");
   using namespace borvane::mirror;
   const CommandLine line = ReadCommandLine(QCoreApplication::arguments().sliced(1));
   if (!line.fault.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "mirror.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <algorithm>
 #include <cstdio>
 
@@ -36,8 +37,13 @@ Limits LimitsOfThisProcess() {
 
 Mirror::Mirror(Options options)
     : options_(std::move(options)),
-      server_(LimitsOfThisProcess(),
-              [this](const Request &request, const QHostAddress &, const Reply &reply) { reply(AnswerTo(request)); }) {}
+      service_({.store = options_.store,
+                .newest_version = options_.newest_version,
+                .clock = QDateTime::currentMSecsSinceEpoch,
+                .tell = Tell}),
+      server_(LimitsOfThisProcess(), [this](const Request &request, const QHostAddress &client, const Reply &reply) {
+        AnswerTo(request, client, reply);
+      }) {}
 
 std::optional<int> Mirror::Start() {
   if (const std::optional<int> status = Listen())
@@ -70,9 +76,15 @@ void Mirror::ReadCatalogue() {
   file_->Start();
 }
 
-Answer Mirror::AnswerTo(const Request &request) {
+void Mirror::AnswerTo(const Request &request, const QHostAddress &client, const Reply &reply) {
+  if (Service::Serves(request.target) && KindOfHost(request.host).value_or(HostKind::Maker) == HostKind::Maker) {
+    service_.Answer(request.method, request.target, client, [reply](const ServiceAnswer &answer) {
+      reply(answer.status == 200 ? Answer{.type = answer.type, .body = answer.body} : StatusPage(answer.status));
+    });
+    return;
+  }
   std::optional<QByteArray> page = site_.Page(request.target, request.host);
-  return page ? Answer{.body = std::move(*page)} : StatusPage(404);
+  reply(page ? Answer{.body = std::move(*page)} : StatusPage(404));
 }
 
 std::optional<int> Mirror::Listen() {

@@ -8,10 +8,12 @@
 #include "command_line.h"
 #include "http/server.h"
 #include "pages/site.h"
+#include "service/service.h"
 
 namespace borvane::mirror {
 
-/// The program's parts joined: the catalogue's file, the pages made from it, and the server that answers with them.
+/// The program's parts joined: the catalogue's file, the pages made from it, the maker's service, and the server that
+/// answers with them.
 class Mirror {
  public:
   explicit Mirror(Options options);
@@ -30,13 +32,14 @@ class Mirror {
   };
 
   void ReadCatalogue();
-  Answer AnswerTo(const Request &request);
+  void AnswerTo(const Request &request, const QHostAddress &client, const Reply &reply);
   std::optional<int> Listen();
   Listening ListenAt(const QHostAddress &address);
   std::optional<int> WaitForMonitors();
 
   Options options_;
   Site site_;
+  Service service_;
   Server server_;
   std::unique_ptr<CatalogueFile> file_;
   std::unique_ptr<Attendants> attendants_;

@@ -1,12 +1,16 @@
 # The Debian packages that the commands `run` and `test` need, in one place. Both source this file.
 # shellcheck shell=bash disable=SC2034
 
-# To build the two programs and their tests, and to show a window.
-build_packages=(g++ cmake ninja-build qt6-base-dev libcurl4-openssl-dev libgtest-dev fonts-liberation)
+# To build the two programs and their tests, to show a window, to keep what the maker's service is told.
+build_packages=(g++ cmake ninja-build qt6-base-dev libcurl4-openssl-dev libgtest-dev fonts-liberation libqt6sql6-sqlite
+  libqt6sql6-psql)
 
 # To drive the real programs on a virtual screen: the screen, its window manager, keys and clicks, the session bus, the
 # screen reader's view, the screenshot.
 screen_packages=(xvfb openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3 imagemagick)
+
+# To test the maker's service on a database server.
+service_packages=(postgresql)
 
 # To check the code. The form and the findings depend on the version, so the version is named.
 check_packages=(binutils ccache clang-format-14)

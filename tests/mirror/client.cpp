@@ -10,7 +10,9 @@ constexpr int patience_ms = 15'000;
 
 }  // namespace
 
-Client::Client(quint16 port, const QHostAddress &address) {
+Client::Client(quint16 port, const QHostAddress &address, const QHostAddress &from) {
+  if (!from.isNull())
+    socket_.bind(from);
   socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
   socket_.connectToHost(address, port);
   socket_.waitForConnected(patience_ms);

@@ -18,7 +18,8 @@ struct Response {
 /// A client that sends any bytes and reads answers, waiting for them.
 class Client {
  public:
-  explicit Client(quint16 port, const QHostAddress &address = QHostAddress::LocalHost);
+  /// `from` is the address that the server is to see; null for the usual one.
+  explicit Client(quint16 port, const QHostAddress &address = QHostAddress::LocalHost, const QHostAddress &from = {});
 
   /// Sends the bytes at once; false when the connection has ended.
   bool Send(const QByteArray &bytes);

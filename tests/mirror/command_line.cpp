@@ -19,7 +19,7 @@ TEST(CommandLine, TakesEachOption) {
       ReadCommandLine({"--catalogue", "a b.geojson", "--store=s.db", "--listen", "127.0.0.1:0", "--attended"});
   EXPECT_EQ(line.fault, "");
   EXPECT_EQ(line.options.catalogue, "a b.geojson");
-  EXPECT_EQ(line.options.store, "s.db");
+  EXPECT_EQ(line.options.store.file, "s.db");
   EXPECT_EQ(line.options.addresses, std::vector<QHostAddress>{QHostAddress::LocalHost});
   EXPECT_EQ(line.options.port, 0);
   EXPECT_TRUE(line.options.attended);

@@ -55,6 +55,11 @@ std::optional<int> MirrorProcess::StatusWithin(int milliseconds) {
   return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
 }
 
+QByteArray MirrorProcess::MemoryMap() const {
+  QFile file(QString("/proc/%1/maps").arg(process_.processId()));
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 qint64 MirrorProcess::ResidentBytes() const {
   QFile file(QString("/proc/%1/statm").arg(process_.processId()));
   if (!file.open(QIODevice::ReadOnly))

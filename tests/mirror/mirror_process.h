@@ -35,6 +35,9 @@ class MirrorProcess {
   /// The exit status; nothing when it still runs after the time.
   std::optional<int> StatusWithin(int milliseconds);
 
+  /// What lies in its memory, a line for each piece of a file.
+  QByteArray MemoryMap() const;
+
   /// The memory that it takes, in bytes.
   qint64 ResidentBytes() const;
 

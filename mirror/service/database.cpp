@@ -1,0 +1,154 @@
+#include "service/database.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QUuid>
+
+namespace borvane::mirror {
+
+namespace {
+
+/// How long a file may be locked by another program before it counts as a failure.
+constexpr const char *sqlite_options = "QSQLITE_BUSY_TIMEOUT=250";
+
+/// The server gives up on a statement, a dead line on the connection, each within some seconds. Tables stand in a
+/// schema of their own, so that the database may hold other things. A commit is on the disk when it is answered,
+/// whatever the server's settings say.
+constexpr const char *postgresql_options =
+    "connect_timeout=3;tcp_user_timeout=5000;application_name=borvane-mirror;"
+    "options='-c statement_timeout=5000 -c lock_timeout=2000 -c idle_in_transaction_session_timeout=10000 "
+    "-c synchronous_commit=on -c search_path=borvane -c client_min_messages=error'";
+
+/// What the database says, without the lines below it, which may quote the statement with its values.
+QString FirstLine(const QSqlError &error) {
+  const QString text = error.databaseText().trimmed();
+  return text.isEmpty() ? error.driverText() : text.section('\n', 0, 0).simplified();
+}
+
+}  // namespace
+
+Database::Database(StoreAddress address)
+    : address_(std::move(address)), name_(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
+
+bool Database::Exists() const { return !address_.IsFile() || QFileInfo::exists(address_.file); }
+
+void Database::Open() {
+  const QString driver = address_.IsFile() ? "QSQLITE" : "QPSQL";
+  if (!QSqlDatabase::isDriverAvailable(driver))
+    throw StoreFailure("Qt's driver " + driver + " is not installed");
+  if (address_.IsFile() && !Exists())
+    MakeFile();
+  connection_ = QSqlDatabase::addDatabase(driver, name_);
+  try {
+    OpenConnection();
+  } catch (const StoreFailure &) {
+    Close();
+    throw;
+  }
+}
+
+void Database::MakeFile() const {
+  const QDir folder = QFileInfo(address_.file).dir();
+  const bool had_folder = folder.exists();
+  if (!had_folder && !folder.mkpath("."))
+    throw StoreFailure("the folder cannot be made");
+  if (!had_folder)
+    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  QFile file(address_.file);
+  if (!file.open(QFile::WriteOnly | QFile::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+    throw StoreFailure("the file cannot be made: " + file.errorString());
+}
+
+void Database::OpenConnection() {
+  if (address_.IsFile()) {
+    connection_.setDatabaseName(address_.file);
+    connection_.setConnectOptions(sqlite_options);
+  } else {
+    connection_.setHostName(address_.host);
+    connection_.setPort(address_.port);
+    connection_.setUserName(address_.user);
+    connection_.setPassword(address_.password);
+    connection_.setDatabaseName(address_.database);
+    connection_.setConnectOptions(postgresql_options);
+  }
+  if (!connection_.open())
+    throw StoreFailure(FirstLine(connection_.lastError()));
+  if (address_.IsFile()) {
+    // A commit is one write to the log beside the file, and on the disk when it is answered.
+    Row("pragma journal_mode = wal");
+    Run("pragma synchronous = full");
+    Run("pragma foreign_keys = on");
+  }
+}
+
+void Database::Close() {
+  if (connection_.isValid()) {
+    connection_.close();
+    connection_ = {};
+    QSqlDatabase::removeDatabase(name_);
+  }
+  // Not before: over a broken connection each statement would complain that it cannot say goodbye.
+  prepared_.clear();
+  plain_.reset();
+}
+
+void Database::Begin() { Run(address_.IsFile() ? "begin immediate" : "begin"); }
+
+void Database::Commit() {
+  try {
+    Run("commit");
+  } catch (const StoreFailure &failure) {
+    throw StoreFailure(failure.what(), true);
+  }
+}
+
+void Database::Run(const QString &statement, const QVariantList &values) { Execute(statement, values).finish(); }
+
+QVariantList Database::Row(const QString &statement, const QVariantList &values) {
+  QSqlQuery &query = Execute(statement, values);
+  QVariantList row;
+  if (query.next())
+    for (int column = 0; column < query.record().count(); ++column)
+      row.append(query.value(column));
+  query.finish();
+  return row;
+}
+
+void Database::ForEachRow(const QString &statement, const QVariantList &values,
+                          const std::function<bool(QByteArray)> &take) {
+  QSqlQuery &query = Execute(statement, values);
+  while (query.next() && take(query.value(0).toByteArray())) {
+  }
+  const QSqlError error = query.lastError();
+  query.finish();
+  if (error.isValid())
+    throw StoreFailure(FirstLine(error));
+}
+
+QSqlQuery &Database::Execute(const QString &statement, const QVariantList &values) {
+  QSqlQuery &query = values.isEmpty() ? plain_.emplace(connection_) : Prepared(statement);
+  for (qsizetype i = 0; i < values.size(); ++i) {
+    // The drivers take an empty text that is no text at all for a null value.
+    const bool is_null_text = values[i].typeId() == QMetaType::QByteArray && values[i].toByteArray().isNull();
+    query.bindValue(static_cast<int>(i), is_null_text ? QVariant(QByteArray("")) : values[i]);
+  }
+  if (!(values.isEmpty() ? query.exec(statement) : query.exec()))
+    throw StoreFailure(FirstLine(query.lastError()));
+  return query;
+}
+
+QSqlQuery &Database::Prepared(const QString &statement) {
+  const auto found = prepared_.find(statement);
+  if (found != prepared_.end())
+    return found->second;
+  QSqlQuery query(connection_);
+  query.setForwardOnly(address_.IsFile());
+  if (!query.prepare(statement))
+    throw StoreFailure(FirstLine(query.lastError()));
+  return prepared_.emplace(statement, std::move(query)).first->second;
+}
+
+}  // namespace borvane::mirror

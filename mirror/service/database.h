@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <map>
+#include <optional>
+#include <stdexcept>
+
+#include "service/store_address.h"
+
+namespace borvane::mirror {
+
+/// Why the database did not do what it was asked for. The text names no value that was to be kept.
+class StoreFailure : public std::runtime_error {
+ public:
+  explicit StoreFailure(const QString &text, bool may_be_kept = false)
+      : std::runtime_error(text.toStdString()), may_be_kept_(may_be_kept) {}
+
+  /// Whether the changes may be kept for all that: the connection broke at the end of the transaction.
+  bool MayBeKept() const { return may_be_kept_; }
+
+ private:
+  bool may_be_kept_;
+};
+
+/// A connection to an SQL database. It belongs to the thread that opened it. Everything but Close throws StoreFailure.
+class Database {
+ public:
+  explicit Database(StoreAddress address);
+  ~Database() { Close(); }
+  Database(const Database &) = delete;
+  Database &operator=(const Database &) = delete;
+
+  const StoreAddress &address() const { return address_; }
+
+  /// Whether there is something to read: a PostgreSQL server always has, a file has to be there.
+  bool Exists() const;
+
+  bool IsOpen() const { return connection_.isOpen(); }
+
+  /// Opens the connection; makes the file, for its owner alone, when there is none.
+  void Open();
+
+  /// Ends the connection and takes back what a transaction has not ended.
+  void Close();
+
+  void Begin();
+  void Commit();
+
+  /// Executes a statement; each "?" in it stands for a value.
+  void Run(const QString &statement, const QVariantList &values = {});
+
+  /// Executes a statement and gives the columns of the first row of its result; nothing when there is no row.
+  QVariantList Row(const QString &statement, const QVariantList &values = {});
+
+  /// Executes a statement and calls `take` with the first column of each row, until it gives false.
+  void ForEachRow(const QString &statement, const QVariantList &values, const std::function<bool(QByteArray)> &take);
+
+ private:
+  void MakeFile() const;
+  void OpenConnection();
+  QSqlQuery &Execute(const QString &statement, const QVariantList &values);
+  QSqlQuery &Prepared(const QString &statement);
+
+  const StoreAddress address_;
+  const QString name_;  ///< of the connection, among those of the process
+  QSqlDatabase connection_;
+  std::map<QString, QSqlQuery> prepared_;
+  std::optional<QSqlQuery> plain_;  ///< the last statement without values
+};
+
+}  // namespace borvane::mirror

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace borvane::mirror {
+
+/// The page about Borvane, for people. `online` is the number of users, in digits; empty when it is not known.
+QByteArray ProductPage(const QString &newest_version, const QByteArray &online);
+
+}  // namespace borvane::mirror

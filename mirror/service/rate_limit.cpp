@@ -1,0 +1,50 @@
+#include "service/rate_limit.h"
+
+#include <algorithm>
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr qint64 minute_ms = 60'000;
+
+/// An IPv6 network has more addresses than anyone could count, so that all of it counts as one client.
+constexpr int network_bits = 64;
+
+/// What counts as one client.
+QHostAddress ClientOf(const QHostAddress &address) {
+  bool is_ipv4 = false;
+  const quint32 ipv4 = address.toIPv4Address(&is_ipv4);
+  if (is_ipv4)
+    return QHostAddress(ipv4);
+  Q_IPV6ADDR network = address.toIPv6Address();
+  std::fill(network.c + network_bits / 8, network.c + sizeof network.c, quint8(0));
+  return QHostAddress(network);
+}
+
+/// Whether a request at `then` still counts. The clock may have been set back in between.
+bool Counts(qint64 then, qint64 now) { return then <= now && now - then < minute_ms; }
+
+}  // namespace
+
+bool RateLimit::Admit(const QHostAddress &address, qint64 now) {
+  const QHostAddress client = ClientOf(address);
+  if (!times_.contains(client) && times_.size() >= most_addresses_) {
+    ForgetBefore(now);
+    if (times_.size() >= most_addresses_)
+      return false;
+  }
+  QList<qint64> &times = times_[client];
+  times.removeIf([now](qint64 then) { return !Counts(then, now); });
+  if (times.size() >= a_minute_)
+    return false;
+  times.append(now);
+  return true;
+}
+
+void RateLimit::ForgetBefore(qint64 now) {
+  times_.removeIf(
+      [now](std::pair<const QHostAddress &, QList<qint64> &> entry) { return !Counts(entry.second.last(), now); });
+}
+
+}  // namespace borvane::mirror

@@ -1,0 +1,83 @@
+#include "service/store.h"
+
+#include <QByteArrayList>
+#include <algorithm>
+
+#include "service/schema/migration.h"
+
+namespace borvane::mirror {
+
+void Store::Open() {
+  database_.Open();
+  try {
+    BringUpToDate(database_);
+  } catch (const StoreFailure &) {
+    database_.Close();
+    throw;
+  }
+}
+
+void Store::NoteClient(const QByteArray &macid, const QByteArray &version, qint64 now) {
+  database_.Run(
+      "insert into client (macid, version, seen, runs) values (?, ?, ?, 0) "
+      "on conflict (macid) do update set version = excluded.version, seen = excluded.seen",
+      {macid, version, now});
+  CountChange();
+}
+
+void Store::CountRun(const QByteArray &macid) {
+  database_.Run(
+      "insert into client (macid, version, seen, runs) values (?, ?, 0, 1) "
+      "on conflict (macid) do update set runs = client.runs + 1",
+      {macid, QByteArray("")});
+  CountChange();
+}
+
+qint64 Store::ClientsSeen(qint64 from, qint64 to) {
+  return database_.Row("select count(*) from client where seen between ? and ?", {from, to}).at(0).toLongLong();
+}
+
+void Store::AddReport(const QByteArray &map, const QByteArray &record, qint64 now) {
+  const QVariantList row = database_.Row(
+      "insert into map (name, reports, reported) values (?, 1, ?) "
+      "on conflict (name) do update set reports = map.reports + 1, reported = excluded.reported returning id, reports",
+      {map, now});
+  const QVariant &id = row.at(0);
+  const qint64 number = row.at(1).toLongLong();
+  database_.Run("insert into report (map, number, received, record) values (?, ?, ?, ?)", {id, number, now, record});
+  database_.Run("delete from report where map = ? and number <= ?", {id, number - limits_.reports_of_map});
+  CountChange();
+}
+
+QByteArray Store::Reports(const QByteArray &map) {
+  QByteArrayList records;
+  qsizetype size = 0;
+  database_.ForEachRow("select record from report where map = (select id from map where name = ?) order by number desc",
+                       {map}, [&](QByteArray record) {
+                         size += record.size() + 1;
+                         if (size > limits_.answer)
+                           return false;
+                         records.append(std::move(record));
+                         return true;
+                       });
+  std::reverse(records.begin(), records.end());
+  return records.isEmpty() ? QByteArray() : records.join('\n') + '\n';
+}
+
+void Store::CountChange() {
+  if (--changes_until_check_ > 0)
+    return;
+  changes_until_check_ = limits_.changes_between_checks;
+
+  // The clients not seen since the last one that may stay was seen.
+  database_.Run("delete from client where seen < (select seen from client order by seen desc limit 1 offset ?)",
+                {limits_.clients - 1});
+
+  // The maps that have no room behind those with later reports.
+  database_.Run(
+      "delete from map where id in (select id from (select id, sum(case when reports < ? then reports else ? end) over "
+      "(order by reported desc, id desc) as kept from map) as by_time where kept > ?)",
+      {limits_.reports_of_map, limits_.reports_of_map, limits_.reports});
+}
+
+}  // namespace borvane::mirror

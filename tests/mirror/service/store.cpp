@@ -1,0 +1,158 @@
+#include "service/store.h"
+
+#include "databases.h"
+
+namespace borvane::mirror {
+namespace {
+
+/// Every byte that can come in a request line.
+QByteArray AnyByte() {
+  QByteArray bytes;
+  for (int byte = 1; byte < 256; ++byte)
+    if (byte != '\n' && byte != '\r')
+      bytes.append(static_cast<char>(byte));
+  return bytes;
+}
+
+class StoreOnEveryDatabase : public OnEveryDatabase {
+ protected:
+  /// A store that holds less than a real one.
+  Store Small(StoreLimits limits) { return Store(database_.Address(), limits); }
+
+  static void Change(Store &store, const std::function<void()> &changes) {
+    if (!store.IsOpen())
+      store.Open();
+    store.Begin();
+    changes();
+    store.Commit();
+  }
+};
+INSTANTIATE_TEST_SUITE_P(Store, StoreOnEveryDatabase, testing::Values(DatabaseKind::SQLite, DatabaseKind::PostgreSQL),
+                         KindName);
+
+TEST_P(StoreOnEveryDatabase, GivesTheReportsOfAMapOldestFirst) {
+  Store store(database_.Address());
+  Change(store, [&] {
+    store.AddReport("Parkfield, CA", "one", 1);
+    store.AddReport("Hollister, CA", "two", 2);
+    store.AddReport("Parkfield, CA", "", 3);
+    store.AddReport("Parkfield, CA", "one", 2);
+    store.AddReport("", "nowhere", 3);
+  });
+  EXPECT_EQ(store.Reports("Parkfield, CA"), "one\n\none\n");
+  EXPECT_EQ(store.Reports("Hollister, CA"), "two\n");
+  EXPECT_EQ(store.Reports(""), "nowhere\n");
+  EXPECT_EQ(store.Reports("parkfield, ca"), "");
+}
+
+TEST_P(StoreOnEveryDatabase, KeepsEveryByte) {
+  const QByteArray any = AnyByte();
+  Store store(database_.Address());
+  Change(store, [&] {
+    store.AddReport(any, any + any, 1);
+    store.NoteClient(any.first(60), any.last(60), 5);
+  });
+  EXPECT_EQ(store.Reports(any), any + any + '\n');
+  EXPECT_EQ(store.ClientsSeen(5, 5), 1);
+}
+
+TEST_P(StoreOnEveryDatabase, TakesTextForValuesOnly) {
+  const QByteArray evil = "'; drop table report; --\\";
+  Store store(database_.Address());
+  Change(store, [&] { store.AddReport(evil, evil + '"', 1); });
+  EXPECT_EQ(store.Reports(evil), evil + "\"\n");
+}
+
+TEST_P(StoreOnEveryDatabase, KeepsOnlyTheNewestReportsOfAMap) {
+  Store store = Small({.reports_of_map = 3});
+  Change(store, [&] {
+    store.AddReport("B", "b", 1);
+    for (const char *record : {"1", "2", "3", "4", "5"})
+      store.AddReport("A", record, 1);
+  });
+  EXPECT_EQ(store.Reports("A"), "3\n4\n5\n");
+  EXPECT_EQ(store.Reports("B"), "b\n");
+}
+
+TEST_P(StoreOnEveryDatabase, GivesTheNewestReportsThatFitIntoAnAnswer) {
+  Store store = Small({.answer = 9});
+  Change(store, [&] {
+    for (const char *record : {"12", "345", "67", ""})
+      store.AddReport("A", record, 1);
+  });
+  EXPECT_EQ(store.Reports("A"), "345\n67\n\n");
+}
+
+TEST_P(StoreOnEveryDatabase, DropsTheMapsWithoutReportsForTheLongestTime) {
+  Store store = Small({.reports_of_map = 2, .reports = 5, .changes_between_checks = 1});
+  Change(store, [&] {
+    store.AddReport("A", "a1", 1);
+    store.AddReport("B", "b1", 2);
+    store.AddReport("C", "c1", 3);
+    store.AddReport("A", "a2", 4);
+    store.AddReport("C", "c2", 5);
+  });
+  EXPECT_EQ(store.Reports("B"), "b1\n") << "five reports have room";
+  Change(store, [&] { store.AddReport("D", "d1", 6); });
+  EXPECT_EQ(store.Reports("B"), "");
+  EXPECT_EQ(store.Reports("A"), "a1\na2\n");
+  EXPECT_EQ(store.Reports("C"), "c1\nc2\n");
+  EXPECT_EQ(store.Reports("D"), "d1\n");
+  Change(store, [&] { store.AddReport("C", "c3", 7); });
+  EXPECT_EQ(store.Reports("A"), "a1\na2\n") << "a report that goes by itself makes room";
+}
+
+TEST_P(StoreOnEveryDatabase, CountsEachClientOnceByItsLastTime) {
+  Store store(database_.Address());
+  Change(store, [&] {
+    store.NoteClient("1", "235", 10);
+    store.NoteClient("2", "235", 20);
+    store.NoteClient("1", "236", 30);
+    store.NoteClient("", "", 30);
+  });
+  EXPECT_EQ(store.ClientsSeen(0, 100), 3);
+  EXPECT_EQ(store.ClientsSeen(20, 30), 3);
+  EXPECT_EQ(store.ClientsSeen(21, 30), 2);
+  EXPECT_EQ(store.ClientsSeen(0, 29), 1);
+}
+
+TEST_P(StoreOnEveryDatabase, DoesNotTakeARunForASight) {
+  Store store(database_.Address());
+  Change(store, [&] {
+    store.CountRun("1");
+    store.NoteClient("2", "235", 20);
+    store.CountRun("2");
+    store.CountRun("2");
+  });
+  EXPECT_EQ(store.ClientsSeen(1, 100), 1);
+  database_.Execute("create table seen_runs as select sum(runs) as runs from client where seen = 20;\n");
+  Database database(database_.Address());
+  database.Open();
+  EXPECT_EQ(database.Row("select runs from seen_runs").at(0).toInt(), 2);
+}
+
+TEST_P(StoreOnEveryDatabase, ForgetsTheClientsNotSeenForTheLongestTime) {
+  Store store = Small({.clients = 2, .changes_between_checks = 1});
+  Change(store, [&] {
+    store.NoteClient("1", "", 10);
+    store.NoteClient("2", "", 20);
+    store.NoteClient("1", "", 30);
+    store.NoteClient("3", "", 40);
+  });
+  EXPECT_EQ(store.ClientsSeen(0, 100), 2);
+  EXPECT_EQ(store.ClientsSeen(20, 20), 0);
+}
+
+TEST_P(StoreOnEveryDatabase, HoldsWhatWasCommittedWhenItIsOpenedAgain) {
+  Store store(database_.Address());
+  Change(store, [&] { store.AddReport("A", "kept", 1); });
+  store.Begin();
+  store.AddReport("A", "taken back", 2);
+  store.Close();
+  Store again(database_.Address());
+  again.Open();
+  EXPECT_EQ(again.Reports("A"), "kept\n");
+}
+
+}  // namespace
+}  // namespace borvane::mirror

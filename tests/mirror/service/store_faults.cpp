@@ -1,0 +1,251 @@
+#include <QDir>
+#include <QFile>
+#include <QThread>
+
+#include <sys/fsuid.h>
+#include <unistd.h>
+
+#include "databases.h"
+#include "maker_client.h"
+#include "mirror_process.h"
+#include "service/schema/migration.h"
+#include "service_under_test.h"
+
+// Stores that cannot be used, for whatever reason: the service says so, answers with failures, and works again as soon
+// as it can.
+
+namespace borvane::mirror {
+namespace {
+
+/// Asks until there is another answer than a failure, for some seconds: the service pauses between its attempts.
+QByteArray AskUntilItWorks(ServiceUnderTest &service, const QByteArray &command) {
+  QByteArray answer;
+  for (int i = 0; i < 100 && (i == 0 || answer == "503"); ++i) {
+    answer = service.Ask(command);
+    QThread::msleep(answer == "503" ? 100 : 0);
+  }
+  return answer;
+}
+
+void ExpectNothingWorks(ServiceUnderTest &service) {
+  for (const char *command : {"puta&map=A&strout=x", "geta&map=A", "setonline&macid=1&AppVersion=235",
+                              "whoson&macid=1&AppVersion= 235", "add&macid=1"})
+    EXPECT_EQ(service.Ask(command), "503") << command;
+  EXPECT_TRUE(service.Get("/borvane/").body.contains("not known at the moment"));
+  EXPECT_EQ(service.Get("/borvane/version.txt").body, "235");
+}
+
+class FaultsOnEveryDatabase : public OnEveryDatabase {
+ protected:
+  ServiceUnderTest service_{database_.Address()};
+};
+INSTANTIATE_TEST_SUITE_P(StoreFaults, FaultsOnEveryDatabase,
+                         testing::Values(DatabaseKind::SQLite, DatabaseKind::PostgreSQL), KindName);
+
+TEST_P(FaultsOnEveryDatabase, RefusesAStoreOfANewerVersion) {
+  EXPECT_EQ(service_.Ask("puta&map=A&strout=kept"), "ok");
+  const QString newer = QString::number(newest_schema + 1);
+  database_.Execute("update version set number = " + newer + ";\n");
+  ServiceUnderTest older(database_.Address());
+  ExpectNothingWorks(older);
+  ASSERT_EQ(older.lines().size(), 1);
+  EXPECT_TRUE(
+      older.lines()[0].contains("made by a newer borvane-mirror (version " + newer + " of its tables; this one"))
+      << older.lines()[0].toStdString();
+  database_.Execute("update version set number = " + QString::number(newest_schema) + ";\n");
+  EXPECT_EQ(AskUntilItWorks(older, "geta&map=A"), "kept\n");
+}
+
+TEST_P(FaultsOnEveryDatabase, RefusesTheTablesOfAnotherProgram) {
+  database_.Execute(GetParam() == DatabaseKind::SQLite
+                        ? "create table pupils (name text);\n"
+                        : "create schema borvane;\ncreate table borvane.pupils (name text);\n");
+  ExpectNothingWorks(service_);
+  ASSERT_EQ(service_.lines().size(), 1);
+  EXPECT_TRUE(service_.lines()[0].contains("holds tables that are not the service's"))
+      << service_.lines()[0].toStdString();
+}
+
+TEST_P(FaultsOnEveryDatabase, TellsNothingOfAReport) {
+  EXPECT_EQ(service_.Ask("puta&map=secret map&strout=secret record"), "ok");
+  database_.Execute("drop table report;\n");
+  EXPECT_EQ(service_.Ask("puta&map=secret map&strout=secret record"), "503");
+  EXPECT_EQ(service_.Ask("geta&map=secret map"), "503");
+  ASSERT_EQ(service_.lines().size(), 1);
+  EXPECT_FALSE(service_.lines()[0].contains("secret")) << service_.lines()[0].toStdString();
+  EXPECT_FALSE(service_.lines()[0].contains("p@ss")) << service_.lines()[0].toStdString();
+}
+
+class FileFaults : public testing::Test {
+ protected:
+  QTemporaryDir folder_;
+  const StoreAddress address_ = {.file = folder_.filePath("service.sqlite")};
+
+  QByteArray FileContent() const {
+    QFile file(address_.file);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  void WriteFile(const QByteArray &content) const {
+    QFile file(address_.file);
+    EXPECT_TRUE(file.open(QFile::WriteOnly));
+    EXPECT_EQ(file.write(content), content.size());
+  }
+};
+
+TEST_F(FileFaults, LeavesAFileThatIsNoStoreAsItIs) {
+  const QByteArray text = "Dear diary, today the ground shook.\n" + QByteArray(5'000, '.');
+  WriteFile(text);
+  ServiceUnderTest service(address_);
+  ExpectNothingWorks(service);
+  ASSERT_EQ(service.lines().size(), 1);
+  EXPECT_TRUE(service.lines()[0].contains("not a database")) << service.lines()[0].toStdString();
+  EXPECT_EQ(FileContent(), text);
+}
+
+TEST_F(FileFaults, SurvivesEachDamagedPage) {
+  constexpr qsizetype page_size = 4'096;
+  {
+    ServiceUnderTest service(address_);
+    for (int i = 0; i < 30; ++i)
+      EXPECT_EQ(service.Ask("puta&map=A&strout=" + QByteArray(600, 'x')), "ok");
+    service.Ask("setonline&macid=1&AppVersion=235");
+  }
+  const QByteArray good = FileContent();
+  ASSERT_GT(good.size(), 8 * page_size);
+  int failures = 0;
+  for (qsizetype page = 0; page * page_size < good.size(); ++page) {
+    WriteFile(QByteArray(good).replace(page * page_size, page_size, QByteArray(page_size, '\xa5')));
+    QFile::remove(address_.file + "-wal");
+    ServiceUnderTest service(address_);
+    for (const char *command : {"geta&map=A", "puta&map=A&strout=x", "whoson&macid=1&AppVersion= 235", "add&macid=1"})
+      failures += service.Ask(command) == "503" ? 1 : 0;
+    EXPECT_LE(service.lines().size(), 8);
+  }
+  EXPECT_GT(failures, 10);
+}
+
+TEST_F(FileFaults, FailsWhileAnotherProgramHasTheFileLocked) {
+  ServiceUnderTest service(address_);
+  EXPECT_EQ(service.Ask("puta&map=A&strout=before"), "ok");
+  Database other(address_);
+  other.Open();
+  other.Begin();
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(service.Ask("puta&map=A&strout=meanwhile"), "503");
+  EXPECT_EQ(service.Ask("geta&map=A"), "before\n");
+  EXPECT_EQ(service.lines().size(), 1);
+  EXPECT_TRUE(service.lines().value(0).contains("database is locked")) << service.lines().value(0).toStdString();
+  other.Commit();
+  EXPECT_EQ(AskUntilItWorks(service, "puta&map=A&strout=after"), "ok");
+  EXPECT_EQ(service.Ask("geta&map=A"), "before\nafter\n");
+  EXPECT_EQ(service.lines().size(), 2);
+}
+
+/// As long as it lives, this thread and those it starts have the rights of a user who owns nothing.
+class WithoutRights {
+ public:
+  WithoutRights() { ::setfsuid(65'534); }
+  ~WithoutRights() { ::setfsuid(::geteuid()); }
+  WithoutRights(const WithoutRights &) = delete;
+  WithoutRights &operator=(const WithoutRights &) = delete;
+};
+
+TEST_F(FileFaults, FailsInAFolderThatMayNotBeWritten) {
+  QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+  {
+    const WithoutRights without_rights;
+    ServiceUnderTest service(address_);
+    EXPECT_EQ(service.Ask("puta&map=A&strout=x"), "503");
+    EXPECT_EQ(service.Ask("setonline&macid=1&AppVersion=235"), "503");
+    EXPECT_EQ(service.Ask("geta&map=A"), "") << "there is nothing to be read yet";
+    ASSERT_EQ(service.lines().size(), 1);
+    EXPECT_TRUE(service.lines()[0].contains("the file cannot be made: ")) << service.lines()[0].toStdString();
+  }
+  QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+TEST_F(FileFaults, FailsOnAFileThatMayNotBeWritten) {
+  {
+    ServiceUnderTest service(address_);
+    EXPECT_EQ(service.Ask("puta&map=A&strout=before"), "ok");
+  }
+  const auto readable = QFile::ReadOwner | QFile::ReadOther;
+  QFile::setPermissions(address_.file, readable);
+  QFile::setPermissions(folder_.path(), readable | QFile::ExeOwner | QFile::ExeOther);
+  const QByteArray content = FileContent();
+  {
+    const WithoutRights without_rights;
+    ServiceUnderTest service(address_);
+    EXPECT_EQ(service.Ask("puta&map=A&strout=x"), "503");
+    EXPECT_EQ(service.lines().size(), 1);
+  }
+  QFile::setPermissions(folder_.path(), readable | QFile::WriteOwner | QFile::ExeOwner | QFile::ExeOther);
+  EXPECT_EQ(FileContent(), content);
+}
+
+/// The real program with a disk that fails in the calls from number `from` to number `to`.
+std::unique_ptr<MirrorProcess> MirrorOnABadDisk(const QString &file, int from, int to) {
+  return std::make_unique<MirrorProcess>(
+      QStringList{"--store", file},
+      Surroundings{.variables = {"LD_PRELOAD=" BORVANE_DISK_FAULTS, "BORVANE_FAULT_FILE=service.sqlite",
+                                 "BORVANE_FAULT_FROM=" + QString::number(from),
+                                 "BORVANE_FAULT_TO=" + QString::number(to),
+                                 // A sanitizer wants to be the first library; here it cannot.
+                                 "ASAN_OPTIONS=verify_asan_link_order=0"}});
+}
+
+QByteArray Report(quint16 port, int number) {
+  return AskMaker(port, "puta&map=A&strout=" + QByteArray::number(number)).value().body;
+}
+
+QByteArrayList Reports(const QString &file) {
+  ServiceUnderTest service(StoreAddress{.file = file});
+  return service.Ask("geta&map=A").split('\n');
+}
+
+/// Sends reports to a mirror whose disk fails as told, and kills it. Gives how many faults struck.
+qsizetype ReportOnABadDisk(const QString &file, int from, int to, QByteArrayList &answered_ok) {
+  const std::unique_ptr<MirrorProcess> mirror = MirrorOnABadDisk(file, from, to);
+  for (int number = 1; number <= 4; ++number) {
+    const QByteArray answer = Report(mirror->Port(), number);
+    if (answer == "ok") {
+      answered_ok.append(QByteArray::number(number));
+      continue;
+    }
+    EXPECT_TRUE(answer.contains("503")) << answer.constData();
+    EXPECT_EQ(GetFromMaker(mirror->Port(), "/borvane/version.txt").value().body, "235");
+    // The pause before the store is opened anew.
+    QThread::msleep(120);
+  }
+  mirror->TellsWithin("fault ", 300);
+  return mirror->Errors().count("fault ");
+}
+
+TEST_F(FileFaults, HaveEveryReportThatWasAnsweredOkWhicheverCallToTheDiskFails) {
+  int call = 1;
+  for (qsizetype struck = 1; struck > 0; ++call) {
+    const QString file = folder_.filePath(QString("%1/service.sqlite").arg(call));
+    QByteArrayList answered_ok;
+    struck = ReportOnABadDisk(file, call, call, answered_ok);
+    EXPECT_GE(answered_ok.size(), 3) << "one fault spoils one report at most, call " << call;
+    const QByteArrayList reports = Reports(file);
+    for (const QByteArray &number : answered_ok)
+      EXPECT_EQ(reports.count(number), 1) << "report " << number.constData() << ", call " << call;
+  }
+  EXPECT_GT(call, 15) << "making the store alone takes more calls";
+}
+
+TEST_F(FileFaults, HaveEveryReportThatWasAnsweredOkWhenTheDiskIsFull) {
+  for (const int call : {1, 10, 20, 30}) {
+    const QString file = folder_.filePath(QString("%1/service.sqlite").arg(call));
+    QByteArrayList answered_ok;
+    EXPECT_GT(ReportOnABadDisk(file, call, 1'000'000, answered_ok), 0);
+    EXPECT_LT(answered_ok.size(), 4);
+    const QByteArrayList reports = Reports(file);
+    for (const QByteArray &number : answered_ok)
+      EXPECT_EQ(reports.count(number), 1) << "report " << number.constData() << ", call " << call;
+  }
+}
+
+}  // namespace
+}  // namespace borvane::mirror

@@ -1,0 +1,214 @@
+#include "service/store_thread.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTemporaryDir>
+#include <QThread>
+#include <future>
+
+#include <gtest/gtest.h>
+
+namespace borvane::mirror {
+namespace {
+
+/// A store thread on a file that is made with the first change, and what it tells.
+class StoreThreadTest : public testing::Test {
+ protected:
+  /// Does a job and waits for what comes of it; "failed" for a failure.
+  QByteArray Do(Access access, const StoreThread::Work &work) {
+    QByteArray outcome;
+    QEventLoop loop;
+    thread_->Do(access, work, [&](const std::optional<QByteArray> &result) {
+      outcome = result.value_or("failed");
+      loop.quit();
+    });
+    if (outcome.isEmpty())
+      loop.exec();
+    return outcome;
+  }
+
+  QByteArray Succeed(Access access = Access::Change) {
+    return Do(access, [](Store &) { return QByteArray("done"); });
+  }
+  QByteArray Fail(Access access = Access::Change) {
+    return Do(access, [](Store &) -> QByteArray { throw StoreFailure("no reason"); });
+  }
+
+  /// Lets events run until all of `count` outcomes are there.
+  static void WaitFor(const QByteArrayList &outcomes, qsizetype count) {
+    QElapsedTimer clock;
+    clock.start();
+    while (outcomes.size() < count && clock.elapsed() < 10'000)
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+  }
+
+  QTemporaryDir folder_;
+  const StoreAddress address_ = {.file = folder_.filePath("service.sqlite")};
+  QStringList lines_;
+  StoreThread::Tell tell_ = [this](const QString &line) { lines_.append(line); };
+  std::unique_ptr<StoreThread> thread_ = std::make_unique<StoreThread>(address_, StoreLimits{}, tell_, 400);
+};
+
+TEST_F(StoreThreadTest, WorksInAnotherThreadAndAnswersInThisOne) {
+  QThread *worker = nullptr;
+  QThread *answerer = nullptr;
+  QEventLoop loop;
+  thread_->Do(
+      Access::Change,
+      [&worker](Store &) {
+        worker = QThread::currentThread();
+        return QByteArray();
+      },
+      [&](const std::optional<QByteArray> &) {
+        answerer = QThread::currentThread();
+        loop.quit();
+      });
+  loop.exec();
+  EXPECT_NE(worker, QThread::currentThread());
+  EXPECT_EQ(answerer, QThread::currentThread());
+}
+
+TEST_F(StoreThreadTest, MakesOneTransactionOfTheChangesThatWaitTogether) {
+  std::promise<void> gate;
+  std::shared_future<void> open = gate.get_future().share();
+  QByteArrayList outcomes;
+  const auto note = [&](const std::optional<QByteArray> &result) { outcomes.append(result.value_or("failed")); };
+  int attempts = 0;
+  // The first job holds the thread until the others wait. The third fails, so that its transaction is taken back.
+  std::promise<void> begun;
+  thread_->Do(
+      Access::Change, [&begun, open](Store &) { return begun.set_value(), open.wait(), QByteArray("first"); }, note);
+  begun.get_future().wait();
+  thread_->Do(
+      Access::Change,
+      [&attempts](Store &store) {
+        ++attempts;
+        store.AddReport("A", "x", 1);
+        return QByteArray("second");
+      },
+      note);
+  thread_->Do(
+      Access::Change, [](Store &) -> QByteArray { throw StoreFailure("no reason"); }, note);
+  gate.set_value();
+  WaitFor(outcomes, 3);
+  EXPECT_EQ(outcomes, QByteArrayList({"first", "failed", "failed"}));
+  EXPECT_EQ(attempts, 2) << "once, and once again on a new connection";
+  EXPECT_EQ(Do(Access::Read, [](Store &store) { return store.Reports("A") + '.'; }), ".");
+}
+
+TEST_F(StoreThreadTest, TriesOnceMoreOnANewConnection) {
+  Succeed();
+  int attempts = 0;
+  EXPECT_EQ(Do(Access::Change,
+               [&attempts](Store &) -> QByteArray {
+                 if (++attempts == 1)
+                   throw StoreFailure("the server has gone");
+                 return "done";
+               }),
+            "done");
+  EXPECT_EQ(lines_, QStringList());
+}
+
+TEST_F(StoreThreadTest, DoesNotRepeatWhatMayHaveBeenKept) {
+  Succeed();
+  int attempts = 0;
+  EXPECT_EQ(Do(Access::Change,
+               [&attempts](Store &) -> QByteArray {
+                 ++attempts;
+                 throw StoreFailure("the server has gone", true);
+               }),
+            "failed");
+  EXPECT_EQ(attempts, 1);
+}
+
+TEST_F(StoreThreadTest, TellsWhenTheStoreFailsAndWhenItWorksAgain) {
+  const QString name = address_.file;
+  Succeed();
+  EXPECT_EQ(lines_, QStringList());
+  Fail();
+  Fail();
+  EXPECT_EQ(lines_, QStringList("the service's store " + name + " does not work: no reason"));
+  Succeed();
+  Succeed();
+  EXPECT_EQ(lines_.mid(1), QStringList("the service's store " + name + " works again"));
+}
+
+TEST_F(StoreThreadTest, DoesNotTakeAReadForAProofThatChangesWork) {
+  Succeed();
+  Fail(Access::Change);
+  Succeed(Access::Read);
+  Fail(Access::Change);
+  EXPECT_EQ(lines_.size(), 1);
+  Succeed(Access::Change);
+  Fail(Access::Read);
+  Succeed(Access::Read);
+  EXPECT_EQ(lines_.size(), 4);
+}
+
+TEST_F(StoreThreadTest, GivesUpAJobThatTakesTooLong) {
+  std::promise<void> gate;
+  std::shared_future<void> open = gate.get_future().share();
+  QByteArrayList outcomes;
+  const auto note = [&](const std::optional<QByteArray> &result) { outcomes.append(result.value_or("failed")); };
+  bool second_was_done = false;
+  std::promise<void> begun;
+  thread_->Do(
+      Access::Change, [&begun, open](Store &) { return begun.set_value(), open.wait(), QByteArray("late"); }, note);
+  begun.get_future().wait();
+  thread_->Do(
+      Access::Change,
+      [&second_was_done](Store &) {
+        second_was_done = true;
+        return QByteArray("later");
+      },
+      note);
+  WaitFor(outcomes, 2);
+  EXPECT_EQ(outcomes, QByteArrayList({"failed", "failed"}));
+  EXPECT_EQ(lines_.size(), 1);
+  EXPECT_TRUE(lines_.value(0).endsWith("does not work: it does not answer")) << lines_.value(0).toStdString();
+
+  // Nobody has to wait while it is stuck.
+  QElapsedTimer clock;
+  clock.start();
+  EXPECT_EQ(Succeed(), "failed");
+  EXPECT_LT(clock.elapsed(), 200);
+
+  gate.set_value();
+  while (Succeed() != "done")
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+  EXPECT_FALSE(second_was_done) << "what had not begun is not done behind its failure";
+  EXPECT_EQ(lines_.size(), 2);
+  EXPECT_EQ(outcomes.size(), 2);
+}
+
+TEST_F(StoreThreadTest, EndsThoughTheStoreIsStuck) {
+  auto gate = std::make_shared<std::promise<void>>();
+  thread_->Do(
+      Access::Change, [open = gate->get_future().share()](Store &) { return open.wait(), QByteArray(); },
+      [](const std::optional<QByteArray> &) { ADD_FAILURE() << "nobody is there to be answered"; });
+  QThread::msleep(50);
+  QElapsedTimer clock;
+  clock.start();
+  thread_.reset();
+  EXPECT_LT(clock.elapsed(), 5'000);
+  gate->set_value();
+  QThread::msleep(100);
+}
+
+TEST_F(StoreThreadTest, PausesBetweenAttemptsToOpenTheStore) {
+  const StoreAddress nowhere = {.file = "/proc/no such folder/service.sqlite"};
+  thread_ = std::make_unique<StoreThread>(nowhere, StoreLimits{}, tell_, 5'000);
+  QElapsedTimer clock;
+  clock.start();
+  int quick_ones = 0;
+  for (int i = 0; i < 200; ++i)
+    quick_ones += Succeed() == "failed" ? 1 : 0;
+  EXPECT_EQ(quick_ones, 200);
+  EXPECT_LT(clock.elapsed(), 5'000);
+  EXPECT_EQ(lines_.size(), 1);
+  EXPECT_TRUE(lines_.value(0).contains("the folder cannot be made")) << lines_.value(0).toStdString();
+}
+
+}  // namespace
+}  // namespace borvane::mirror
