@@ -72,6 +72,8 @@ void Service::Obey(const Query &query, const QHostAddress &client, const Reply &
     CountRun(query, reply);
   else if (command == "puta")
     TakeReport(query, client, reply);
+  else if (command == "putb" || command == "putc")
+    TakeDetail(query, client, reply);
   else if (command == "geta")
     GiveReports(query, reply);
   else
@@ -112,6 +114,21 @@ void Service::TakeReport(const Query &query, const QHostAddress &client, const R
   }
   const auto work = [map = query.Value("map"), record = query.Value("strout"), now](Store &store) {
     store.AddReport(map, record, now);
+    return QByteArray("ok");
+  };
+  store_.Do(Access::Change, work, PlainText(reply));
+}
+
+void Service::TakeDetail(const Query &query, const QHostAddress &client, const Reply &reply) {
+  const qint64 now = settings_.clock();
+  if (!details_.Admit(client, now)) {
+    reply({.status = 429});
+    return;
+  }
+  const bool has_zip = query.Value("cmd") == "putc";
+  const auto work = [map = query.Value("map"), zip = query.Value("zip"), has_zip, record = query.Value("strout"),
+                     now](Store &store) {
+    store.AddDetail(map, has_zip ? &zip : nullptr, record, now);
     return QByteArray("ok");
   };
   store_.Do(Access::Change, work, PlainText(reply));

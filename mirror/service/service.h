@@ -59,6 +59,7 @@ class Service {
   void CountUsers(const Query &query, const Reply &reply);
   void CountRun(const Query &query, const Reply &reply);
   void TakeReport(const Query &query, const QHostAddress &client, const Reply &reply);
+  void TakeDetail(const Query &query, const QHostAddress &client, const Reply &reply);
   void GiveReports(const Query &query, const Reply &reply);
   void ShowProduct(const Reply &reply);
 

@@ -49,6 +49,13 @@ void Store::AddReport(const QByteArray &map, const QByteArray &record, qint64 no
   CountChange();
 }
 
+void Store::AddDetail(const QByteArray &map, const QByteArray *zip, const QByteArray &record, qint64 now) {
+  const QVariantList row =
+      database_.Row("insert into detail (received, map, zip, record) values (?, ?, ?, ?) returning id",
+                    {now, map, zip == nullptr ? QVariant() : QVariant(*zip), record});
+  database_.Run("delete from detail where id <= ?", {row.at(0).toLongLong() - limits_.details});
+}
+
 QByteArray Store::Reports(const QByteArray &map) {
   QByteArrayList records;
   qsizetype size = 0;

@@ -8,11 +8,13 @@ namespace borvane::mirror {
 
 /// How much a store keeps. What is beyond goes, the oldest first.
 struct StoreLimits {
-  int reports_of_map = 1'000;        ///< kept reports of one map
-  qsizetype answer = 4 << 20;        ///< bytes of the reports of one map that are given at once; the newest ones
-  qint64 reports = 100'000;          ///< kept reports in all; the maps go first that had none for the longest time
-  qint64 clients = 100'000;          ///< kept clients; those go first that were not seen for the longest time
-  int changes_between_checks = 500;  ///< how often the last two are looked at; as many more may stand meanwhile
+  int reports_of_map = 1'000;  ///< kept reports of one map
+  qsizetype answer = 4 << 20;  ///< bytes of the reports of one map that are given at once; the newest ones
+  qint64 reports = 100'000;    ///< kept reports in all; the maps go first that had none for the longest time
+  qint64 details = 10'000;     ///< kept answers behind felt reports
+  qint64 clients = 100'000;    ///< kept clients; those go first that were not seen for the longest time
+  int changes_between_checks =
+      500;  ///< how often reports and clients in all are looked at; as many more may stand meanwhile
 };
 
 /// What the maker's service keeps. Texts are bytes and come back as they went in. Times are in milliseconds since 1970
@@ -43,6 +45,9 @@ class Store {
 
   /// Keeps a felt report under its map.
   void AddReport(const QByteArray &map, const QByteArray &record, qint64 now);
+
+  /// Keeps the answers behind a felt report; `zip` is null when they came without a zip code.
+  void AddDetail(const QByteArray &map, const QByteArray *zip, const QByteArray &record, qint64 now);
 
   /// The kept reports of the map, oldest first, each ended by a line feed.
   QByteArray Reports(const QByteArray &map);

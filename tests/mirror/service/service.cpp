@@ -66,6 +66,22 @@ TEST_P(ServiceOnEveryDatabase, KeepsAThousandReportsOfAMap) {
   EXPECT_EQ(service_.Ask("geta&map=A"), expected);
 }
 
+TEST_P(ServiceOnEveryDatabase, KeepsTheAnswersBehindAReport) {
+  EXPECT_EQ(service_.Ask("putb&map=A&strout=235||35|95045|x"), "ok");
+  EXPECT_EQ(service_.Ask("putc&zip=95045&map=A&strout=235||35|95045|y"), "ok");
+  EXPECT_EQ(service_.Ask("putc&map=A&strout=z"), "ok");
+  Database database(database_.Address());
+  database.Open();
+  QByteArrayList kept;
+  database.ForEachRow("select record from detail where map = ? and zip is null", {QByteArray("A")},
+                      [&kept](QByteArray record) { return kept.append(std::move(record)), true; });
+  EXPECT_EQ(kept, QByteArrayList{QByteArray("235||35|95045|x")});
+  EXPECT_EQ(database.Row("select record from detail where zip = ?", {QByteArray("95045")}).at(0).toByteArray(),
+            "235||35|95045|y");
+  EXPECT_EQ(database.Row("select record from detail where zip = ?", {QByteArray("")}).at(0).toByteArray(), "z");
+  EXPECT_EQ(service_.Ask("geta&map=A"), "") << "they are no reports";
+}
+
 /// A service on a file that does not exist yet.
 class ServiceTest : public testing::Test {
  protected:
@@ -105,6 +121,16 @@ TEST_F(ServiceTest, LetsThirtyReportsAMinutePassFromOneAddress) {
   EXPECT_EQ(service_.Ask("whoson&macid=1&AppVersion= 235", "10.0.0.1"), "1");
   service_.Pass(minute);
   EXPECT_EQ(service_.Ask("puta&map=A&strout=x", "10.0.0.1"), "ok");
+}
+
+TEST_F(ServiceTest, LetsTheAnswersBehindSixtyReportsPass) {
+  for (int i = 0; i < 60; ++i)
+    for (const char *command : {"putb&map=A&strout=x", "putc&zip=1&map=A&strout=x"})
+      EXPECT_EQ(service_.Ask(command, "10.0.0.1"), "ok");
+  EXPECT_EQ(service_.Ask("putb&map=A&strout=x", "10.0.0.1"), "429");
+  EXPECT_EQ(service_.Ask("putc&map=A&strout=x", "10.0.0.1"), "429");
+  EXPECT_EQ(service_.Ask("puta&map=A&strout=x", "10.0.0.1"), "ok") << "reports have a limit of their own";
+  EXPECT_EQ(service_.Ask("putb&map=A&strout=x", "10.0.0.2"), "ok");
 }
 
 TEST_F(ServiceTest, RefusesNamesLongerThanAnyMap) {

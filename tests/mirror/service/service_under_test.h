@@ -39,6 +39,12 @@ class ServiceUnderTest {
     return answer.status == 200 ? answer.body : QByteArray::number(answer.status);
   }
 
+  /// Sends a command without waiting for its answer.
+  void AskLater(const QByteArray &command) {
+    service_.Answer("GET", "/cgi-bin/borvane/control.pl?cmd=" + command, QHostAddress("10.0.0.1"),
+                    [](const ServiceAnswer &) {});
+  }
+
   void Pass(qint64 milliseconds) { now_ += milliseconds; }
 
   /// What it has told so far.

@@ -102,6 +102,20 @@ TEST_P(StoreOnEveryDatabase, DropsTheMapsWithoutReportsForTheLongestTime) {
   EXPECT_EQ(store.Reports("A"), "a1\na2\n") << "a report that goes by itself makes room";
 }
 
+TEST_P(StoreOnEveryDatabase, KeepsOnlyTheNewestAnswersBehindReports) {
+  Store store = Small({.details = 2});
+  const QByteArray zip = "95045";
+  Change(store, [&] {
+    store.AddDetail("A", nullptr, "1", 1);
+    store.AddDetail("A", &zip, "2", 1);
+    store.AddDetail("B", nullptr, "3", 1);
+  });
+  Database database(database_.Address());
+  database.Open();
+  EXPECT_EQ(database.Row("select count(*) from detail").at(0).toInt(), 2);
+  EXPECT_EQ(database.Row("select count(*) from detail where record = ?", {QByteArray("1")}).at(0).toInt(), 0);
+}
+
 TEST_P(StoreOnEveryDatabase, CountsEachClientOnceByItsLastTime) {
   Store store(database_.Address());
   Change(store, [&] {

@@ -36,11 +36,14 @@ INSTANTIATE_TEST_SUITE_P(Wire, WireOnEveryDatabase, testing::Values(DatabaseKind
 
 TEST_P(WireOnEveryDatabase, AnswersEachCommandToTheByte) {
   const QByteArray summary = "235|10/23/2024 04:15:09 AM|35|3.428571|1|0|95045";
+  const QByteArray detail = "235||35|95045|Mission San Jos\xe9|felt, & \x93heard\x94 #2|1|0|1|0|1|0|1|0|-1|2|3";
   EXPECT_EQ(Exchange(script + "?cmd=setonline&macid=123456&AppVersion=235"), Plain("ok"));
   EXPECT_EQ(Exchange(script + "?cmd=whoson&macid=999999&AppVersion= 235"), Plain("2"));
   EXPECT_EQ(Exchange(script + "?cmd=add&macid=123456"), Plain("ok"));
   EXPECT_EQ(Exchange(script + "?cmd=geta&map=San Juan Bautista, CA"), Plain(""));
   EXPECT_EQ(Exchange(script + "?cmd=puta&map=San Juan Bautista, CA&strout=" + summary), Plain("ok"));
+  EXPECT_EQ(Exchange(script + "?cmd=putb&map=San Juan Bautista, CA&strout=" + detail), Plain("ok"));
+  EXPECT_EQ(Exchange(script + "?cmd=putc&zip=95045&map=San Juan Bautista, CA&strout=" + detail), Plain("ok"));
   EXPECT_EQ(Exchange(script + "?cmd=geta&map=San Juan Bautista, CA"), Plain(summary + '\n'));
   EXPECT_EQ(Exchange("/borvane/version.txt"), Plain("235"));
   EXPECT_EQ(mirror_.Errors(), "");
