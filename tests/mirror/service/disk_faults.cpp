@@ -1,6 +1,7 @@
 // Lies between a program and the C library and lets the disk fail, for the files whose path holds BORVANE_FAULT_FILE:
 // the call number BORVANE_FAULT_FROM that would write, and all up to number BORVANE_FAULT_TO. A write finds no space,
-// what would bring it to the disk finds the device broken. Each fault is told on standard error.
+// what would bring it to the disk finds the device broken. With BORVANE_FAULT_ONLY_SYNC only the latter are counted.
+// Each fault is told on standard error.
 
 #include <atomic>
 #include <cerrno>
@@ -30,7 +31,8 @@ bool IsMeant(int descriptor) {
 /// Whether this call has to fail, with `error`.
 bool Fails(int descriptor, int error) {
   static std::atomic<long> calls = 0;
-  if (!IsMeant(descriptor))
+  const bool is_sync = error == EIO;
+  if (!IsMeant(descriptor) || (!is_sync && std::getenv("BORVANE_FAULT_ONLY_SYNC") != nullptr))
     return false;
   const long call = ++calls;
   if (call < Number("BORVANE_FAULT_FROM") || call > Number("BORVANE_FAULT_TO"))
@@ -61,7 +63,7 @@ ssize_t write(int descriptor, const void *bytes, size_t count) {
 
 int ftruncate64(int descriptor, off64_t length) noexcept {
   static const auto real = Real<int (*)(int, off64_t)>("ftruncate64");
-  return Fails(descriptor, EIO) ? -1 : real(descriptor, length);
+  return Fails(descriptor, ENOSPC) ? -1 : real(descriptor, length);
 }
 
 int fdatasync(int descriptor) {

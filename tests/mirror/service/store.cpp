@@ -75,7 +75,7 @@ TEST_P(StoreOnEveryDatabase, KeepsOnlyTheNewestReportsOfAMap) {
 }
 
 TEST_P(StoreOnEveryDatabase, GivesTheNewestReportsThatFitIntoAnAnswer) {
-  Store store = Small({.answer = 9});
+  Store store = Small({.answer = 8});
   Change(store, [&] {
     for (const char *record : {"12", "345", "67", ""})
       store.AddReport("A", record, 1);
@@ -98,6 +98,9 @@ TEST_P(StoreOnEveryDatabase, DropsTheMapsWithoutReportsForTheLongestTime) {
   EXPECT_EQ(store.Reports("A"), "a1\na2\n");
   EXPECT_EQ(store.Reports("C"), "c1\nc2\n");
   EXPECT_EQ(store.Reports("D"), "d1\n");
+  Database database(database_.Address());
+  database.Open();
+  EXPECT_EQ(database.Row("select count(*) from report").at(0).toInt(), 5) << "reports go with their map";
   Change(store, [&] { store.AddReport("C", "c3", 7); });
   EXPECT_EQ(store.Reports("A"), "a1\na2\n") << "a report that goes by itself makes room";
 }
@@ -166,6 +169,33 @@ TEST_P(StoreOnEveryDatabase, HoldsWhatWasCommittedWhenItIsOpenedAgain) {
   Store again(database_.Address());
   again.Open();
   EXPECT_EQ(again.Reports("A"), "kept\n");
+}
+
+TEST(Database, SaysThatChangesMayBeKeptWhenOnlyTheirEndFailed) {
+  const EmptyDatabase empty(DatabaseKind::SQLite);
+  Database database(empty.Address());
+  database.Open();
+  try {
+    database.Commit();
+    ADD_FAILURE() << "there is nothing to be committed";
+  } catch (const StoreFailure &failure) {
+    EXPECT_TRUE(failure.MayBeKept());
+  }
+  try {
+    database.Run("insert into nothing values (1)");
+    ADD_FAILURE() << "there is no such table";
+  } catch (const StoreFailure &failure) {
+    EXPECT_FALSE(failure.MayBeKept());
+  }
+}
+
+TEST(DatabaseOnPostgreSQL, CommitsToTheDiskWhateverTheServerIsSetTo) {
+  const EmptyDatabase empty(DatabaseKind::PostgreSQL);
+  empty.Execute("set role none; alter database \"" + empty.Address().database + "\" set synchronous_commit = off;\n");
+  Database database(empty.Address());
+  database.Open();
+  EXPECT_EQ(database.Row("show synchronous_commit").at(0).toString(), "on");
+  EXPECT_EQ(database.Row("show statement_timeout").at(0).toString(), "5s");
 }
 
 }  // namespace

@@ -183,13 +183,14 @@ TEST_F(FileFaults, FailsOnAFileThatMayNotBeWritten) {
   EXPECT_EQ(FileContent(), content);
 }
 
-/// The real program with a disk that fails in the calls from number `from` to number `to`.
-std::unique_ptr<MirrorProcess> MirrorOnABadDisk(const QString &file, int from, int to) {
+/// The real program with a disk that fails in the calls from number `from` to number `to`. `variable` tells more.
+std::unique_ptr<MirrorProcess> MirrorOnABadDisk(const QString &file, int from, int to,
+                                                const QString &variable = "BORVANE_FAULT=") {
   return std::make_unique<MirrorProcess>(
       QStringList{"--store", file},
       Surroundings{.variables = {"LD_PRELOAD=" BORVANE_DISK_FAULTS, "BORVANE_FAULT_FILE=service.sqlite",
                                  "BORVANE_FAULT_FROM=" + QString::number(from),
-                                 "BORVANE_FAULT_TO=" + QString::number(to),
+                                 "BORVANE_FAULT_TO=" + QString::number(to), variable,
                                  // A sanitizer wants to be the first library; here it cannot.
                                  "ASAN_OPTIONS=verify_asan_link_order=0"}});
 }
@@ -245,6 +246,17 @@ TEST_F(FileFaults, HaveEveryReportThatWasAnsweredOkWhenTheDiskIsFull) {
     for (const QByteArray &number : answered_ok)
       EXPECT_EQ(reports.count(number), 1) << "report " << number.constData() << ", call " << call;
   }
+}
+
+TEST_F(FileFaults, HaveNothingAnsweredOkThatIsNotOnTheDisk) {
+  {
+    MirrorProcess mirror({"--store", address_.file});
+    EXPECT_EQ(Report(mirror.Port(), 1), "ok");
+  }
+  const std::unique_ptr<MirrorProcess> mirror =
+      MirrorOnABadDisk(address_.file, 1, 1'000'000, "BORVANE_FAULT_ONLY_SYNC=1");
+  for (int number = 2; number <= 5; ++number)
+    EXPECT_TRUE(Report(mirror->Port(), number).contains("503"));
 }
 
 }  // namespace
