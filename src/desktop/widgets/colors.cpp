@@ -25,6 +25,12 @@ QColor SystemColor(Color color, const QPalette &palette) {
   }
 }
 
+QColor Mixed(const QColor &first, const QColor &second, float share_of_second) {
+  const auto mix = [&](float a, float b) { return a + (b - a) * share_of_second; };
+  return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
+                          mix(first.blueF(), second.blueF()));
+}
+
 }  // namespace
 
 QColor ScreenColor(Color color, const QPalette &palette) {
@@ -37,11 +43,14 @@ QColor ScreenColor(Color color, const QPalette &palette) {
 
 QColor LineColor(const QPalette &palette) {
   constexpr float share_of_text = 0.28F;
+  return Mixed(palette.color(QPalette::Window), palette.color(QPalette::Active, QPalette::WindowText), share_of_text);
+}
+
+QColor WatermarkColor(const QPalette &palette) {
+  constexpr float share_on_light = 0.9F;
+  constexpr float share_on_dark = 0.25F;
   const QColor ground = palette.color(QPalette::Window);
-  const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
-  const auto mix = [](float a, float b) { return a + (b - a) * share_of_text; };
-  return QColor::fromRgbF(mix(ground.redF(), text.redF()), mix(ground.greenF(), text.greenF()),
-                          mix(ground.blueF(), text.blueF()));
+  return Mixed(ground, Qt::white, ground.lightnessF() > 0.5F ? share_on_light : share_on_dark);
 }
 
 }  // namespace borvane

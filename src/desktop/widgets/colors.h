@@ -13,4 +13,7 @@ QColor ScreenColor(Color color, const QPalette &palette);
 /// The colour of outlines and grid lines: seen on light and on dark ground, and quieter than text.
 QColor LineColor(const QPalette &palette);
 
+/// The colour of the watermark: nearly white on light ground, a shade lighter than the ground on dark.
+QColor WatermarkColor(const QPalette &palette);
+
 }  // namespace borvane

@@ -49,7 +49,7 @@ class PictureBoxBinder final : public Binder {
   Swatch &swatch_;
 };
 
-/// One of the program's own pictures, over what lies beneath.
+/// A watermark: one of the program's own pictures, over what lies beneath.
 class PictureWidget final : public QWidget {
  public:
   explicit PictureWidget(QWidget *parent) : QWidget(parent) {}
@@ -62,7 +62,7 @@ class PictureWidget final : public QWidget {
  protected:
   void paintEvent(QPaintEvent * /*event*/) override {
     QPainter painter(this);
-    DrawPicture(painter, name_, rect(), palette().color(QPalette::WindowText));
+    DrawPicture(painter, name_, rect(), WatermarkColor(palette()));
   }
 
  private:
