@@ -60,21 +60,11 @@ class Fetching(SystemTest):
             self.wait_until("the heartbeat", lambda: monitor.shows("[ ]"))
 
         with self.subTest("moves and repaints"):
-            before = self.picture(monitor)
-            self.desk.x("xdotool", "windowminimize", "--sync", monitor.window)
-            self.desk.activate(monitor.window)
-            self.desk.x("xdotool", "windowmove", monitor.window, "300", "250")
-            self.wait_until("the same picture at another place", lambda: self.picture(monitor) == before)
+            self.assert_moves_and_repaints(monitor)
 
         self.assertEqual([], monitor.rows())
         server.release()
         self.assertEqual(1, len(monitor.wait_for_rows()))
-
-    def picture(self, monitor):
-        """The pixels of the records window's list."""
-        extents = monitor.list("History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN)
-        part = f"{extents.width}x{extents.height}+{extents.x}+{extents.y}"
-        return self.desk.x("import", "-silent", "-window", "root", "-crop", part, "txt:-").split("\n", 1)[1]
 
 
 if __name__ == "__main__":

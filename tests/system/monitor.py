@@ -29,6 +29,10 @@ class Monitor:
         self.desk.activate(self.window)
         self.desk.press(key)
 
+    def come_back_from_icon(self):
+        self.desk.x("xdotool", "windowminimize", "--sync", self.window)
+        self.desk.activate(self.window)
+
     def choose_area(self, name):
         """Opens the list of areas in the settings window and clicks the area."""
         self.desk.activate(self.desk.window(self.program, "^Settings$"))
@@ -75,6 +79,12 @@ class Monitor:
 
     def is_down(self, button):
         return self.desk.is_checked(self.desk.find(self.program, button))
+
+    def picture(self):
+        """The pixels of the records window's list, as they stand on the screen."""
+        extents = self.list("History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN)
+        part = f"{extents.width}x{extents.height}+{extents.x}+{extents.y}"
+        return self.desk.x("import", "-silent", "-window", "root", "-crop", part, "txt:-").split("\n", 1)[1]
 
     def settings(self):
         """The stored values, by name, as their raw text in the file."""

@@ -1,5 +1,6 @@
-"""A page server that writes down what arrives, byte for byte, and holds an answer back when told to. It takes request lines as the
+"""A page server that writes down what arrives, byte for byte, and holds answers back when told to. It takes request lines as the
 monitor sends them, with raw blanks, which the library's own HTTP server refuses."""
+import select
 import socket
 import threading
 
@@ -10,24 +11,30 @@ class PageServer:
     def __init__(self, page=b""):
         self.page = page
         self.heads = []  # the heads of all requests, as they came
-        self.open = threading.Event()  # no page goes out while this is clear
-        self.open.set()
+        self.given_up = []  # the numbers of the page requests, from 0, that the monitor has left before their answer
+        self.may_answer = True
+        self._gates = []  # one for each page request; it answers when its gate is open
         self._socket = socket.create_server(("127.0.0.1", 0))
-        self.address = "127.0.0.1:%d" % self._socket.getsockname()[1]
+        self.port = self._socket.getsockname()[1]
+        self.address = f"127.0.0.1:{self.port}"
 
     def __enter__(self):
         threading.Thread(target=self._accept, daemon=True).start()
         return self
 
     def __exit__(self, *_):
-        self.open.set()
+        self.release()
         self._socket.close()
 
     def hold(self):
-        self.open.clear()
+        """Leaves page requests from now on without an answer."""
+        self.may_answer = False
 
-    def release(self):
-        self.open.set()
+    def release(self, first=0):
+        """Answers the page requests that wait, those from number `first` on, and all that are still to come."""
+        self.may_answer = True
+        for gate in self._gates[first:]:
+            gate.set()
 
     def targets(self):
         """What stood between "GET " and " HTTP/1.1" in each request."""
@@ -56,11 +63,81 @@ class PageServer:
                 head += piece
             self.heads.append(head)
             is_page = head.startswith(b"GET /recenteqs")
-            if is_page:
-                self.open.wait()
+            if is_page and not self._wait_for_the_gate(connection):
+                return
             body = self.page if is_page else b"0"
             try:
                 connection.sendall(b"HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: %d\r\nConnection: close\r\n\r\n%s"
                                    % (len(body), body))
             except OSError:
                 pass  # the monitor gave up waiting
+
+    def _wait_for_the_gate(self, connection):
+        """Gives false when the other side has gone first."""
+        gate = threading.Event()
+        self._gates.append(gate)
+        if self.may_answer:
+            gate.set()
+        while not gate.wait(0.02):
+            if select.select([connection], [], [], 0)[0]:
+                self.given_up.append(self._gates.index(gate))
+                return False
+        return True
+
+
+class Host(PageServer):
+    """A host that can fall silent as one behind a dead line does."""
+
+    def __init__(self):
+        super().__init__()
+        self._listens = threading.Event()
+        self._listens.set()
+        self._fillers = []
+
+    def __exit__(self, *_):
+        super().__exit__()
+        self.answer_again()
+
+    def fall_silent(self):
+        """Takes no request from now on: connections come about, and what is sent into them is never read."""
+        self._listens.clear()
+
+    def swallow_packets(self):
+        """Does not answer the first packet of a connection from now on: its queue is full."""
+        self.fall_silent()
+        self._socket.listen(0)
+        while True:
+            filler = socket.socket()
+            filler.settimeout(0.3)
+            self._fillers.append(filler)
+            try:
+                filler.connect(("127.0.0.1", self.port))
+            except TimeoutError:
+                return
+
+    def answer_again(self):
+        for filler in self._fillers:
+            filler.close()
+        self._listens.set()
+
+    def callers(self):
+        """The ports at the other ends of the connections that a program has, or tries to get."""
+        opening, established = "02", "01"
+        own = {filler.getsockname()[1] for filler in self._fillers}
+        ports = set()
+        with open("/proc/net/tcp", encoding="ascii") as table:
+            for line in table.readlines()[1:]:
+                _, near, far, state, *_ = line.split()
+                if state in (opening, established) and int(far.partition(":")[2], 16) == self.port:
+                    ports.add(int(near.partition(":")[2], 16))
+        return ports - own
+
+    def _accept(self):
+        while True:
+            self._listens.wait()
+            try:
+                if select.select([self._socket], [], [], 0.02)[0] and self._listens.is_set():
+                    connection, _ = self._socket.accept()
+                    threading.Thread(target=self._serve, args=(connection,), daemon=True).start()
+            except (OSError, ValueError):  # the socket has been closed
+                return

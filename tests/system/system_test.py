@@ -28,6 +28,11 @@ class SystemTest(unittest.TestCase):
         """`host_of` gives the host with its port for the name of an endpoint."""
         write_hosts(self.desk.settings_file, host_of)
 
+    def use_settings(self, **values):
+        """Stores values of the program's own key, beside the hosts."""
+        with open(self.desk.settings_file, "a", encoding="utf-8") as file:
+            file.write("[General]\n" + "".join(f"{name}={text}\n" for name, text in values.items()))
+
     def use_server(self, server):
         self.enterContext(server)
         self.use_hosts(lambda name: server.address)
@@ -50,3 +55,10 @@ class SystemTest(unittest.TestCase):
             return wait_for(what, condition)
         except TimeoutError as timeout:
             self.fail(str(timeout))
+
+    def assert_moves_and_repaints(self, monitor):
+        """The records window comes back from an icon as it was, at another place of the screen."""
+        before = monitor.picture()
+        monitor.come_back_from_icon()
+        self.desk.x("xdotool", "windowmove", monitor.window, "300", "250")
+        self.wait_until("the same picture at another place", lambda: monitor.picture() == before)
