@@ -38,9 +38,9 @@ class SystemTest(unittest.TestCase):
         self.use_hosts(lambda name: server.address)
         return server
 
-    def start_mirror(self):
-        """Starts a mirror with the bundled sample on a free port and gives the port."""
-        mirror = self.desk.start(self.programs / "borvane-mirror", "--listen", "127.0.0.1:0")
+    def start_mirror(self, *options, port=0):
+        """Starts a mirror with the bundled sample, on a free port unless told otherwise, and gives the port."""
+        mirror = self.desk.start(self.programs / "borvane-mirror", "--listen", f"127.0.0.1:{port}", *options)
         ready = "borvane-mirror listening on 127.0.0.1:"
         wait_for("the mirror", lambda: ready in self.desk.output_of(mirror))
         port = self.desk.output_of(mirror).partition(ready)[2].split()[0]
