@@ -102,6 +102,20 @@ TEST(Label, GrowsWithATextThatIsWiderThanItself) {
   EXPECT_GE(rig.widget(*sample, "Label1").width(), rig.widget<QLabel>(*sample, "Label1").sizeHint().width());
 }
 
+TEST(Label, ShowsTheBeginningOfATextThatNoScreenCouldShow) {
+  ScreenRig rig;
+  sample->Show();
+  for (const char *piece : {"7", "a b ", "7\r\n"}) {
+    std::string text;
+    while (text.size() < 10'000'000)
+      text += piece;
+    sample->Label1.Caption = text;
+
+    EXPECT_EQ(sample->Label1.Caption(), text);
+    EXPECT_EQ(SpokenName(rig.widget(*sample, "Label1")), text.substr(0, 1'000));
+  }
+}
+
 TEST(Label, RaisesMouseMoveWithThePointerInTwips) {
   ScreenRig rig;
   sample->Label1.MouseMove = [&](const MouseState &mouse) {

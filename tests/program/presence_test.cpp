@@ -1,6 +1,8 @@
 #include "feed/presence.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -33,10 +35,10 @@ TEST(SendOnlineMark, HindersNothingWhenItFails) {
 }
 
 /// Label9 after the timer has asked a service that answers so; nothing stands for an unreachable one.
-std::string UsersOnline(const char *answer) {
+std::string UsersOnline(const std::optional<std::string> &answer) {
   WatchingRig rig;
-  if (answer != nullptr)
-    rig.serve(who_is_on, answer);
+  if (answer)
+    rig.serve(who_is_on, *answer);
   rig.tick(frmRecords->Timer3);
   return frmRecords->Label9.Caption();
 }
@@ -52,7 +54,13 @@ TEST(GetUsersOnline, ShowsZeroForAnErrorPage) {
   EXPECT_EQ(UsersOnline("17 <"), "Users Online: 0");
 }
 
-TEST(GetUsersOnline, LeavesTheBarePrefixWithoutAConnection) { EXPECT_EQ(UsersOnline(nullptr), "Users Online: "); }
+TEST(GetUsersOnline, ShowsWhateverElseAServiceMayAnswer) {
+  for (const std::string &answer : {std::string("x"), std::string("\r\n"), std::string(400, '9'),
+                                    std::string("1\0002", 3), std::string("\x80\xff"), std::string(10'000'000, '7')})
+    EXPECT_EQ(UsersOnline(answer), "Users Online: " + answer) << answer.size();
+}
+
+TEST(GetUsersOnline, LeavesTheBarePrefixWithoutAConnection) { EXPECT_EQ(UsersOnline(std::nullopt), "Users Online: "); }
 
 TEST(GetUsersOnline, LeavesTheBarePrefixWhenTheClientIsBusy) {
   WatchingRig rig;
@@ -130,10 +138,26 @@ TEST(CheckForUpdate, ReadsThePrefixOfTheAnswer) {
 }
 
 TEST(CheckForUpdate, SaysNothingWithoutANumber) {
-  for (const char *answer : {"", "newest", "<html>9999</html>", "v9999"}) {
+  for (const std::string &answer :
+       {std::string(), std::string("newest"), std::string("<html>9999</html>"), std::string("v9999"),
+        std::string("\r\n"), std::string("."), std::string("\0009999", 5), std::string(10'000'000, '<'),
+        std::string(10'000'000, ' ')}) {
     UpdateRig rig(answer);
     rig.look();
     EXPECT_TRUE(rig.trace({"message"}).empty()) << answer;
+  }
+}
+
+TEST(CheckForUpdate, ReadsANumberOfAnyLength) {
+  // Number of digits in front of a zero byte, a line end, a further text; beyond double precision it is no number.
+  for (const auto &[answer, is_newer] :
+       {std::pair(std::string(300, '9'), true), std::pair(std::string(400, '9'), false),
+        std::pair(std::string(10'000'000, '9'), false), std::pair(std::string(10'000'000, '0') + "9999", true),
+        std::pair(std::string("9999\r\n"), true)}) {
+    UpdateRig rig(answer);
+    rig.look();
+    EXPECT_EQ(rig.trace({"message"}).size(), is_newer ? 1U : 0U) << answer.size();
+    EXPECT_EQ(rig.end_status(), std::nullopt);
   }
 }
 

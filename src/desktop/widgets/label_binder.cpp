@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOptionFocusRect>
+#include <string_view>
 
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/colors.h"
@@ -12,6 +13,10 @@
 namespace borvane {
 
 namespace {
+
+/// A label shows no more of its text, which may come from a host and be of any length. That is more than a screen is
+/// wide, and Qt lays out whatever it is given, seen or not.
+constexpr std::size_t most_shown = 1'000;
 
 /// A label that only shows its text. The text may come from a page, so it is never taken as markup.
 class PlainLabel final : public QLabel {
@@ -95,7 +100,7 @@ class LabelBinder final : public Binder {
   }
 
   void ShowCaption() {
-    label_widget_.setText(ShownText(label_.Caption()));
+    label_widget_.setText(ShownText(std::string_view(label_.Caption()).substr(0, most_shown)));
     PlaceByText();
   }
 
