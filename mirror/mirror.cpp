@@ -79,7 +79,9 @@ void Mirror::ReadCatalogue() {
 void Mirror::AnswerTo(const Request &request, const QHostAddress &client, const Reply &reply) {
   if (Service::Serves(request.target) && KindOfHost(request.host).value_or(HostKind::Maker) == HostKind::Maker) {
     service_.Answer(request.method, request.target, client, [reply](const ServiceAnswer &answer) {
-      reply(answer.status == 200 ? Answer{.type = answer.type, .body = answer.body} : StatusPage(answer.status));
+      Answer page = answer.status == 200 ? Answer{.type = answer.type, .body = answer.body} : StatusPage(answer.status);
+      page.allow = "GET";
+      reply(page);
     });
     return;
   }

@@ -68,9 +68,9 @@ const char *Explanation(int status) {
 Answer StatusPage(int status) {
   const QByteArray title = QByteArray::number(status) + ' ' + Reason(status);
   return {.status = status,
-          .body = "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"windows-1252\"><title>" + title +
-                  "</title></head>\n<body><h1>" + title + "</h1>\n<p>" + Explanation(status) +
-                  "</p>\n<p><a href=\"/\">All pages</a></p></body></html>\n"};
+          .body = "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"windows-1252\"><title>" + title +
+                  "</title></head><body><h1>" + title + "</h1><p>" + Explanation(status) +
+                  "</p><p><a href=\"/\">All pages</a></p></body></html>"};
 }
 
 QByteArray WireText(const Answer &answer, bool with_body, Afterwards afterwards) {
@@ -82,7 +82,7 @@ QByteArray WireText(const Answer &answer, bool with_body, Afterwards afterwards)
   text += "\r\nContent-Security-Policy: default-src 'none'; style-src 'unsafe-inline'";
   text += "\r\nX-Content-Type-Options: nosniff\r\nCache-Control: no-cache";
   if (answer.status == 405)
-    text += "\r\nAllow: GET, HEAD";
+    text += "\r\nAllow: " + answer.allow;
   text += afterwards == Afterwards::Close ? "\r\nConnection: close" : "\r\nConnection: keep-alive";
   text += "\r\n\r\n";
   if (with_body)

@@ -9,9 +9,11 @@ struct Answer {
   int status = 200;
   QByteArray type = "text/html; charset=windows-1252";
   QByteArray body = {};
+  QByteArray allow = "GET, HEAD";  ///< with status 405: the methods that would do
 };
 
-/// A small page that says what `status` means, for every status but 200.
+/// A small page that says what `status` means, for every status but 200. It is one line without an end: whoever asked
+/// for lines finds none.
 Answer StatusPage(int status);
 
 /// Whether and how the connection goes on behind an answer.

@@ -1,5 +1,9 @@
 #include "service/service.h"
 
+#include <QTimer>
+#include <memory>
+#include <utility>
+
 #include "service/product_page.h"
 
 namespace borvane::mirror {
@@ -14,6 +18,9 @@ constexpr const char *html = "text/html; charset=windows-1252";
 /// How long a client counts as online after it was seen. A clock that was set back, or the one of another mirror at the
 /// same store, may have noted a time that is still to come.
 constexpr qint64 online_ms = 15 * 60'000;
+
+/// How long the page about Borvane waits for the number of users.
+constexpr int product_patience_ms = 500;
 
 QByteArray PathOf(const QByteArray &target) {
   const qsizetype mark = target.indexOf('?');
@@ -106,7 +113,17 @@ void Service::CountRun(const Query &query, const Reply &reply) {
   store_.Do(Access::Change, work, PlainText(reply));
 }
 
+/// Whether the monitors of others can read the record. One that they cannot would end their reading of all behind it.
+bool Service::IsReport(const QByteArray &record) const {
+  return !record.isEmpty() && record.size() <= settings_.limits.report &&
+         record.count('|') <= settings_.limits.separators;
+}
+
 void Service::TakeReport(const Query &query, const QHostAddress &client, const Reply &reply) {
+  if (!IsReport(query.Value("strout"))) {
+    reply({.status = 400});
+    return;
+  }
   const qint64 now = settings_.clock();
   if (!reports_.Admit(client, now)) {
     reply({.status = 429});
@@ -140,13 +157,18 @@ void Service::GiveReports(const Query &query, const Reply &reply) {
 }
 
 void Service::ShowProduct(const Reply &reply) {
-  // The page stands also when the store fails, without the number of users.
+  // The page stands also when the store fails or takes its time, without the number of users.
+  const auto show = [reply, version = settings_.newest_version,
+                     is_shown = std::make_shared<bool>(false)](const QByteArray &online) {
+    if (!std::exchange(*is_shown, true))
+      reply({.type = html, .body = ProductPage(version, online)});
+  };
+  QTimer::singleShot(product_patience_ms, &store_, [show] { show({}); });
   store_.Do(
       Access::Read, [now = settings_.clock()](Store &store) { return UsersOnline(store, now); },
-      [reply, version = settings_.newest_version](const std::optional<QByteArray> &online) {
+      [show](const std::optional<QByteArray> &online) {
         const QByteArray nobody = "0";  // a store that does not exist yet
-        const QByteArray users = online ? (online->isEmpty() ? nobody : *online) : QByteArray();
-        reply({.type = html, .body = ProductPage(version, users)});
+        show(online ? (online->isEmpty() ? nobody : *online) : QByteArray());
       });
 }
 

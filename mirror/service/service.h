@@ -23,10 +23,12 @@ struct ServiceAnswer {
 struct ServiceLimits {
   qsizetype reports_a_minute = 30;  ///< felt reports from one address
   qsizetype details_a_minute =
-      120;                 ///< details of felt reports from one address; two belong to a report, and may straggle
-  qsizetype map = 1'000;   ///< bytes of the name of a map
-  qsizetype macid = 64;    ///< bytes of the number of a client
-  qsizetype version = 64;  ///< bytes of the version that a client names
+      120;                   ///< details of felt reports from one address; two belong to a report, and may straggle
+  qsizetype report = 1'000;  ///< bytes of a felt report
+  int separators = 11;       ///< "|" in a felt report; the monitor reads no line with more
+  qsizetype map = 1'000;     ///< bytes of the name of a map
+  qsizetype macid = 64;      ///< bytes of the number of a client
+  qsizetype version = 64;    ///< bytes of the version that a client names
 };
 
 /// The maker's service: presence, the newest version, felt reports. Nothing in it is secret or signed; it tells nobody
@@ -61,6 +63,7 @@ class Service {
   void CountRun(const Query &query, const Reply &reply);
   void TakeReport(const Query &query, const QHostAddress &client, const Reply &reply);
   void TakeDetail(const Query &query, const QHostAddress &client, const Reply &reply);
+  bool IsReport(const QByteArray &record) const;
   void GiveReports(const Query &query, const Reply &reply);
   void ShowProduct(const Reply &reply);
 

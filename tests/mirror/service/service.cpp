@@ -105,8 +105,8 @@ TEST_F(ServiceTest, LosesWhatStandsBehindAnAmpersandInAReport) {
 }
 
 TEST_F(ServiceTest, TakesMissingKeysForEmptyOnes) {
-  EXPECT_EQ(service_.Ask("puta"), "ok");
-  EXPECT_EQ(service_.Ask("geta"), "\n");
+  EXPECT_EQ(service_.Ask("puta&strout=x"), "ok");
+  EXPECT_EQ(service_.Ask("geta"), "x\n");
   EXPECT_EQ(service_.Ask("setonline"), "ok");
   EXPECT_EQ(service_.Ask("add"), "ok");
   EXPECT_EQ(service_.Ask("whoson&macid=1"), "2");
@@ -138,6 +138,15 @@ TEST_F(ServiceTest, RefusesNamesLongerThanAnyMap) {
   EXPECT_EQ(service_.Ask("geta&map=" + QByteArray(1'000, 'm')), "x\n");
   for (const char *command : {"puta", "geta"})
     EXPECT_EQ(service_.Ask(command + QByteArray("&map=") + QByteArray(1'001, 'm') + "&strout=x"), "400") << command;
+}
+
+TEST_F(ServiceTest, RefusesReportsThatNoMonitorCouldRead) {
+  for (const QByteArray &record : {QByteArray(11, '|'), QByteArray(1'000, 'x'), QByteArray("|")})
+    EXPECT_EQ(service_.Ask("puta&map=A&strout=" + record), "ok") << record.constData();
+  for (const QByteArray &record : {QByteArray(12, '|'), QByteArray(1'001, 'x'), QByteArray()})
+    EXPECT_EQ(service_.Ask("puta&map=A&strout=" + record), "400") << record.constData();
+  EXPECT_EQ(service_.Ask("puta&map=A"), "400");
+  EXPECT_EQ(service_.Ask("geta&map=A").count('\n'), 3);
 }
 
 TEST_F(ServiceTest, RefusesNumbersAndVersionsLongerThanAnyClients) {

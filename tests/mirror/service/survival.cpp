@@ -128,6 +128,8 @@ class PostgreSQLTest : public testing::Test {
     EXPECT_EQ(GetFromMaker(mirror_.Port(), "/borvane/version.txt").value().body, "235");
     EXPECT_EQ(Get(mirror_.Port(), "/recenteqs/Maps/Los_Angeles.html").value().status, 200);
     EXPECT_LT(clock.elapsed(), 1'000);
+    EXPECT_EQ(GetFromMaker(mirror_.Port(), "/borvane/").value().status, 200);
+    EXPECT_LT(clock.elapsed(), 2'000);
   }
 
   PostgresqlServer &server_ = PostgresqlServer::Shared();

@@ -58,12 +58,12 @@ TEST_P(WireOnEveryDatabase, GivesReportsBackAsTheyCame) {
 }
 
 TEST_P(WireOnEveryDatabase, TakesATargetOfSixtyFourKibibytesAndNoMore) {
-  const QByteArray start = script + "?cmd=puta&map=A&strout=";
-  const QByteArray record(64 * 1024 - start.size(), 'x');
-  const QByteArray answer = Exchange(start + record + 'x');
+  const QByteArray start = script + "?cmd=puta&map=A&strout=felt&";
+  const QByteArray rest(64 * 1024 - start.size(), 'x');
+  const QByteArray answer = Exchange(start + rest + 'x');
   EXPECT_TRUE(answer.startsWith("414\n") && answer.contains('<')) << answer.constData();
-  EXPECT_EQ(Exchange(start + record), Plain("ok"));
-  EXPECT_EQ(Exchange(script + "?cmd=geta&map=A"), Plain(record + '\n'));
+  EXPECT_EQ(Exchange(start + rest), Plain("ok"));
+  EXPECT_EQ(Exchange(script + "?cmd=geta&map=A"), Plain("felt\n"));
 }
 
 TEST_P(WireOnEveryDatabase, AnswersRequestsOnOneConnectionInTheirOrder) {
@@ -99,7 +99,17 @@ TEST_F(WireTest, RefusesWithAPageThatTheMonitorTakesForAFailure) {
     EXPECT_EQ(response.status, status) << target;
     EXPECT_EQ(response.headers["content-type"], "text/html; charset=windows-1252");
     EXPECT_TRUE(response.body.contains('<')) << target;
+    EXPECT_FALSE(response.body.contains('\n')) << "a reader of report lines would find some";
   }
+}
+
+TEST_F(WireTest, TakesNoOtherMethodThanGet) {
+  Client client(mirror_.Port());
+  client.Send("HEAD " + script + "?cmd=puta&map=A&strout=x HTTP/1.1\r\n\r\n");
+  const Response response = client.Read(false).value();
+  EXPECT_EQ(response.status, 405);
+  EXPECT_EQ(response.headers["allow"], "GET");
+  EXPECT_EQ(Body(script + "?cmd=geta&map=A"), "");
 }
 
 TEST_F(WireTest, LetsOthersReportWhenOneReportsTooOften) {
