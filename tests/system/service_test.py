@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """The monitor and the maker's service, on a file and on a database server: what goes over the wire, and what the user sees of it."""
 import contextlib
+import os
+import shlex
 import signal
 import socket
 import unittest
+import unittest.mock
 
-from desk import wait_for
 from postgresql import Postgresql
 from relay import Relay
 from system_test import SystemTest
@@ -22,15 +24,25 @@ class Service(SystemTest):
         self.check_presence(self.enterContext(Postgresql("fsync=off")).address)
 
     def test_a_newer_version_is_told_of_once_the_refresh_is_on(self):
-        self.start_service(self.folder / "service.sqlite", "--newest-version", "2.10.0")
-        monitor = self.start_monitor()
-        monitor.watch_area(AREA)
-        question = self.desk.window(monitor.program, "^Software Update$")
-        self.desk.find(monitor.program, "A new version of Borvane is available.\nPress Ok to open Borvane website")
-        self.desk.activate(question)
+        opened = self.catch_browser()
+        monitor = self.start_with_a_newer_version()
         self.desk.press("Escape")
         self.wait_until("the users", lambda: any(b"cmd=whoson" in request for request in self.relay.requests))
         self.assertGreaterEqual(len(monitor.rows()), 10)
+        self.assertFalse(opened.exists())
+
+    def test_the_page_of_a_newer_version_opens_in_the_browser(self):
+        opened = self.catch_browser()
+        self.start_with_a_newer_version()
+        self.desk.press("Return")
+        self.wait_until("the browser", opened.exists)
+        self.assertEqual(f"http://{self.relay.address}/borvane/\n", opened.read_text())
+
+    def test_a_service_whose_store_fails_has_no_users(self):
+        self.start_service("/dev/null/service.sqlite")
+        monitor = self.start_monitor()
+        monitor.press_key("u")
+        self.wait_for_users(monitor, "Users Online: 0")
 
     def test_a_service_that_dies_and_comes_back_is_a_number_that_goes_and_comes(self):
         for name, use_store in (("file", lambda: contextlib.nullcontext(self.folder / "service.sqlite")),
@@ -81,6 +93,27 @@ class Service(SystemTest):
         self.wait_until("the end", lambda: monitor.program.poll() is not None)
         self.assertEqual(macid, monitor.settings()["MacID"])
         self.assertEqual(b"2", self.ask(f"cmd=whoson&macid={macid}&AppVersion= 235"))
+
+    def start_with_a_newer_version(self):
+        """A monitor that has just asked whether to open the newer version's page."""
+        self.start_service(self.folder / "service.sqlite", "--newest-version", "2.10.0")
+        monitor = self.start_monitor()
+        monitor.watch_area(AREA)
+        question = self.desk.window(monitor.program, "^Software Update$")
+        self.desk.find(monitor.program, "A new version of Borvane is available.\nPress Ok to open Borvane website")
+        self.desk.activate(question)
+        return monitor
+
+    def catch_browser(self):
+        """Puts a program in the browser's place; gives the file that will hold the address that it was started with."""
+        opened = self.folder / "opened"
+        browser = self.folder / "bin" / "xdg-open"
+        browser.parent.mkdir()
+        whole = shlex.quote(str(opened))
+        browser.write_text(f'#!/bin/sh\necho "$1" > {whole}.part && mv {whole}.part {whole}\n')
+        browser.chmod(0o755)
+        self.enterContext(unittest.mock.patch.dict(os.environ, PATH=f"{browser.parent}:{os.environ['PATH']}"))
+        return opened
 
     def start_service(self, store, *options):
         """Starts a mirror with that store and lets the monitor speak to its service through a relay, which writes down the requests."""
