@@ -72,6 +72,22 @@ TEST(Label, ShowsAndHides) {
   EXPECT_TRUE(label.isVisible());
 }
 
+TEST(Label, TakesUpTheTextOfItsHiddenTimeWhenItShows) {
+  ScreenRig rig;
+  sample->Label1.Width = 45;
+  sample->Label1.Visible = false;
+  sample->Show();
+  auto &label = rig.widget<QLabel>(*sample, "Label1");
+  for (const char *text : {"-", "+", "Users Online: 12"})
+    sample->Label1.Caption = text;
+  EXPECT_EQ(label.text(), "Depth") << "nobody sees it";
+
+  sample->Label1.Visible = true;
+
+  EXPECT_EQ(label.text(), "Users Online: 12");
+  EXPECT_GE(label.width(), label.sizeHint().width());
+}
+
 TEST(Label, IsPaleWhileItIsDisabled) {
   ScreenRig rig;
   sample->Show();

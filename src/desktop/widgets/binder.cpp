@@ -61,6 +61,7 @@ void Binder::PropertyChanged(const PropertyBase &property) {
     if (placing_ == Placing::ByTwips)
       Place();
   } else if (&property == &control_.Visible) {
+    Show(property);
     widget_.setVisible(control_.Visible());
   } else if (&property == &control_.Enabled) {
     widget_.setEnabled(control_.Enabled());

@@ -79,8 +79,11 @@ class LabelBinder final : public Binder {
 
  protected:
   void Show(const PropertyBase &property) override {
-    if (&property == &label_.Caption)
+    // The hidden heartbeat beats on: a text that nobody sees costs nothing until it comes into sight.
+    if (&property == &label_.Visible || (&property == &label_.Caption && label_.Visible()))
       ShowCaption();
+    else if (&property == &label_.Caption)
+      return;
     else if (&property == &label_.ForeColor)
       ShowColor();
     else
