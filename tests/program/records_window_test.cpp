@@ -58,6 +58,18 @@ TEST(RecordsForm, HidesAndDisablesByDesignWhatComesLater) {
   EXPECT_EQ(&frmRecords->Toolbar1.container(), &frmRecords->Frame4);
 }
 
+TEST(RecordsForm, HasItsLinksInTheLeftColumnAndItsValuesInTheUpperFrame) {
+  Rig rig;
+  for (const Label *link : {&frmRecords->Label5, &frmRecords->Label6, &frmRecords->Label7, &frmRecords->Label8})
+    EXPECT_EQ(&link->container(), &frmRecords->Frame4) << link->FullName();
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(&frmRecords->Label1(i).container(), &frmRecords->Frame1) << i;
+    EXPECT_EQ(&frmRecords->Label2(i).container(), &frmRecords->Frame1) << i;
+    EXPECT_EQ(frmRecords->Label2(i).Top(), frmRecords->Label1(i).Top()) << i;
+    EXPECT_GE(frmRecords->Label2(i).Left(), frmRecords->Label1(i).Left() + frmRecords->Label1(i).Width()) << i;
+  }
+}
+
 TEST(RecordsForm, NamesItsFourValues) {
   Rig rig;
   EXPECT_EQ(frmRecords->Label1(0).Caption(), "City:");
@@ -183,6 +195,14 @@ TEST(RecordsForm, LeavesTheStepsBehindARefusedSizeUndone) {
   EXPECT_EQ(frmRecords->ListView1.Height(), 5455) << "40 - 315 - 200 is refused";
 }
 
+TEST(RecordsForm, TakesASizeOfNothing) {
+  Rig rig;
+  rig.start();
+  rig.happen([] { frmRecords->SetSize(120 + 930 + 405, 300); });
+  EXPECT_EQ(frmRecords->Frame2.Width(), 0);
+  EXPECT_EQ(frmRecords->ListView1.Width(), 9290) << "0 - 180 - 220 is refused";
+}
+
 TEST(RecordsForm, ComesBackWithTheNextResize) {
   Rig rig;
   rig.start();
@@ -208,6 +228,15 @@ TEST(RecordsForm, IsHiddenByItsCloseBoxAndLivesOn) {
   Module1->RefreshCount = 700;
   rig.tick(frmRecords->Timer1);
   EXPECT_EQ(rig.fetches(), 1);
+}
+
+TEST(RecordsForm, ReadsThePageThatArrivesWhileItIsHidden) {
+  WatchingRig rig;
+  rig.during_request(los_angeles, [] { program().Unload(*frmRecords, UnloadMode::CloseBox); });
+  rig.press(frmRecords->Toolbar1, 1);
+  EXPECT_FALSE(frmRecords->IsShown());
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 1);
+  EXPECT_EQ(frmRecords->Caption(), "2.0 - Borvane - Last Events");
 }
 
 }  // namespace

@@ -295,6 +295,31 @@ TEST(ShortBarButton, PutsTheShortBarInPlaceOfTheWindow) {
   EXPECT_TRUE(frmRecords->Timer1.IsCounting());
 }
 
+TEST(BarButtons, SetTheModeBeforeTheBarLoads) {
+  WatchingRig rig;
+  rig.press(frmRecords->Toolbar1, refresh);
+  rig.screen().on_load = [&](FormBase &form) {
+    rig.note(std::string(form.name()) + " loads in mode " + std::to_string(Module1->BarMode));
+  };
+  rig.press(frmRecords->Toolbar1, 3);
+  rig.press(frmRecords->Toolbar1, 4);
+  EXPECT_EQ(rig.trace({"newTagFrm", "Form1"}), (Lines{"newTagFrm loads in mode 2", "Form1 loads in mode 1"}));
+}
+
+TEST(BarButtons, LeaveTheTimersOfTheHiddenWindowRunning) {
+  for (const int button : {3, 4}) {
+    WatchingRig rig;
+    rig.press(frmRecords->Toolbar1, refresh);
+    rig.press(frmRecords->Toolbar1, button);
+    EXPECT_FALSE(frmRecords->IsShown());
+    EXPECT_TRUE(frmRecords->Timer3.IsCounting());
+    Module1->RefreshCount = 700;
+    rig.clear_trace();
+    rig.tick(frmRecords->Timer1);
+    EXPECT_EQ(rig.fetches(), 1);
+  }
+}
+
 TEST(BarButtons, AreOutOfReachUntilTheFirstSwitchingOn) {
   WatchingRig rig;
   rig.press(frmRecords->Toolbar1, 3);

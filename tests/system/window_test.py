@@ -67,6 +67,20 @@ class RecordsWindow(SystemTest):
             self.assert_stays(size)
             self.assertEqual(width + size[0] - DESIGN_SIZE[0], self.list_width())
 
+    def test_comes_back_as_it_was_from_its_smallest_size_and_from_the_task_bar(self):
+        width = self.list_width()
+        self.desk.x("xdotool", "windowsize", self.monitor.window, "1", "1")
+        self.wait_until("the tiny window", lambda: self.size()[1] < 30)
+        self.desk.x("xdotool", "windowsize", self.monitor.window, *map(str, DESIGN_SIZE))
+        self.assert_stays(DESIGN_SIZE)
+        self.assertEqual(width, self.list_width())
+
+        self.desk.x("xdotool", "windowminimize", self.monitor.window)
+        self.wait_until("the window to go", lambda: self.monitor.window not in self.desk.windows(self.monitor.program).values())
+        self.desk.activate(self.monitor.window)
+        self.assert_stays(DESIGN_SIZE)
+        self.assertEqual(width, self.list_width())
+
     def test_letter_keys_are_at_their_places_whatever_the_user_writes_in(self):
         self.desk.x("setxkbmap", "ru")
         place_of_f, place_of_u = "41", "30"
