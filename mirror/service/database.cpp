@@ -1,10 +1,12 @@
 #include "service/database.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlRecord>
+#include <QThread>
 #include <QUuid>
 
 namespace borvane::mirror {
@@ -12,7 +14,10 @@ namespace borvane::mirror {
 namespace {
 
 /// How long a file may be locked by another program before it counts as a failure.
-constexpr const char *sqlite_options = "QSQLITE_BUSY_TIMEOUT=250";
+constexpr const char *sqlite_options = "QSQLITE_BUSY_TIMEOUT=1000";
+
+/// SQLite's number for a file that another program has locked.
+constexpr const char *sqlite_busy = "5";
 
 /// The server gives up on a statement, a dead line on the connection, each within some seconds. Tables stand in a
 /// schema of their own, so that the database may hold other things. A commit is on the disk when it is answered,
@@ -58,7 +63,8 @@ void Database::MakeFile() const {
   if (!had_folder)
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   QFile file(address_.file);
-  if (!file.open(QFile::WriteOnly | QFile::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+  // Another mirror may be making it at the same time.
+  if (!file.open(QFile::WriteOnly | QFile::NewOnly, QFile::ReadOwner | QFile::WriteOwner) && !Exists())
     throw StoreFailure("the file cannot be made: " + file.errorString());
 }
 
@@ -77,11 +83,19 @@ void Database::OpenConnection() {
   if (!connection_.open())
     throw StoreFailure(FirstLine(connection_.lastError()));
   if (address_.IsFile()) {
-    // A commit is one write to the log beside the file, and on the disk when it is answered.
-    Row("pragma journal_mode = wal");
+    UseLog();
+    // A commit is on the disk when it is answered.
     Run("pragma synchronous = full");
     Run("pragma foreign_keys = on");
   }
+}
+
+void Database::UseLog() {
+  QSqlQuery query(connection_);
+  // SQLite waits by itself for another program that has the file locked, but not for one that is at the same change.
+  for (const QDeadlineTimer patience(2'000); !query.exec("pragma journal_mode = wal"); QThread::msleep(5))
+    if (query.lastError().nativeErrorCode() != sqlite_busy || patience.hasExpired())
+      throw StoreFailure(FirstLine(query.lastError()));
 }
 
 void Database::Close() {
@@ -95,7 +109,13 @@ void Database::Close() {
   plain_.reset();
 }
 
-void Database::Begin() { Run(address_.IsFile() ? "begin immediate" : "begin"); }
+void Database::Begin() {
+  Run(address_.IsFile() ? "begin immediate" : "begin");
+  // One transaction after the other, as in a file. Else two would wait for each other's rows, and what one reads could
+  // be outdated by the other before it acts on it.
+  if (!address_.IsFile())
+    Run("select pg_advisory_xact_lock(hashtext('borvane'))");
+}
 
 void Database::Commit() {
   try {

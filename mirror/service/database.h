@@ -47,6 +47,7 @@ class Database {
   /// Ends the connection and takes back what a transaction has not ended.
   void Close();
 
+  /// Begins a transaction when there is no other one, of any program.
   void Begin();
   void Commit();
 
@@ -62,6 +63,7 @@ class Database {
  private:
   void MakeFile() const;
   void OpenConnection();
+  void UseLog();
   QSqlQuery &Execute(const QString &statement, const QVariantList &values);
   QSqlQuery &Prepared(const QString &statement);
 

@@ -46,13 +46,11 @@ void BringUpToDate(Database &database) {
   if (found == newest_schema)
     return;
 
+  // Another mirror may be at the same work; the later one finds it done.
+  database.Begin();
   const bool is_file = database.address().IsFile();
   if (!is_file && database.Row("select to_regnamespace('borvane') is null").at(0).toBool())
-    database.Run("create schema if not exists borvane");
-  database.Begin();
-  // Another mirror may be at the same work; the later one finds it done.
-  if (!is_file)
-    database.Run("select pg_advisory_xact_lock(hashtext('borvane'))");
+    database.Run("create schema borvane");
   const int locked = SchemaVersion(database);
   RequireKnown(locked);
   for (int version = locked + 1; version <= newest_schema; ++version) {
