@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QPointer>
 #include <QTimer>
 #include <QTreeView>
@@ -92,6 +93,24 @@ TEST_F(FetchOnScreen, WindowLivesWhileThePageIsAwaited) {
   EXPECT_EQ(list().model()->rowCount(), 3);
   EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
   EXPECT_TRUE(window().windowTitle().startsWith("1.6"));
+}
+
+TEST_F(FetchOnScreen, SecondClickReleasesTheSwitchAndTheClockRunsAllTheSame) {
+  auto &button = rig.widget<QAbstractButton>(*frmRecords, "refresh");
+  when_waiting(1, [&] {
+    EXPECT_TRUE(button.isChecked());
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_FALSE(button.isChecked());
+    EXPECT_FALSE(frmRecords->Timer1.Enabled());
+    answer(0, PageOf(2));
+  });
+  QTest::mouseClick(&button, Qt::LeftButton);
+  Settle();
+
+  EXPECT_EQ(list().model()->rowCount(), 2);
+  EXPECT_FALSE(button.isChecked());
+  EXPECT_TRUE(frmRecords->Timer1.Enabled());
+  EXPECT_EQ(frmRecords->StatusBar1.Panels(3).Text(), "Auto Refresh On");
 }
 
 TEST_F(FetchOnScreen, LaterRequestTakesTheClientOver) {
