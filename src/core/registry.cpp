@@ -16,7 +16,7 @@ std::string QueryRegValueEx(Hive hive, std::string_view key, std::string_view na
     if (const auto *text = std::get_if<std::string>(&*value))
       return *text;
     if (const auto *number = std::get_if<std::uint32_t>(&*value))
-      return IntegerText(static_cast<std::int32_t>(*number));
+      return IntegerText(*number);
     return {};
   } catch (const RuntimeError &) {
     return {};

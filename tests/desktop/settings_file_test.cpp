@@ -3,9 +3,14 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
+
+#include "desktop/windows_1252.h"
 
 namespace borvane {
 namespace {
@@ -31,6 +36,102 @@ TEST(IsWholeSettingsFile, SeesLinesThatAreNoValues) {
   EXPECT_FALSE(IsWholeSettingsFile("\xEF\xBB\xBF[General]\nArea=x\n"));
 }
 
+/// The text that stands for the raw one, or what there is in its place.
+std::string TextOf(const QByteArray &raw) {
+  const StoredValue value = ValueOf(raw);
+  if (const auto *text = std::get_if<std::string>(&value))
+    return *text;
+  const auto *number = std::get_if<std::uint32_t>(&value);
+  return number == nullptr ? "no text" : "the number " + std::to_string(*number);
+}
+
+TEST(ValueOf, ReadsWhatStandsThere) {
+  EXPECT_EQ(TextOf(""), "");
+  EXPECT_EQ(TextOf("Los Angeles"), "Los Angeles");
+  EXPECT_EQ(TextOf(R"(" a; b, c=d ")"), " a; b, c=d ");
+  EXPECT_EQ(TextOf("Z\xc3\xbcrich"), "Z\xFCrich");
+  EXPECT_EQ(TextOf("100 %"), "100 %");
+}
+
+TEST(ValueOf, ReadsTheCommaThatSomebodyHasWrittenInByHand) {
+  EXPECT_EQ(TextOf("El Centro, CA"), "El Centro, CA");
+  EXPECT_EQ(TextOf("4,5"), "4,5");
+  EXPECT_EQ(TextOf(R"("One", Two)"), "One, Two");
+}
+
+TEST(ValueOf, ReadsEscapes) {
+  EXPECT_EQ(TextOf(R"(\a\b\f\n\r\t\v\"\?\'\\)"), "\a\b\f\n\r\t\v\"?'\\");
+  EXPECT_EQ(TextOf(R"(\x41\x1z\101\0)"), std::string("A\1zA\0", 5));
+  EXPECT_EQ(TextOf("one,\\\n two"), "one, two");
+  EXPECT_EQ(TextOf(R"(a\qb\)"), "ab");
+}
+
+TEST(ValueOf, TellsNumbersAndOtherValuesFromTexts) {
+  EXPECT_EQ(TextOf(R"(@Variant(\0\0\0\x2\0\0\0*))"), "the number 42");
+  EXPECT_EQ(TextOf(R"(@Variant(\0\0\0\x3\xee\x6b\x28\0))"), "the number 4000000000");
+  EXPECT_EQ(TextOf(R"(@Variant(\0\0\0\x1\x1))"), "no text");
+  EXPECT_EQ(TextOf("@Variant()"), "no text");
+  EXPECT_EQ(TextOf("@Invalid()"), "no text");
+  EXPECT_EQ(TextOf(R"(@String(a\0b))"), std::string("a\0b", 3));
+  EXPECT_EQ(TextOf("@@Invalid()"), "@Invalid()");
+  EXPECT_EQ(TextOf("@Other(1)"), "@Other(1)");
+}
+
+/// The text that Qt's own reader finds in a file with that raw text.
+QString TextForQt(const QByteArray &raw) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath("x.ini"));
+  EXPECT_TRUE(file.open(QFile::WriteOnly));
+  file.write("[General]\nx=" + raw + "\n");
+  file.close();
+  return QSettings(file.fileName(), QSettings::IniFormat).value("x").toString();
+}
+
+/// What Qt's own writer puts down for the text.
+QByteArray RawForQt(const QString &text) {
+  const QTemporaryDir folder;
+  const QString name = folder.filePath("x.ini");
+  QSettings(name, QSettings::IniFormat).setValue("x", text);
+  return ReadSections(*ContentOfFile(name))["General"]["x"];
+}
+
+TEST(RawText, IsOneThatQtWritesAndReads) {
+  std::vector<QString> texts = {"",           " ",   "a",   " a",  "a ", "@",  "@@",
+                                "@Invalid()", "a,b", "a;b", "a=b", "\"", "\\", "[x]"};
+  for (ushort first = 0; first < 256; ++first) {
+    for (const char *behind : {"", "1", "g", "f \n"})
+      texts.push_back(QChar(first) + QString(behind));
+  }
+  for (const QString &text : texts) {
+    const QByteArray raw = RawText(text);
+    EXPECT_EQ(raw, RawForQt(text));
+    EXPECT_EQ(TextForQt(raw), text) << raw.toStdString();
+    EXPECT_EQ(TextOf(raw), ProgramText(text)) << raw.toStdString();
+  }
+}
+
+TEST(ReadSections, TakesAllValuesThatCanBeRead) {
+  const SettingsSections general = {{"General", {{"a", "1"}, {"b", "2"}}}};
+  EXPECT_EQ(ReadSections("[General]\na=1\nb=2\n"), general);
+  EXPECT_EQ(ReadSections("a = 1 \n\n;a=3\n[GENERAL]\r\nb=2\r\n"), general);
+  EXPECT_EQ(ReadSections("a=0\na=1\ngarbage\n=x\n[broken\nb=2"), general);
+  EXPECT_EQ(ReadSections("a=1\n[Hosts]\na=2\n"),
+            (SettingsSections{{"General", {{"a", "1"}}}, {"Hosts", {{"a", "2"}}}}));
+  EXPECT_EQ(ReadSections(""), SettingsSections());
+}
+
+TEST(ReadSections, LosesOneLineToAQuoteThatIsNeverClosed) {
+  const SettingsSections sections = ReadSections("a=1\nb=\"x\nc=3\nd=\"one\ntwo\"\n");
+  EXPECT_EQ(sections.at("General").at("a"), "1");
+  EXPECT_EQ(ReadSections("b=\"x\nc=3\n").at("General").at("c"), "3");
+}
+
+TEST(WriteSections, IsReadAgainAsItWas) {
+  const SettingsSections sections = {{"General", {{"a", "1"}, {"b", "\" 2\""}}}, {"Hosts", {{"a", ""}}}};
+  EXPECT_EQ(WriteSections(sections), "[General]\na=1\nb=\" 2\"\n\n[Hosts]\na=\n");
+  EXPECT_EQ(ReadSections(WriteSections(sections)), sections);
+}
+
 class KeepDamagedFile : public testing::Test {
  protected:
   QString file() const { return folder_.filePath("Borvane.conf"); }
@@ -40,6 +141,8 @@ class KeepDamagedFile : public testing::Test {
     ASSERT_TRUE(out.open(QFile::WriteOnly));
     out.write(content);
   }
+
+  void KeepAside() const { EXPECT_TRUE(KeepDamagedFileAside(file(), *ContentOfFile(file()))); }
 
   QByteArray content(const QString &name) const {
     QFile in(folder_.filePath(name));
@@ -54,14 +157,14 @@ class KeepDamagedFile : public testing::Test {
 
 TEST_F(KeepDamagedFile, LeavesAWholeFileAlone) {
   Write("Area=x\n");
-  KeepDamagedFileAside(file());
+  KeepAside();
 
   EXPECT_EQ(files(), QStringList({"Borvane.conf"}));
 }
 
 TEST_F(KeepDamagedFile, KeepsADamagedOneUnderAnotherName) {
   Write("Area=x\ngarbage\n");
-  KeepDamagedFileAside(file());
+  KeepAside();
 
   EXPECT_EQ(content("Borvane.conf.damaged-1"), "Area=x\ngarbage\n");
   EXPECT_EQ(content("Borvane.conf"), "Area=x\ngarbage\n");
@@ -69,19 +172,19 @@ TEST_F(KeepDamagedFile, KeepsADamagedOneUnderAnotherName) {
 
 TEST_F(KeepDamagedFile, KeepsTheSameDamageOnce) {
   Write("garbage\n");
-  KeepDamagedFileAside(file());
-  KeepDamagedFileAside(file());
+  KeepAside();
+  KeepAside();
   EXPECT_EQ(files().size(), 2);
 
   Write("other garbage\n");
-  KeepDamagedFileAside(file());
+  KeepAside();
 
   EXPECT_EQ(files(), QStringList({"Borvane.conf", "Borvane.conf.damaged-1", "Borvane.conf.damaged-2"}));
   EXPECT_EQ(content("Borvane.conf.damaged-2"), "other garbage\n");
 }
 
 TEST_F(KeepDamagedFile, DoesNothingWithoutAFile) {
-  KeepDamagedFileAside(file());
+  KeepAside();
 
   EXPECT_EQ(files(), QStringList());
 }

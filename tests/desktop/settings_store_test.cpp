@@ -9,7 +9,6 @@
 #include <QLockFile>
 #include <QProcess>
 #include <QSysInfo>
-#include <QTemporaryDir>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,49 +17,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "core/registry.h"
+#include "desktop/settings_on_disk.h"
 
 namespace borvane {
 namespace {
 
-constexpr Hive hive = Hive::CurrentUser;
 constexpr std::string_view hosts_key = R"(Software\Nalvorin\Borvane\Hosts)";
-
-/// Each test has a folder of its own for the settings.
-class SettingsStoreOnDisk : public testing::Test {
- protected:
-  SettingsStoreOnDisk() { UseFolder(folder_.path()); }
-
-  static void UseFolder(const QString &folder) {
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder);
-  }
-
-  QString folder() const { return folder_.path() + "/Nalvorin"; }
-  QString file() const { return folder() + "/Borvane.conf"; }
-
-  void WriteFile(const QByteArray &content, const QString &name = "Borvane.conf") const {
-    QDir().mkpath(folder());
-    QFile out(folder() + "/" + name);
-    ASSERT_TRUE(out.open(QFile::WriteOnly));
-    out.write(content);
-  }
-
-  QByteArray ReadFile(const QString &name = "Borvane.conf") const {
-    QFile in(folder() + "/" + name);
-    return in.open(QFile::ReadOnly) ? in.readAll() : QByteArray("missing");
-  }
-
-  static std::string Text(QtSettingsStore &store, std::string_view name, std::string_view key = program_key) {
-    const std::optional<StoredValue> value = store.Read(hive, key, name);
-    if (!value)
-      return "missing";
-    const auto *text = std::get_if<std::string>(&*value);
-    return text == nullptr ? "no text" : *text;
-  }
-
- private:
-  QTemporaryDir folder_;
-};
 
 TEST_F(SettingsStoreOnDisk, KeepsTextsUnderTheProgramsKey) {
   QtSettingsStore store;
@@ -104,13 +66,36 @@ TEST_F(SettingsStoreOnDisk, GivesEveryByteBack) {
 }
 
 TEST_F(SettingsStoreOnDisk, TellsNumbersAndOtherValuesFromTexts) {
-  WriteFile("[General]\nNumber=@Variant(\\0\\0\\0\\x2\\0\\0\\0*)\nList=a, b\nNothing=@Invalid()\nText=42\n");
+  WriteFile(
+      "[General]\nNumber=@Variant(\\0\\0\\0\\x2\\0\\0\\0*)\nLarge=@Variant(\\0\\0\\0\\x3\\xee\\x6b\\x28\\0)\n"
+      "Yes=@Variant(\\0\\0\\0\\x1\\x1)\nNothing=@Invalid()\nText=42\n");
   QtSettingsStore store;
 
   EXPECT_EQ(std::get<std::uint32_t>(*store.Read(hive, program_key, "Number")), 42U);
-  EXPECT_TRUE(std::holds_alternative<OtherValue>(*store.Read(hive, program_key, "List")));
+  EXPECT_EQ(std::get<std::uint32_t>(*store.Read(hive, program_key, "Large")), 4'000'000'000U);
+  EXPECT_TRUE(std::holds_alternative<OtherValue>(*store.Read(hive, program_key, "Yes")));
   EXPECT_TRUE(std::holds_alternative<OtherValue>(*store.Read(hive, program_key, "Nothing")));
   EXPECT_EQ(Text(store, "Text"), "42");
+}
+
+TEST_F(SettingsStoreOnDisk, ReadsACommaThatSomebodyHasWrittenInByHand) {
+  WriteFile(
+      "[General]\nArea=El Centro, CA\nAlert=4,5\nLogCity=a ,  b , \nMySchool=\"One\", Two\nBarTop=\\x41, b\n"
+      "[Hosts]\nSouthern=a,b\nArea=c,d\n");
+  QtSettingsStore store;
+
+  EXPECT_EQ(Text(store, "Area"), "El Centro, CA");
+  EXPECT_EQ(Text(store, "Alert"), "4,5");
+  EXPECT_EQ(Text(store, "LogCity"), "a ,  b ,");
+  EXPECT_EQ(Text(store, "MySchool"), "One, Two");
+  EXPECT_EQ(Text(store, "BarTop"), "A, b");
+  EXPECT_EQ(Text(store, "Southern", hosts_key), "a,b");
+
+  store.Write(hive, program_key, "Area", "El Centro, CA");
+  EXPECT_EQ(Text(store, "Area"), "El Centro, CA");
+  store.Write(hive, program_key, "Area", "Utah");
+  EXPECT_EQ(Text(store, "Area"), "Utah");
+  EXPECT_EQ(Text(store, "Alert"), "4,5");
 }
 
 TEST_F(SettingsStoreOnDisk, DoesNotWriteAnUnchangedValue) {
@@ -173,10 +158,9 @@ TEST_F(SettingsStoreOnDisk, KeepsAsideWhatIsDamagedWhileItRuns) {
 
 class LockOfSettings : public SettingsStoreOnDisk {
  protected:
-  /// How long a write takes while its lock files have that content, in milliseconds.
+  /// How long a write takes while the lock file has that content, in milliseconds.
   qint64 WriteTime(const QByteArray &content) {
     WriteFile(content, "Borvane.conf.lock");
-    WriteFile(content, "Borvane.conf.turn");
     QElapsedTimer time;
     time.start();
     QtSettingsStore().Write(hive, program_key, "Area", "Utah");
@@ -220,11 +204,7 @@ TEST_F(LockOfSettings, CostsNoWaitWhenItCannotBeRemoved) {
   store.Write(hive, program_key, "Area", "Utah");
 
   EXPECT_LT(time.elapsed(), no_wait);
-  EXPECT_EQ(ReadFile(), "missing");
-
-  QDir(folder() + "/Borvane.conf.lock").removeRecursively();
-  store.Write(hive, program_key, "Refresh", "60");
-  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\nRefresh=60\n");
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
 }
 
 TEST_F(SettingsStoreOnDisk, IsSilentWhenNothingCanBeWritten) {

@@ -37,6 +37,10 @@ TEST(ReadRegValue, GivesANumberAsDecimalText) {
   Rig rig;
   rig.store()["Refresh"] = std::uint32_t{60};
   EXPECT_EQ(Read("Refresh"), "60");
+  rig.store()["Refresh"] = std::uint32_t{2'147'483'648U};
+  EXPECT_EQ(Read("Refresh"), "2147483648") << "such a number has no sign";
+  rig.store()["Refresh"] = std::uint32_t{4'294'967'295U};
+  EXPECT_EQ(Read("Refresh"), "4294967295");
 }
 
 TEST(ReadRegValue, GivesAnEmptyTextForAValueOfAnotherType) {

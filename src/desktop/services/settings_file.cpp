@@ -2,22 +2,22 @@
 
 #include <QByteArrayView>
 #include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "desktop/services/folder.h"
 
 namespace borvane {
 
 namespace {
 
-bool ContentOf(const QString &name, QByteArray &content) {
-  QFile file(name);
-  if (!file.open(QFile::ReadOnly))
-    return false;
-  content = file.readAll();
-  return file.error() == QFile::NoError;
-}
+constexpr QByteArrayView general = "General";
 
 /// The length of the line at the start of `text`, without its line feed. A line feed within quotes or behind a
 /// backslash belongs to the line. -1 when the text ends before the line does.
 qsizetype LineLength(QByteArrayView text) {
+  if (text.startsWith(';'))
+    return text.indexOf('\n');
   bool is_quoted = false;
   for (qsizetype i = 0; i < text.size(); ++i) {
     if (text[i] == '\\')
@@ -30,9 +30,18 @@ qsizetype LineLength(QByteArrayView text) {
   return -1;
 }
 
+/// The same for a damaged file: a quote that is never closed ends with its line, the last line with the text.
+qsizetype ReadableLength(QByteArrayView text) {
+  const qsizetype length = LineLength(text);
+  if (length >= 0)
+    return length;
+  const qsizetype line_feed = text.indexOf('\n');
+  return line_feed < 0 ? text.size() : line_feed;
+}
+
 bool IsWholeLine(QByteArrayView line) {
   const QByteArrayView content = line.trimmed();
-  if (content.isEmpty())
+  if (content.isEmpty() || line.startsWith(';'))
     return true;
   if (content.startsWith('['))
     return content.endsWith(']');
@@ -44,30 +53,78 @@ bool IsWholeLine(QByteArrayView line) {
 bool IsWholeSettingsFile(const QByteArray &content) {
   QByteArrayView rest(content);
   while (!rest.isEmpty()) {
-    const bool is_remark = rest.startsWith(';');
-    const qsizetype length = is_remark ? rest.indexOf('\n') : LineLength(rest);
-    if (length < 0)
-      return false;
-    if (!is_remark && !IsWholeLine(rest.first(length)))
+    const qsizetype length = LineLength(rest);
+    if (length < 0 || !IsWholeLine(rest.first(length)))
       return false;
     rest = rest.sliced(length + 1);
   }
   return true;
 }
 
-void KeepDamagedFileAside(const QString &name) {
+SettingsSections ReadSections(const QByteArray &content) {
+  SettingsSections sections;
+  QByteArray section = general.toByteArray();
+  QByteArrayView rest(content);
+  while (!rest.isEmpty()) {
+    const qsizetype length = ReadableLength(rest);
+    const QByteArrayView line = rest.first(length).trimmed();
+    rest = rest.sliced(std::min(length + 1, rest.size()));
+    const qsizetype equals = line.indexOf('=');
+    if (line.startsWith('[') && line.endsWith(']')) {
+      section = line.sliced(1).chopped(1).trimmed().toByteArray();
+      if (general.compare(section, Qt::CaseInsensitive) == 0)
+        section = general.toByteArray();
+    } else if (equals > 0 && !line.startsWith(';')) {
+      const QByteArray name = line.first(equals).trimmed().toByteArray();
+      sections[section][name] = line.sliced(equals + 1).trimmed().toByteArray();
+    }
+  }
+  return sections;
+}
+
+QByteArray WriteSections(const SettingsSections &sections) {
   QByteArray content;
-  if (!ContentOf(name, content) || IsWholeSettingsFile(content))
-    return;
+  for (const auto &[section, values] : sections) {
+    content += (content.isEmpty() ? "[" : "\n[") + section + "]\n";
+    for (const auto &[name, raw] : values)
+      content += name + '=' + raw + '\n';
+  }
+  return content;
+}
+
+std::optional<QByteArray> ContentOfFile(const QString &name) {
+  QFile file(name);
+  if (!file.open(QFile::ReadOnly))
+    return file.exists() ? std::nullopt : std::optional(QByteArray());
+  // A read that fails at the end of the file leaves no error behind.
+  QByteArray content = file.readAll();
+  if (content.size() != file.size())
+    return {};
+  return content;
+}
+
+bool WriteFileThrough(const QString &name, const QByteArray &content, const QString &like) {
+  QSaveFile file(name);
+  if (!file.open(QFile::WriteOnly))
+    return false;
+  if (QFile::exists(like))
+    file.setPermissions(QFile::permissions(like));
+  // On a full disk the bytes fail to arrive here; the new name would still come about, with nothing behind it.
+  if (file.write(content) != content.size() || !file.flush() || !file.commit())
+    return false;
+  WriteThrough(QFileInfo(name).path());
+  return true;
+}
+
+bool KeepDamagedFileAside(const QString &name, const QByteArray &content) {
+  if (IsWholeSettingsFile(content))
+    return true;
   for (int number = 1;; ++number) {
     const QString copy = name + QStringLiteral(".damaged-%1").arg(number);
-    QByteArray kept;
-    if (ContentOf(copy, kept) && kept == content)
-      return;
-    if (!QFile::exists(copy)) {
-      QFile::copy(name, copy);
-      return;
-    }
+    if (!QFile::exists(copy))
+      return WriteFileThrough(copy, content, name);
+    if (ContentOfFile(copy) == content)
+      return true;
   }
 }
 

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QSettings>
 #include <QString>
 
 #include "platform/settings_store.h"
 
 namespace borvane {
 
-/// The program's settings in the user's own store: the registry on Windows, a file Nalvorin/Borvane.conf in the folder
-/// for configuration elsewhere. A changed value is on the disk when Write returns; an unchanged one is not written.
-/// Other running Borvanes share the store, value by value.
+/// The program's settings: a file Nalvorin/Borvane.conf in the user's folder for configuration. A changed value is on
+/// the disk when Write returns; an unchanged one is not written. Other running Borvanes share the store, value by
+/// value.
 class QtSettingsStore final : public SettingsStore {
  public:
   QtSettingsStore();
@@ -17,14 +16,11 @@ class QtSettingsStore final : public SettingsStore {
   std::optional<StoredValue> Read(Hive hive, std::string_view key, std::string_view name) override;
   void Write(Hive hive, std::string_view key, std::string_view name, std::string_view text) override;
 
-  /// The file that keeps the values.
-  QString FileName() const { return settings_.fileName(); }
+  /// The file that keeps the values; on Windows, their place in the registry.
+  const QString &FileName() const { return file_name_; }
 
  private:
-  /// Takes up what others have written, and writes what is still to be written.
-  void Synchronize();
-
-  QSettings settings_;
+  QString file_name_;
 };
 
 }  // namespace borvane
