@@ -1,5 +1,5 @@
 # The Debian packages that the commands `run` and `test` need, in one place. Both source this file.
-# shellcheck shell=bash disable=SC2034
+# shellcheck shell=bash disable=SC2016,SC2034
 
 # To build the two programs and their tests, to show a window, to keep what the maker's service is told.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libgtest-dev fonts-liberation
@@ -19,6 +19,26 @@ full_check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev)
 # To measure, with the peers that are measured beside.
 bench_packages=(libbenchmark-dev libxml2-dev libxcb1-dev libxcb-shm0-dev nginx-light wrk)
 
+# Run as root with the packages as arguments. Debian starts the servers that are among them, and again with the machine: a web
+# server on port 80, a database. Nobody asked for that by running our tests, so a policy forbids it while we install, where the
+# machine has none of its own, and what was not there before is not started with the machine. The tests start their own.
+install_quietly='
+  policy=/usr/sbin/policy-rc.d
+  if [ ! -e "$policy" ]; then
+    trap "rm -f $policy" EXIT
+    trap "exit 130" HUP INT TERM
+    printf "#!/bin/sh\nexit 101\n" >"$policy"
+    chmod 755 "$policy"
+  fi
+  new=
+  for server in nginx postgresql; do
+    [ -e "/lib/systemd/system/$server.service" ] || new="$new $server"
+  done
+  apt-get -qq update && apt-get -qq -o Dpkg::Use-Pty=0 install --yes --no-install-recommends "$@" || exit
+  for server in $new; do
+    if [ -e "/lib/systemd/system/$server.service" ]; then systemctl --quiet disable "$server" || true; fi
+  done'
+
 # require_packages PACKAGE...: installs those that are missing. Where that cannot be done, lists them and ends with status 2.
 require_packages() {
   local package missing=()
@@ -31,8 +51,7 @@ require_packages() {
   if [ "$(id -u)" -ne 0 ]; then as_root=(sudo "${as_root[@]}"); fi
   if command -v apt-get >/dev/null && { [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null; }; then
     echo "Installing ${#missing[@]} missing packages: ${missing[*]}"
-    "${as_root[@]}" apt-get -qq update &&
-      "${as_root[@]}" apt-get -qq -o Dpkg::Use-Pty=0 install --yes --no-install-recommends "${missing[@]}" && return
+    "${as_root[@]}" sh -c "$install_quietly" sh "${missing[@]}" && return
   fi
   echo "These Debian packages are missing and could not be installed from here: ${missing[*]}" >&2
   exit 2

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <string>
@@ -39,6 +40,10 @@ int main(int argc, char *argv[]) {
   if (argc == 5 && std::string_view(argv[1]) == "--write-settings")
     return WriteSettings(argv[2], argv[3], std::stoi(argv[4]));
   borvane::SetAppearance();
+
+  // Nothing of a test stays behind, also when a program is killed that it has started.
+  const QTemporaryDir folder;
+  qputenv("TMPDIR", QFile::encodeName(folder.path()));
 
   // No test comes near the settings of whoever runs it.
   const QTemporaryDir settings;

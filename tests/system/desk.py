@@ -10,7 +10,9 @@ import re
 import select
 import shlex
 import signal
+import shutil
 import subprocess
+import tempfile
 import time
 from pathlib import Path
 
@@ -53,6 +55,8 @@ class Desk:
         self.home = self.folder / "home"
         self.size = size
         self.programs = []
+        # For the sockets of the programs, killed ones too. Their paths must be short.
+        self.passing = tempfile.mkdtemp(prefix="borvane-desk-")
 
     def __enter__(self):
         try:
@@ -65,6 +69,7 @@ class Desk:
     def __exit__(self, *_):
         for program in reversed(self.programs):
             self.end(program)
+        shutil.rmtree(self.passing, ignore_errors=True)
 
     @property
     def settings_file(self):
@@ -85,6 +90,7 @@ class Desk:
             XDG_CACHE_HOME=str(self.home / ".cache"),
             XDG_DATA_HOME=str(self.home / ".local/share"),
             XDG_RUNTIME_DIR=str(runtime),
+            TMPDIR=self.passing,
             FONTCONFIG_FILE=str(fonts),
             LC_ALL="C.UTF-8",
             TZ="UTC",
