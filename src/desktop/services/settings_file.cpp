@@ -96,9 +96,8 @@ std::optional<QByteArray> ContentOfFile(const QString &name) {
   QFile file(name);
   if (!file.open(QFile::ReadOnly))
     return file.exists() ? std::nullopt : std::optional(QByteArray());
-  // A read that fails at the end of the file leaves no error behind.
   QByteArray content = file.readAll();
-  if (content.size() != file.size())
+  if (file.error() != QFile::NoError)
     return {};
   return content;
 }
