@@ -7,7 +7,13 @@
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QThread>
+#include <QUrl>
 #include <QUuid>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace borvane::mirror {
 
@@ -19,11 +25,13 @@ constexpr const char *sqlite_options = "QSQLITE_BUSY_TIMEOUT=1000";
 /// SQLite's number for a file that another program has locked.
 constexpr const char *sqlite_busy = "5";
 
-/// The server gives up on a statement, a dead line on the connection, each within some seconds. Tables stand in a
+/// The server gives up on a statement, a dead line on the connection, each within some seconds. While an answer is
+/// waited for, only the keepalives notice that the server's host has gone. Tables stand in a
 /// schema of their own, so that the database may hold other things. A commit is on the disk when it is answered,
 /// whatever the server's settings say.
 constexpr const char *postgresql_options =
-    "connect_timeout=3;tcp_user_timeout=5000;application_name=borvane-mirror;"
+    "connect_timeout=3;tcp_user_timeout=5000;keepalives=1;keepalives_idle=3;keepalives_interval=1;keepalives_count=3;"
+    "application_name=borvane-mirror;"
     "options='-c statement_timeout=5000 -c lock_timeout=2000 -c idle_in_transaction_session_timeout=10000 "
     "-c synchronous_commit=on -c search_path=borvane -c client_min_messages=error'";
 
@@ -33,26 +41,48 @@ QString FirstLine(const QSqlError &error) {
   return text.isEmpty() ? error.driverText() : text.section('\n', 0, 0).simplified();
 }
 
+/// What file bears the name now; nothing, and the reason in errno, when none does.
+std::optional<FileIdentity> Identify(const StoreAddress &address) {
+  struct stat status = {};
+  if (!address.IsFile() || ::stat(QFile::encodeName(address.file).constData(), &status) != 0)
+    return std::nullopt;
+  return FileIdentity(status.st_dev, status.st_ino);
+}
+
 }  // namespace
 
 Database::Database(StoreAddress address)
     : address_(std::move(address)), name_(QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
 
-bool Database::Exists() const { return !address_.IsFile() || QFileInfo::exists(address_.file); }
+bool Database::Exists() const { return !address_.IsFile() || Identify(address_) || errno != ENOENT; }
+
+bool Database::IsWriteProtected() const {
+  const auto may_write = [](const QString &path) {
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+  };
+  return address_.IsFile() && !(may_write(address_.file) && may_write(QFileInfo(address_.file).path()));
+}
+
+bool Database::IsOpen() const { return connection_.isOpen() && file_ == Identify(address_); }
 
 void Database::Open() {
-  const QString driver = address_.IsFile() ? "QSQLITE" : "QPSQL";
-  if (!QSqlDatabase::isDriverAvailable(driver))
-    throw StoreFailure("Qt's driver " + driver + " is not installed");
-  if (address_.IsFile() && !Exists())
-    MakeFile();
-  connection_ = QSqlDatabase::addDatabase(driver, name_);
-  try {
-    OpenConnection();
-  } catch (const StoreFailure &) {
-    Close();
-    throw;
+  if (!address_.IsFile()) {
+    Connect(address_.database, postgresql_options);
+    return;
   }
+  if (!Exists())
+    MakeFile();
+  Connect(address_.file, sqlite_options);
+  // A commit is on the disk when it is answered.
+  Run("pragma synchronous = full");
+  Run("pragma foreign_keys = on");
+}
+
+void Database::OpenToRead() {
+  QUrl url = QUrl::fromLocalFile(QFileInfo(address_.file).absoluteFilePath());
+  // SQLite cannot do without making a log unless it is told that nobody writes.
+  url.setQuery(QFile::exists(address_.file + "-wal") ? "mode=ro" : "mode=ro&immutable=1");
+  Connect(url.toString(QUrl::FullyEncoded), "QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI");
 }
 
 void Database::MakeFile() const {
@@ -68,29 +98,27 @@ void Database::MakeFile() const {
     throw StoreFailure("the file cannot be made: " + file.errorString());
 }
 
-void Database::OpenConnection() {
-  if (address_.IsFile()) {
-    connection_.setDatabaseName(address_.file);
-    connection_.setConnectOptions(sqlite_options);
-  } else {
-    connection_.setHostName(address_.host);
-    connection_.setPort(address_.port);
-    connection_.setUserName(address_.user);
-    connection_.setPassword(address_.password);
-    connection_.setDatabaseName(address_.database);
-    connection_.setConnectOptions(postgresql_options);
-  }
+void Database::Connect(const QString &name, const QString &options) {
+  const QString driver = address_.IsFile() ? "QSQLITE" : "QPSQL";
+  if (!QSqlDatabase::isDriverAvailable(driver))
+    throw StoreFailure("Qt's driver " + driver + " is not installed");
+  file_ = Identify(address_);
+  connection_ = QSqlDatabase::addDatabase(driver, name_);
+  connection_.setHostName(address_.host);
+  connection_.setPort(address_.port);
+  connection_.setUserName(address_.user);
+  connection_.setPassword(address_.password);
+  connection_.setDatabaseName(name);
+  connection_.setConnectOptions(options);
   if (!connection_.open())
     throw StoreFailure(FirstLine(connection_.lastError()));
-  if (address_.IsFile()) {
-    UseLog();
-    // A commit is on the disk when it is answered.
-    Run("pragma synchronous = full");
-    Run("pragma foreign_keys = on");
-  }
+  if (!IsOpen())
+    throw StoreFailure("another file took its name at the same moment");
 }
 
 void Database::UseLog() {
+  if (!address_.IsFile())
+    return;
   QSqlQuery query(connection_);
   // SQLite waits by itself for another program that has the file locked, but not for one that is at the same change.
   for (const QDeadlineTimer patience(2'000); !query.exec("pragma journal_mode = wal"); QThread::msleep(5))
@@ -123,6 +151,8 @@ void Database::Commit() {
   } catch (const StoreFailure &failure) {
     throw StoreFailure(failure.what(), true);
   }
+  if (!IsOpen())
+    throw StoreFailure("its file was taken away");
 }
 
 void Database::Run(const QString &statement, const QVariantList &values) { Execute(statement, values).finish(); }

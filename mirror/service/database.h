@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "service/store_address.h"
 
@@ -26,6 +27,9 @@ class StoreFailure : public std::runtime_error {
   bool may_be_kept_;
 };
 
+/// A file's device and its number there: what it is, whatever its name.
+using FileIdentity = std::pair<quint64, quint64>;
+
 /// A connection to an SQL database. It belongs to the thread that opened it. Everything but Close throws StoreFailure.
 class Database {
  public:
@@ -36,19 +40,32 @@ class Database {
 
   const StoreAddress &address() const { return address_; }
 
-  /// Whether there is something to read: a PostgreSQL server always has, a file has to be there.
+  /// Whether there is something to read: a PostgreSQL server always has, a file has to be there. One that cannot be
+  /// looked for counts as there: opening it tells why not.
   bool Exists() const;
 
-  bool IsOpen() const { return connection_.isOpen(); }
+  /// Whether it is a file that this program may not change, or that it cannot keep a log beside.
+  bool IsWriteProtected() const;
 
-  /// Opens the connection; makes the file, for its owner alone, when there is none.
+  /// Whether the connection stands, to the file that has the name now.
+  bool IsOpen() const;
+
+  /// Opens the connection; makes the file, for its owner alone, when there is none. One that is there stays as it is.
   void Open();
+
+  /// Opens a file for reading alone. A file without a log may be changed by nobody as long as it is open.
+  void OpenToRead();
+
+  /// Makes a commit one write to a log beside the file. This changes the file.
+  void UseLog();
 
   /// Ends the connection and takes back what a transaction has not ended.
   void Close();
 
   /// Begins a transaction when there is no other one, of any program.
   void Begin();
+
+  /// Ends the transaction; what it changed is on the disk then, in the file that has the name.
   void Commit();
 
   /// Executes a statement; each "?" in it stands for a value.
@@ -62,14 +79,14 @@ class Database {
 
  private:
   void MakeFile() const;
-  void OpenConnection();
-  void UseLog();
+  void Connect(const QString &name, const QString &options);
   QSqlQuery &Execute(const QString &statement, const QVariantList &values);
   QSqlQuery &Prepared(const QString &statement);
 
   const StoreAddress address_;
   const QString name_;  ///< of the connection, among those of the process
   QSqlDatabase connection_;
+  std::optional<FileIdentity> file_;  ///< what the connection is to; nothing for PostgreSQL
   std::map<QString, QSqlQuery> prepared_;
   std::optional<QSqlQuery> plain_;  ///< the last statement without values
 };

@@ -2,15 +2,26 @@
 
 #include <QByteArrayList>
 #include <algorithm>
+#include <limits>
 
 #include "service/schema/migration.h"
 
 namespace borvane::mirror {
 
 void Store::Open() {
-  database_.Open();
   try {
+    database_.Open();
     BringUpToDate(database_);
+  } catch (const StoreFailure &) {
+    database_.Close();
+    throw;
+  }
+}
+
+void Store::OpenToRead() {
+  try {
+    database_.OpenToRead();
+    RequireUpToDate(database_);
   } catch (const StoreFailure &) {
     database_.Close();
     throw;
@@ -59,14 +70,22 @@ void Store::AddDetail(const QByteArray &map, const QByteArray *zip, const QByteA
 QByteArray Store::Reports(const QByteArray &map) {
   QByteArrayList records;
   qsizetype size = 0;
-  database_.ForEachRow("select record from report where map = (select id from map where name = ?) order by number desc",
-                       {map}, [&](QByteArray record) {
-                         size += record.size() + 1;
-                         if (size > limits_.answer)
-                           return false;
-                         records.append(std::move(record));
-                         return true;
-                       });
+  const auto take = [&](QByteArray record) {
+    size += record.size() + 1;
+    if (size > limits_.answer)
+      return false;
+    records.append(std::move(record));
+    return true;
+  };
+  // A server must be told where to stop, as it sends a result whole. In a file that would take several times as long.
+  if (database_.address().IsFile())
+    database_.ForEachRow(
+        "select record from report where map = (select id from map where name = ?) order by number desc", {map}, take);
+  else
+    database_.ForEachRow(
+        "select record from (select number, record, sum(length(record) + 1) over (order by number desc) as size from "
+        "report where map = (select id from map where name = ?)) as newest where size <= ? order by number desc",
+        {map, limits_.answer}, take);
   std::reverse(records.begin(), records.end());
   return records.isEmpty() ? QByteArray() : records.join('\n') + '\n';
 }
@@ -76,9 +95,9 @@ void Store::CountChange() {
     return;
   changes_until_check_ = limits_.changes_between_checks;
 
-  // The clients not seen since the last one that may stay was seen.
-  database_.Run("delete from client where seen < (select seen from client order by seen desc limit 1 offset ?)",
-                {limits_.clients - 1});
+  database_.Run(
+      "delete from client where macid in (select macid from client order by seen desc, macid desc limit ? offset ?)",
+      {std::numeric_limits<int>::max(), limits_.clients});
 
   // The maps that have no room behind those with later reports.
   database_.Run(

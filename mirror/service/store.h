@@ -28,8 +28,13 @@ class Store {
   /// Whether there is something to read: a store in a file begins with the first change.
   bool Exists() const { return database_.Exists(); }
 
+  bool IsWriteProtected() const { return database_.IsWriteProtected(); }
+
   /// Opens the store and brings its tables up to date.
   void Open();
+
+  /// Opens a store in a file that may not be changed, for a moment: others may be able to change it.
+  void OpenToRead();
   void Close() { database_.Close(); }
   void Begin() { database_.Begin(); }
   void Commit() { database_.Commit(); }

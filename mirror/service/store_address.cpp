@@ -1,5 +1,6 @@
 #include "service/store_address.h"
 
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -18,15 +19,16 @@ QString StoreAddress::Text() const {
 }
 
 std::optional<StoreAddress> ReadStoreAddress(const QString &text) {
-  if (!text.startsWith("postgresql:"))
-    return StoreAddress{.file = text};
+  static const QRegularExpression other_scheme("^[A-Za-z][A-Za-z0-9+.-]*://");
+  if (!text.startsWith("postgresql:") && !text.startsWith("postgres:"))
+    return other_scheme.match(text).hasMatch() ? std::nullopt : std::optional(StoreAddress{.file = text});
 
   const QUrl url(text, QUrl::StrictMode);
   StoreAddress address = {.host = url.host(),
+                          .port = url.port(),
                           .user = url.userName(QUrl::FullyDecoded),
                           .password = url.password(QUrl::FullyDecoded),
                           .database = url.path(QUrl::FullyDecoded).sliced(url.path().isEmpty() ? 0 : 1)};
-  address.port = url.port(address.port);
   if (!url.isValid() || address.host.isEmpty() || address.database.isEmpty() || url.hasQuery() || url.hasFragment())
     return std::nullopt;
   return address;

@@ -47,6 +47,7 @@ class StoreThread::Worker {
   void Read(const Job &job);
   void Change(const std::vector<Job> &jobs);
   QString Attempt(const std::function<void()> &work);
+  QString AttemptToRead(const std::function<void()> &work);
   void Pause();
   void Post(const Job &job, const std::optional<QByteArray> &result, const QString &failure);
 
@@ -111,7 +112,10 @@ std::vector<StoreThread::Worker::Job> StoreThread::Worker::NextJobs() {
 
 void StoreThread::Worker::Read(const Job &job) {
   QByteArray result;
-  const QString failure = store_.Exists() ? Attempt([&] { result = job.work(store_); }) : QString();
+  const auto read = [&] { result = job.work(store_); };
+  QString failure = store_.Exists() ? Attempt(read) : QString();
+  if (!failure.isEmpty() && store_.IsWriteProtected())
+    failure = AttemptToRead(read);
   Post(job, failure.isEmpty() ? std::optional(result) : std::nullopt, failure);
 }
 
@@ -133,7 +137,7 @@ QString StoreThread::Worker::Attempt(const std::function<void()> &work) {
   if (!next_attempt_.hasExpired())
     return failure_;
   for (bool is_first = true;; is_first = false) {
-    const bool was_open = store_.IsOpen() && store_.Exists();
+    const bool was_open = store_.IsOpen();
     try {
       if (!was_open) {
         store_.Close();
@@ -142,18 +146,32 @@ QString StoreThread::Worker::Attempt(const std::function<void()> &work) {
       }
       work();
       return {};
-    } catch (const StoreFailure &failure) {
+    } catch (const std::exception &exception) {
       const bool could_open = store_.IsOpen();
       store_.Close();
       // A server that was started anew is noticed only by the failure on the old connection.
-      if (is_first && was_open && !failure.MayBeKept())
+      const auto *failure = dynamic_cast<const StoreFailure *>(&exception);
+      if (is_first && was_open && failure != nullptr && !failure->MayBeKept())
         continue;
-      failure_ = QString::fromStdString(failure.what());
+      failure_ = QString::fromStdString(exception.what());
       if (!could_open)
         Pause();
       return failure_;
     }
   }
+}
+
+/// Works on a store that cannot be opened for changes.
+QString StoreThread::Worker::AttemptToRead(const std::function<void()> &work) {
+  QString failure;
+  try {
+    store_.OpenToRead();
+    work();
+  } catch (const std::exception &exception) {
+    failure = QString::fromStdString(exception.what());
+  }
+  store_.Close();
+  return failure;
 }
 
 void StoreThread::Worker::Pause() {

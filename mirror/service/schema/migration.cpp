@@ -10,7 +10,7 @@ namespace {
 int SchemaVersion(Database &database) {
   const bool is_file = database.address().IsFile();
   const QVariantList found = database.Row(
-      is_file ? "select count(*), count(case when name = 'version' then 1 end) from sqlite_master where type = 'table'"
+      is_file ? "select count(*), count(case when name = 'version' then 1 end) from sqlite_master"
               : "select count(*), count(case when table_name = 'version' then 1 end) from information_schema.tables "
                 "where table_schema = 'borvane'");
   if (found.at(0).toInt() == 0)
@@ -43,6 +43,8 @@ QStringList Statements(bool is_file, int version) {
 void BringUpToDate(Database &database) {
   const int found = SchemaVersion(database);
   RequireKnown(found);
+  // Not before it is known to be the service's own.
+  database.UseLog();
   if (found == newest_schema)
     return;
 
@@ -59,6 +61,13 @@ void BringUpToDate(Database &database) {
     database.Run("update version set number = ?", {version});
   }
   database.Commit();
+}
+
+void RequireUpToDate(Database &database) {
+  const int found = SchemaVersion(database);
+  RequireKnown(found);
+  if (found != newest_schema)
+    throw StoreFailure("an older borvane-mirror made it, and it cannot be brought up to date");
 }
 
 }  // namespace borvane::mirror

@@ -12,4 +12,7 @@ constexpr int newest_schema = 2;
 /// StoreFailure, tables of a newer version and a database that holds something else.
 void BringUpToDate(Database &database);
 
+/// Refuses, by a StoreFailure, anything but tables of the newest version.
+void RequireUpToDate(Database &database);
+
 }  // namespace borvane::mirror

@@ -1,5 +1,11 @@
 #include "service/store.h"
 
+#include <QFile>
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 #include "databases.h"
 
 namespace borvane::mirror {
@@ -160,6 +166,18 @@ TEST_P(StoreOnEveryDatabase, ForgetsTheClientsNotSeenForTheLongestTime) {
   EXPECT_EQ(store.ClientsSeen(20, 20), 0);
 }
 
+TEST_P(StoreOnEveryDatabase, ForgetsTheClientsThatOnlyRanFirst) {
+  Store store = Small({.clients = 3, .changes_between_checks = 1});
+  Change(store, [&] {
+    store.NoteClient("seen", "", 10);
+    for (int run = 0; run < 10; ++run)
+      store.CountRun(QByteArray::number(run));
+    store.NoteClient("seen later", "", 20);
+  });
+  EXPECT_EQ(store.ClientsSeen(1, 100), 2);
+  EXPECT_EQ(store.ClientsSeen(0, 0), 1);
+}
+
 TEST_P(StoreOnEveryDatabase, HoldsWhatWasCommittedWhenItIsOpenedAgain) {
   Store store(database_.Address());
   Change(store, [&] { store.AddReport("A", "kept", 1); });
@@ -169,6 +187,30 @@ TEST_P(StoreOnEveryDatabase, HoldsWhatWasCommittedWhenItIsOpenedAgain) {
   Store again(database_.Address());
   again.Open();
   EXPECT_EQ(again.Reports("A"), "kept\n");
+}
+
+/// The most memory that the work takes at a time, in bytes.
+qint64 MemoryOf(const std::function<void()> &work) {
+  const auto read = [](const QByteArray &name) {
+    QFile status("/proc/self/status");
+    EXPECT_TRUE(status.open(QFile::ReadOnly));
+    const QByteArray text = status.readAll();
+    return text.sliced(text.indexOf(name) + name.size()).trimmed().split(' ')[0].toLongLong() * 1'024;
+  };
+  QFile reset("/proc/self/clear_refs");
+  EXPECT_TRUE(reset.open(QFile::WriteOnly) && reset.write("5") == 1 && reset.flush());
+  const qint64 before = read("VmRSS:");
+  work();
+  return read("VmHWM:") - before;
+}
+
+TEST_P(StoreOnEveryDatabase, FetchesNoMoreThanItGives) {
+  Store store = Small({.answer = 100'000});
+  Change(store, [&] {
+    for (int i = 0; i < 600; ++i)
+      store.AddReport("A", QByteArray(60'000, 'x'), 1);
+  });
+  EXPECT_LT(MemoryOf([&] { EXPECT_EQ(store.Reports("A").size(), 60'001); }), 10'000'000);
 }
 
 TEST(Database, SaysThatChangesMayBeKeptWhenOnlyTheirEndFailed) {
@@ -196,6 +238,43 @@ TEST(DatabaseOnPostgreSQL, CommitsToTheDiskWhateverTheServerIsSetTo) {
   database.Open();
   EXPECT_EQ(database.Row("show synchronous_commit").at(0).toString(), "on");
   EXPECT_EQ(database.Row("show statement_timeout").at(0).toString(), "5s");
+}
+
+TEST(DatabaseOnPostgreSQL, TakesThePortThatThePostgresqlLibraryTakes) {
+  const EmptyDatabase empty(DatabaseKind::PostgreSQL);
+  StoreAddress address = empty.Address();
+  qputenv("PGPORT", QByteArray::number(address.port));
+  address.port = -1;
+  Database database(address);
+  EXPECT_NO_THROW(database.Open());
+  qunsetenv("PGPORT");
+}
+
+/// The number that an option of the connection to the port has, in this process.
+int SocketOption(int port, int level, int option) {
+  for (int descriptor = 0; descriptor < 1'024; ++descriptor) {
+    sockaddr_in peer = {};
+    socklen_t size = sizeof peer;
+    if (::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &size) != 0 || ntohs(peer.sin_port) != port)
+      continue;
+    int value = -1;
+    socklen_t value_size = sizeof value;
+    EXPECT_EQ(::getsockopt(descriptor, level, option, &value, &value_size), 0);
+    return value;
+  }
+  ADD_FAILURE() << "there is no such connection";
+  return -1;
+}
+
+TEST(DatabaseOnPostgreSQL, AsksTheServersHostWhetherItIsThereStill) {
+  const EmptyDatabase empty(DatabaseKind::PostgreSQL);
+  Database database(empty.Address());
+  database.Open();
+  const int port = empty.Address().port;
+  EXPECT_EQ(SocketOption(port, SOL_SOCKET, SO_KEEPALIVE), 1);
+  const int seconds = SocketOption(port, IPPROTO_TCP, TCP_KEEPIDLE) +
+                      SocketOption(port, IPPROTO_TCP, TCP_KEEPINTVL) * SocketOption(port, IPPROTO_TCP, TCP_KEEPCNT);
+  EXPECT_LE(seconds, 10) << "as long as a job may take";
 }
 
 }  // namespace

@@ -85,6 +85,16 @@ class FileFaults : public testing::Test {
     QFile file(address_.file);
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
   }
+  void Execute(const QStringList &statements) const {
+    Database database(address_);
+    database.Open();
+    for (const QString &statement : statements)
+      database.Run(statement);
+  }
+  void RemoveFile() const {
+    for (const char *end : {"", "-wal", "-shm"})
+      QFile::remove(address_.file + end);
+  }
   void WriteFile(const QByteArray &content) const {
     QFile file(address_.file);
     EXPECT_TRUE(file.open(QFile::WriteOnly));
@@ -100,6 +110,44 @@ TEST_F(FileFaults, LeavesAFileThatIsNoStoreAsItIs) {
   ASSERT_EQ(service.lines().size(), 1);
   EXPECT_TRUE(service.lines()[0].contains("not a database")) << service.lines()[0].toStdString();
   EXPECT_EQ(FileContent(), text);
+}
+
+TEST_F(FileFaults, LeavesADatabaseOfAnotherProgramAsItIs) {
+  Execute({"create table pupils (name text)", "pragma journal_mode = delete"});
+  const QByteArray content = FileContent();
+  ServiceUnderTest service(address_);
+  ExpectNothingWorks(service);
+  EXPECT_EQ(FileContent(), content);
+}
+
+TEST_F(FileFaults, LeavesAStoreOfANewerVersionAsItIs) {
+  EXPECT_EQ(ServiceUnderTest(address_).Ask("puta&map=A&strout=kept"), "ok");
+  Execute({"update version set number = number + 1", "pragma journal_mode = delete"});
+  const QByteArray content = FileContent();
+  ServiceUnderTest service(address_);
+  ExpectNothingWorks(service);
+  EXPECT_EQ(FileContent(), content);
+}
+
+TEST_F(FileFaults, KeepNothingInAFileThatWasTakenAway) {
+  ServiceUnderTest service(address_);
+  EXPECT_EQ(service.Ask("puta&map=A&strout=before"), "ok");
+  RemoveFile();
+  EXPECT_EQ(service.Ask("geta&map=A"), "");
+  EXPECT_EQ(service.Ask("puta&map=A&strout=after"), "ok");
+  EXPECT_EQ(ServiceUnderTest(address_).Ask("geta&map=A"), "after\n");
+}
+
+TEST_F(FileFaults, KeepNothingInAFileThatWasReplaced) {
+  ServiceUnderTest service(address_);
+  EXPECT_EQ(service.Ask("puta&map=A&strout=before"), "ok");
+  RemoveFile();
+  ServiceUnderTest other(address_);
+  EXPECT_EQ(other.Ask("puta&map=A&strout=from the other"), "ok");
+  EXPECT_EQ(service.Ask("geta&map=A"), "from the other\n");
+  EXPECT_EQ(service.Ask("puta&map=A&strout=after"), "ok");
+  EXPECT_EQ(other.Ask("geta&map=A"), "from the other\nafter\n");
+  EXPECT_EQ(service.lines() + other.lines(), QStringList());
 }
 
 TEST_F(FileFaults, SurvivesEachDamagedPage) {
@@ -150,8 +198,12 @@ class WithoutRights {
   WithoutRights &operator=(const WithoutRights &) = delete;
 };
 
+// For everyone. This user may be of the group that owns the file.
+constexpr auto readable = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+constexpr auto searchable = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+
 TEST_F(FileFaults, FailsInAFolderThatMayNotBeWritten) {
-  QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+  QFile::setPermissions(folder_.path(), readable | searchable);
   {
     const WithoutRights without_rights;
     ServiceUnderTest service(address_);
@@ -164,23 +216,49 @@ TEST_F(FileFaults, FailsInAFolderThatMayNotBeWritten) {
   QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-TEST_F(FileFaults, FailsOnAFileThatMayNotBeWritten) {
-  {
-    ServiceUnderTest service(address_);
-    EXPECT_EQ(service.Ask("puta&map=A&strout=before"), "ok");
-  }
-  const auto readable = QFile::ReadOwner | QFile::ReadOther;
+TEST_F(FileFaults, FailsInAFolderThatMayNotBeLookedInto) {
+  QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  const WithoutRights without_rights;
+  ServiceUnderTest service(address_);
+  EXPECT_EQ(service.Ask("geta&map=A"), "503") << "there may be something to be read";
+  EXPECT_EQ(service.Ask("puta&map=A&strout=x"), "503");
+  ASSERT_EQ(service.lines().size(), 1);
+  EXPECT_TRUE(service.lines()[0].contains("unable to open database file")) << service.lines()[0].toStdString();
+}
+
+TEST_F(FileFaults, ReadsAFileThatMayNotBeWritten) {
+  EXPECT_EQ(ServiceUnderTest(address_).Ask("puta&map=A&strout=before"), "ok");
   QFile::setPermissions(address_.file, readable);
-  QFile::setPermissions(folder_.path(), readable | QFile::ExeOwner | QFile::ExeOther);
+  QFile::setPermissions(folder_.path(), readable | searchable);
   const QByteArray content = FileContent();
   {
     const WithoutRights without_rights;
     ServiceUnderTest service(address_);
+    EXPECT_EQ(service.Ask("geta&map=A"), "before\n");
+    EXPECT_EQ(service.lines(), QStringList());
     EXPECT_EQ(service.Ask("puta&map=A&strout=x"), "503");
+    EXPECT_EQ(service.Ask("geta&map=A"), "before\n");
     EXPECT_EQ(service.lines().size(), 1);
   }
-  QFile::setPermissions(folder_.path(), readable | QFile::WriteOwner | QFile::ExeOwner | QFile::ExeOther);
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("service.sqlite"));
+  QFile::setPermissions(folder_.path(), readable | searchable | QFile::WriteOwner);
   EXPECT_EQ(FileContent(), content);
+}
+
+TEST_F(FileFaults, ReadsAFileThatOnlyAnotherMayWrite) {
+  ServiceUnderTest owner(address_);
+  EXPECT_EQ(owner.Ask("puta&map=A&strout=before"), "ok");
+  for (const QString &file : QDir(folder_.path()).entryList(QDir::Files))
+    QFile::setPermissions(folder_.filePath(file), readable | QFile::WriteOwner);
+  QFile::setPermissions(folder_.path(), readable | searchable | QFile::WriteOwner);
+  {
+    const WithoutRights without_rights;
+    ServiceUnderTest service(address_);
+    EXPECT_EQ(service.Ask("geta&map=A"), "before\n") << "which is in the log beside the file";
+    EXPECT_EQ(service.Ask("puta&map=A&strout=x"), "503");
+    EXPECT_EQ(service.Ask("geta&map=A"), "before\n");
+  }
+  EXPECT_EQ(owner.Ask("puta&map=A&strout=after"), "ok");
 }
 
 /// The real program with a disk that fails in the calls from number `from` to number `to`. `variable` tells more.

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QThread>
 #include <future>
@@ -120,6 +121,37 @@ TEST_F(StoreThreadTest, DoesNotRepeatWhatMayHaveBeenKept) {
                }),
             "failed");
   EXPECT_EQ(attempts, 1);
+}
+
+TEST_F(StoreThreadTest, RepeatsWhatWentToAFileThatWasTakenAway) {
+  Succeed();
+  int attempts = 0;
+  EXPECT_EQ(Do(Access::Change,
+               [&](Store &store) {
+                 store.AddReport("A", "x", 1);
+                 if (++attempts == 1)
+                   for (const char *end : {"", "-wal", "-shm"})
+                     QFile::remove(address_.file + end);
+                 return QByteArray("done");
+               }),
+            "done");
+  EXPECT_EQ(attempts, 2);
+  Store again(address_);
+  again.Open();
+  EXPECT_EQ(again.Reports("A"), "x\n");
+}
+
+TEST_F(StoreThreadTest, TakesAnyExceptionForAFailure) {
+  Succeed();
+  EXPECT_EQ(Do(Access::Change,
+               [](Store &store) -> QByteArray {
+                 store.AddReport("A", "x", 1);
+                 throw std::bad_alloc();
+               }),
+            "failed");
+  EXPECT_EQ(Do(Access::Read, [](Store &) -> QByteArray { throw std::length_error("no reason"); }), "failed");
+  EXPECT_EQ(lines_.size(), 1);
+  EXPECT_EQ(Do(Access::Read, [](Store &store) { return store.Reports("A") + '.'; }), ".");
 }
 
 TEST_F(StoreThreadTest, TellsWhenTheStoreFailsAndWhenItWorksAgain) {
