@@ -57,7 +57,7 @@ class Service(SystemTest):
                 mirror.wait()
                 self.wait_for_users(monitor, "Users Online:")
 
-                self.start_mirror("--store", store, port=self.mirror_port)
+                self.run_mirror("--store", store, port=self.mirror_port)
                 self.ask("cmd=setonline&macid=1000000&AppVersion=235")
                 self.wait_for_users(monitor, "Users Online: 2")
                 monitor.press_button("Quit")
@@ -117,7 +117,7 @@ class Service(SystemTest):
 
     def start_service(self, store, *options):
         """Starts a mirror with that store and lets the monitor speak to its service through a relay, which writes down the requests."""
-        self.mirror_port = self.start_mirror("--store", store, *options)
+        self.mirror_port = self.run_mirror("--store", store, *options)
         self.relay = self.enterContext(Relay(self.mirror_port))
         self.use_hosts(lambda name: self.relay.address if name == "Maker" else f"{name.lower()}.localhost:{self.mirror_port}")
         return self.desk.programs[-1]

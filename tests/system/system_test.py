@@ -38,14 +38,18 @@ class SystemTest(unittest.TestCase):
         self.use_hosts(lambda name: server.address)
         return server
 
-    def start_mirror(self, *options, port=0):
+    def start_mirror(self, *options):
+        """Starts a mirror with the bundled sample on a free port, for the monitor to use, and gives the port."""
+        port = self.run_mirror(*options)
+        self.use_hosts(lambda name: f"{name.lower()}.localhost:{port}")
+        return port
+
+    def run_mirror(self, *options, port=0):
         """Starts a mirror with the bundled sample, on a free port unless told otherwise, and gives the port."""
         mirror = self.desk.start(self.programs / "borvane-mirror", "--listen", f"127.0.0.1:{port}", *options)
         ready = "borvane-mirror listening on 127.0.0.1:"
         wait_for("the mirror", lambda: ready in self.desk.output_of(mirror))
-        port = self.desk.output_of(mirror).partition(ready)[2].split()[0]
-        self.use_hosts(lambda name: f"{name.lower()}.localhost:{port}")
-        return int(port)
+        return int(self.desk.output_of(mirror).partition(ready)[2].split()[0])
 
     def start_monitor(self):
         return Monitor(self.desk, self.programs / "borvane")

@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""A long run: as many refreshes as a week brings, with the mirror going and coming in between."""
+import signal
+import unittest
+from pathlib import Path
+
+from relay import Relay
+from system_test import SystemTest
+
+AREA = "Los Angeles"
+A_WEEK = 7 * 24 * 3600 // 490  # a refresh takes place every 490 s
+
+
+class Lasting(SystemTest):
+    def test_a_week_of_refreshes_leaves_nothing_behind(self):
+        port = self.run_mirror()
+        mirror = self.desk.programs[-1]
+        self.relay = self.enterContext(Relay(port))
+        self.use_hosts(lambda name: f"{name.lower()}.localhost:{self.relay.address.rpartition(':')[2]}")
+        monitor = self.start_monitor()
+        monitor.watch_area(AREA)
+        rows = monitor.wait_for_rows()
+        self.refresh(monitor, 100)
+        memory, files, threads = self.belongings(monitor)
+
+        for _ in range(3):
+            self.refresh(monitor, A_WEEK // 3)
+            mirror.send_signal(signal.SIGKILL)
+            mirror.wait()
+            monitor.press_key("r")
+            self.run_mirror(port=port)
+            mirror = self.desk.programs[-1]
+
+        self.refresh(monitor, 10)
+        self.assertEqual(rows, monitor.rows())
+        self.wait_until("the transfers' ends", lambda: self.belongings(monitor)[1:] == (files, threads))
+        few_kilobytes = 1000
+        self.assertLess(self.belongings(monitor)[0], memory + few_kilobytes)
+
+    def refresh(self, monitor, times):
+        enough = self.pages() + times
+        while (before := self.pages()) < enough:
+            self.desk.activate(monitor.window)
+            # A key may meet a refresh that is under way, which then asks for no page.
+            self.desk.press(*["r"] * 20)
+            self.wait_until("a page asked for", lambda: self.pages() > before)
+
+    def pages(self):
+        return sum(request.startswith(b"GET /recenteqs") for request in self.relay.requests)
+
+    @staticmethod
+    def belongings(monitor):
+        """The monitor's own memory in kB, its open files, its threads."""
+        process = Path("/proc") / str(monitor.program.pid)
+        status = dict(line.split(":", 1) for line in (process / "status").read_text().splitlines())
+        return int(status["RssAnon"].split()[0]), len(list((process / "fd").iterdir())), int(status["Threads"])
+
+
+if __name__ == "__main__":
+    unittest.main()
