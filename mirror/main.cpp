@@ -1,6 +1,7 @@
 #include <QCoreApplication>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 #include "mirror.h"
 
@@ -27,8 +28,13 @@ int main(int argc, char *argv[]) {
     std::puts("borvane-mirror " BORVANE_VERSION);
     return 0;
   }
-  Mirror mirror(line.options);
-  if (const std::optional<int> status = mirror.Start())
-    return *status;
-  return QCoreApplication::exec();
+  int status = 0;
+  {
+    Mirror mirror(line.options);
+    const std::optional<int> end = mirror.Start();
+    status = end ? *end : QCoreApplication::exec();
+  }
+  // A store that hangs leaves its thread behind. It may wake at any moment, and must not find Qt half taken down.
+  std::fflush(nullptr);
+  std::_Exit(status);
 }

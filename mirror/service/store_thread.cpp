@@ -138,16 +138,17 @@ QString StoreThread::Worker::Attempt(const std::function<void()> &work) {
     return failure_;
   for (bool is_first = true;; is_first = false) {
     const bool was_open = store_.IsOpen();
+    bool could_open = was_open;
     try {
       if (!was_open) {
         store_.Close();
         store_.Open();
+        could_open = true;
         pause_ms_ = 0;
       }
       work();
       return {};
     } catch (const std::exception &exception) {
-      const bool could_open = store_.IsOpen();
       store_.Close();
       // A server that was started anew is noticed only by the failure on the old connection.
       const auto *failure = dynamic_cast<const StoreFailure *>(&exception);

@@ -1,7 +1,7 @@
 // Lies between a program and the C library and lets the disk fail, for the files whose path holds BORVANE_FAULT_FILE:
 // the call number BORVANE_FAULT_FROM that would write, and all up to number BORVANE_FAULT_TO. A write finds no space,
 // what would bring it to the disk finds the device broken. With BORVANE_FAULT_ONLY_SYNC only the latter are counted.
-// Each fault is told on standard error.
+// Each fault is told on standard error, and so is an end of the program that takes its libraries down.
 
 #include <atomic>
 #include <cerrno>
@@ -46,6 +46,8 @@ template <typename Function>
 Function Real(const char *name) {
   return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
 }
+
+[[gnu::destructor]] void TellOfTheEnd() { std::fprintf(stderr, "taken down\n"); }
 
 }  // namespace
 

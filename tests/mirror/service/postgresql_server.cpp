@@ -112,6 +112,11 @@ void PostgresqlServer::Execute(const StoreAddress &database, const QString &sql)
   RunSql(database.database, QString("set role \"%1\";\nset search_path = borvane, public;\n").arg(database.user) + sql);
 }
 
+void PostgresqlServer::EndConnections(const StoreAddress &database) {
+  RunSql("postgres", QString("select pg_terminate_backend(pid, 5000) from pg_stat_activity where datname = '%1';")
+                         .arg(database.database));
+}
+
 void PostgresqlServer::RunSql(const QString &database, const QString &sql) {
   Run("psql",
       {"-q", "-v", "ON_ERROR_STOP=1", "-h", folder_.path(), "-p", QString::number(port_), "-U", "test", database},

@@ -30,6 +30,9 @@ class PostgresqlServer {
   void Freeze();
   void Thaw();
 
+  /// Ends all connections to the database.
+  void EndConnections(const StoreAddress &database);
+
   /// Executes SQL in the database, as its owner.
   void Execute(const StoreAddress &database, const QString &sql);
 

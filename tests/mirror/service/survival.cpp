@@ -1,14 +1,18 @@
 #include <QElapsedTimer>
+#include <QEventLoop>
+#include <QLocalSocket>
 #include <QSet>
 #include <QThread>
 #include <atomic>
 #include <mutex>
 #include <thread>
 
+#include "attendance.h"
 #include "databases.h"
 #include "maker_client.h"
 #include "mirror_process.h"
 #include "postgresql_server.h"
+#include "service/store_thread.h"
 
 // What becomes of reports when a process dies in the middle of them.
 
@@ -104,6 +108,67 @@ TEST_P(SurvivalOnEveryDatabase, OfAThousandReportsAtOnce) {
   EXPECT_EQ(mirror.Errors(), "");
 }
 
+/// A store whose connection the server ends in the middle of a transaction.
+class EndedConnection : public testing::Test {
+ protected:
+  EndedConnection() {
+    EXPECT_EQ(Change([](Store &) {}), "ok");
+  }
+
+  /// What comes of a change that is tried until it succeeds or counts as failed.
+  QByteArray Change(const std::function<void(Store &)> &work) {
+    QByteArray outcome;
+    QEventLoop loop;
+    thread_.Do(
+        Access::Change,
+        [work](Store &store) {
+          work(store);
+          return QByteArray("ok");
+        },
+        [&](const std::optional<QByteArray> &result) {
+          outcome = result.value_or("failed");
+          loop.quit();
+        });
+    loop.exec();
+    return outcome;
+  }
+  QByteArray Kept() const {
+    Store store(address_);
+    store.Open();
+    return store.Reports("A");
+  }
+
+  PostgresqlServer &server_ = PostgresqlServer::Shared();
+  const StoreAddress address_ = server_.MakeDatabase();
+  std::atomic<int> attempts_ = 0;
+  StoreThread thread_{address_, {}, [](const QString &) {}};
+};
+
+TEST_F(EndedConnection, OfPostgreSQLIsMadeAnewForWhatWasNotCommitted) {
+  EXPECT_EQ(Change([this](Store &store) {
+              store.AddReport("A", "one", 1);
+              if (++attempts_ == 1)
+                server_.EndConnections(address_);
+              store.AddReport("A", "two", 1);
+            }),
+            "ok");
+  EXPECT_EQ(attempts_, 2);
+  EXPECT_EQ(Kept(), "one\ntwo\n");
+}
+
+TEST_F(EndedConnection, OfPostgreSQLIsAFailureWhenTheEndOfTheTransactionMayHaveReachedTheServer) {
+  EXPECT_EQ(Change([this](Store &store) {
+              ++attempts_;
+              store.AddReport("A", "one", 1);
+              server_.EndConnections(address_);
+            }),
+            "failed");
+  EXPECT_EQ(attempts_, 1);
+  EXPECT_EQ(Kept(), "");
+  EXPECT_EQ(Change([](Store &store) { store.AddReport("A", "two", 1); }), "ok");
+  EXPECT_EQ(Kept(), "two\n");
+}
+
 /// A mirror on a PostgreSQL server that comes and goes.
 class PostgreSQLTest : public testing::Test {
  protected:
@@ -133,7 +198,8 @@ class PostgreSQLTest : public testing::Test {
   }
 
   PostgresqlServer &server_ = PostgresqlServer::Shared();
-  const QString store_ = CommandLineText(server_.MakeDatabase());
+  const StoreAddress address_ = server_.MakeDatabase();
+  const QString store_ = CommandLineText(address_);
   MirrorProcess mirror_{{"--store", store_}};
 };
 
@@ -211,6 +277,58 @@ TEST_F(PostgreSQLTest, IsSharedByTwoMirrors) {
   EXPECT_EQ(Ask("geta&map=A"), "from one\nfrom the other\n");
   EXPECT_EQ(Ask("whoson&macid=1&AppVersion= 235"), "1");
   EXPECT_EQ(AskMaker(other.Port(), "whoson&macid=2&AppVersion= 235").value().body, "2");
+}
+
+TEST_F(PostgreSQLTest, MayBeReadOnlyForAWhile) {
+  const auto let_write = [this](const char *off_or_on) {
+    const QString database =
+        QString("alter database \"%1\" set default_transaction_read_only = ").arg(address_.database);
+    server_.Execute(address_, "set default_transaction_read_only = off;\n" + database + off_or_on + ";\n");
+  };
+  EXPECT_EQ(Ask("puta&map=A&strout=before"), "ok");
+  let_write("on");
+  server_.EndConnections(address_);
+  EXPECT_TRUE(Ask("puta&map=A&strout=meanwhile").contains("503"));
+  EXPECT_EQ(Ask("geta&map=A"), "before\n");
+  ExpectPages();
+  EXPECT_TRUE(mirror_.TellsWithin("does not work: ERROR: cannot execute INSERT in a read-only transaction\n", 5'000))
+      << mirror_.Errors().constData();
+  let_write("off");
+  EXPECT_EQ(AskUntilItWorks("puta&map=A&strout=after"), "ok");
+  EXPECT_EQ(Ask("geta&map=A"), "before\nafter\n");
+}
+
+TEST_F(PostgreSQLTest, MayBeFullForAWhile) {
+  EXPECT_EQ(Ask("puta&map=A&strout=before"), "ok");
+  server_.Execute(address_,
+                  "create function fill() returns trigger language plpgsql as $$ begin raise exception using errcode = "
+                  "'disk_full', message = 'could not extend file'; end $$;\n"
+                  "create trigger full_disk before insert on report execute function fill();\n");
+  EXPECT_TRUE(Ask("puta&map=A&strout=meanwhile").contains("503"));
+  EXPECT_EQ(Ask("geta&map=A"), "before\n");
+  ExpectPages();
+  EXPECT_TRUE(mirror_.TellsWithin("could not extend file\n", 5'000)) << mirror_.Errors().constData();
+  server_.Execute(address_, "drop trigger full_disk on report;\n");
+  EXPECT_EQ(AskUntilItWorks("puta&map=A&strout=after"), "ok");
+  EXPECT_EQ(Ask("geta&map=A"), "before\nafter\n");
+}
+
+TEST_F(PostgreSQLTest, MayStandStillWhenTheMirrorEnds) {
+  // This library tells when the program takes down what its thread may still use.
+  MirrorProcess mirror({"--attended", "--store", store_},
+                       {.variables = {"LD_PRELOAD=" BORVANE_DISK_FAULTS, "ASAN_OPTIONS=verify_asan_link_order=0"}});
+  QLocalSocket monitor;
+  monitor.connectToServer(AttendanceSocketName(mirror.Port()));
+  EXPECT_TRUE(monitor.waitForConnected(2'000));
+  EXPECT_EQ(AskMaker(mirror.Port(), "puta&map=A&strout=before").value().body, "ok");
+  server_.Freeze();
+  Client waiting(mirror.Port());
+  waiting.Send("GET " + script + "?cmd=puta&map=A&strout=meanwhile HTTP/1.1\r\n\r\n");
+  QThread::msleep(200);
+  monitor.abort();
+  EXPECT_EQ(mirror.StatusWithin(8'000), 0);
+  server_.Thaw();
+  EXPECT_FALSE(mirror.TellsWithin("taken down\n", 100));
 }
 
 TEST_F(PostgreSQLTest, RefusesAWrongPassword) {
