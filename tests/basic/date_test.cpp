@@ -56,6 +56,18 @@ TEST(MakeDate, RaisesAnInvalidArgumentForWhatIsNoDate) {
         << parts.second;
 }
 
+TEST(Date, IsOrderedByTime) {
+  const Date earlier = {.seconds = -1};
+  const Date later = {.seconds = 1};
+  EXPECT_TRUE(earlier < later);
+  EXPECT_FALSE(later < earlier);
+  EXPECT_TRUE(later > earlier);
+  EXPECT_FALSE(earlier > earlier);
+  EXPECT_TRUE(earlier <= earlier);
+  EXPECT_TRUE(earlier == earlier);
+  EXPECT_FALSE(earlier == later);
+}
+
 TEST(PartsOf, RaisesAnInvalidArgumentOutsideTheYears) {
   const Date first = MakeDate({100, 1, 1, 0, 0, 0});
   const Date last = MakeDate({9999, 12, 31, 23, 59, 59});

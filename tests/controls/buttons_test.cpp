@@ -100,6 +100,19 @@ TEST(OptionButton, RaisesNoClickWhenItIsOnAlready) {
   EXPECT_EQ(clicks, 0);
 }
 
+TEST(OptionButton, RaisesNoClickForItsOtherProperties) {
+  Box box;
+  ControlArray<OptionButton, 2> options{box, "Option2", {{{.Value = true}, {}}}};
+  int clicks = 0;
+  options(0).Click = [&] { ++clicks; };
+  options(1).Value = true;
+  options(0).Value = true;
+  EXPECT_EQ(clicks, 1);
+  options(0).Caption = "Other";
+  options(0).Enabled = false;
+  EXPECT_EQ(clicks, 1);
+}
+
 TEST(OptionButton, HasSwitchedTheOthersOffWhenClickComes) {
   Box box;
   ControlArray<OptionButton, 2> options{box, "Option2", {{{.Value = true}, {}}}};

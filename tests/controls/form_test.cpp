@@ -134,6 +134,26 @@ TEST(FormBase, HasNoPlaceUntilItIsPut) {
   EXPECT_EQ(watcher.seen.size(), 1u);
 }
 
+TEST(FormBase, TakesOnePlaceAfterAnother) {
+  const Windows windows;
+  SizeWatcher watcher;
+  frmMap->Watch(&watcher);
+  frmMap->Top = 150;
+  frmMap->Top = 300;
+  EXPECT_EQ(frmMap->Top(), 300);
+  EXPECT_EQ(watcher.seen.size(), 2u);
+}
+
+TEST(FormBase, TakesNoNoticeOfKeysAndMouseUnlessItIsWrittenTo) {
+  Windows windows;
+  SizeWatcher watcher;
+  frmMap->Watch(&watcher);
+  frmMap->Form_KeyUp(27, 0);
+  frmMap->Form_MouseMove({.button = 0, .shift = 0, .x = 10, .y = 10});
+  EXPECT_TRUE(watcher.seen.empty());
+  EXPECT_EQ(windows.host.seen, Lines{"load frmMap"});
+}
+
 TEST(FormBase, TakesThePlaceWhereTheUserMovesIt) {
   const Windows windows;
   SizeWatcher watcher;
@@ -157,6 +177,7 @@ TEST(FormBase, IsNotResizedByOtherProperties) {
 TEST(FormBase, IsStillResizedAfterASizeThatWasRefused) {
   const Windows windows;
   EXPECT_THROW(frmMap->SetSize(4000, -1), RuntimeError);
+  EXPECT_THROW(frmMap->SetSize(-1, 3000), RuntimeError);
   EXPECT_EQ(frmMap->Width(), 3120);
   EXPECT_EQ(frmMap->Height(), 2405);
   EXPECT_TRUE(frmMap->resizes.empty());

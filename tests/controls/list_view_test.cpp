@@ -60,6 +60,7 @@ TEST(ListRows, RaisesASubscriptFailureForARowThatIsNotThere) {
   events.list.ListItems.Add({"2.0", {}});
   EXPECT_THROW(events.list.ListItems(0), RuntimeError);
   EXPECT_THROW(events.list.ListItems(2), RuntimeError);
+  EXPECT_THROW(events.list.ListItems.SetText(0, "x"), RuntimeError);
   EXPECT_THROW(events.list.ListItems.SetText(2, "x"), RuntimeError);
   EXPECT_THROW(events.list.ListItems.SetSubItem(2, 1, "x"), RuntimeError);
   EXPECT_THROW(events.list.ListItems.SetSubItem(1, 0, "x"), RuntimeError);

@@ -109,6 +109,14 @@ TEST(ComboBox, ForgetsThePickedPositionWhenAnotherTextIsWritten) {
   EXPECT_EQ(areas.combo.ListIndex(), -1);
 }
 
+TEST(ComboBox, KeepsThePickedPositionWhateverElseOfItChanges) {
+  Areas areas;
+  areas.combo.Select(1);
+  areas.combo.Enabled = false;
+  areas.combo.Width = 900;
+  EXPECT_EQ(areas.combo.ListIndex(), 1);
+}
+
 TEST(ComboBox, LetsTheClickHandlerEmptyTheText) {
   Areas areas;
   areas.combo.Click = [&] { areas.combo.Text = ""; };

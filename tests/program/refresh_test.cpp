@@ -286,6 +286,16 @@ TEST(RefreshEvents, CountsAsFinishedWhenTheClientIsBusy) {
   EXPECT_EQ(LastRefresh(), "Last Refresh: 01:31:55");
 }
 
+TEST(RefreshEvents, EndsAlikeWithTheLogOn) {
+  WatchingRig rig;
+  conffrm->Check1.Value = 1;
+  rig.refresh();
+  EXPECT_EQ(Newest(), "2.0");
+  EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15");
+  EXPECT_EQ(Module1->RefreshCount, 0);
+  EXPECT_TRUE(frmRecords->Timer1.Enabled());
+}
+
 TEST(RefreshEvents, SkipsAllUpToTheEndWhenTheClientIsBusyBeforeTheCallToTheService) {
   WatchingRig rig;
   Module1->RunCount = 10;
