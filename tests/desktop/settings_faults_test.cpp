@@ -9,13 +9,25 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+/// Takes what Qt complains of meanwhile: it tells of a lock that cannot be removed.
+class Unheard {
+ public:
+  Unheard() : before_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {})) {}
+  ~Unheard() { qInstallMessageHandler(before_); }
+  Unheard(const Unheard &) = delete;
+  Unheard &operator=(const Unheard &) = delete;
+
+ private:
+  QtMessageHandler before_;
+};
+
 TEST_F(SettingsStoreOnDisk, HasTheFileAndItsFolderOnTheDiskWhenAWriteIsOver) {
   QtSettingsStore store;
   store.Write(hive, program_key, "Area", "Utah");
 
   const WatchedDisk disk(folder());
   store.Write(hive, program_key, "Area", "Seattle Area");
-  EXPECT_EQ(disk.done(), (Lines{"sync content", "name Borvane.conf", "sync ."}));
+  EXPECT_EQ(disk.done(), (Lines{"sync content", "sync content", "name Borvane.conf", "sync ."}));
 }
 
 TEST_F(SettingsStoreOnDisk, HasEachNewFolderOnTheDiskWhenTheFirstWriteIsOver) {
@@ -26,8 +38,8 @@ TEST_F(SettingsStoreOnDisk, HasEachNewFolderOnTheDiskWhenTheFirstWriteIsOver) {
   const WatchedDisk disk(root);
   store.Write(hive, program_key, "Area", "Utah");
   EXPECT_EQ(disk.done(), (Lines{"make home", "sync .", "make home/.config", "sync home", "make home/.config/Nalvorin",
-                                "sync home/.config", "sync content", "name home/.config/Nalvorin/Borvane.conf",
-                                "sync home/.config/Nalvorin"}));
+                                "sync home/.config", "sync content", "sync content",
+                                "name home/.config/Nalvorin/Borvane.conf", "sync home/.config/Nalvorin"}));
 }
 
 TEST_F(SettingsStoreOnDisk, HasTheCopyOfADamagedFileOnTheDiskBeforeTheFileIsWritten) {
@@ -36,8 +48,23 @@ TEST_F(SettingsStoreOnDisk, HasTheCopyOfADamagedFileOnTheDiskBeforeTheFileIsWrit
 
   const WatchedDisk disk(folder());
   store.Write(hive, program_key, "Area", "Utah");
-  EXPECT_EQ(disk.done(), (Lines{"sync content", "name Borvane.conf.damaged-1", "sync .", "sync content",
-                                "name Borvane.conf", "sync ."}));
+  EXPECT_EQ(disk.done(), (Lines{"sync content", "sync content", "name Borvane.conf.damaged-1", "sync .", "sync content",
+                                "sync content", "name Borvane.conf", "sync ."}));
+}
+
+TEST_F(SettingsStoreOnDisk, LeavesTheFileAloneWhenTheNewOneDoesNotReachTheDisk) {
+  WriteFile("[General]\nArea=Utah\n");
+  QtSettingsStore store;
+  const Unheard unheard;
+  {
+    WatchedDisk broken(folder());
+    constexpr int behind_that_of_the_lock = 2;
+    broken.Break(WatchedDisk::Fault::sync, behind_that_of_the_lock);
+    store.Write(hive, program_key, "Area", "Seattle Area");
+    EXPECT_TRUE(broken.HasStruck());
+    EXPECT_EQ(broken.done(), Lines());
+  }
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
 }
 
 TEST_F(SettingsStoreOnDisk, LeavesADamagedFileAloneThatCannotBeKeptAside) {
@@ -55,18 +82,6 @@ TEST_F(SettingsStoreOnDisk, LeavesADamagedFileAloneThatCannotBeKeptAside) {
   store.Write(hive, program_key, "Refresh", "60");
   EXPECT_EQ(ReadFile("Borvane.conf.damaged-1"), damaged);
 }
-
-/// Takes what Qt complains of meanwhile: it tells of a lock that cannot be removed.
-class Unheard {
- public:
-  Unheard() : before_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {})) {}
-  ~Unheard() { qInstallMessageHandler(before_); }
-  Unheard(const Unheard &) = delete;
-  Unheard &operator=(const Unheard &) = delete;
-
- private:
-  QtMessageHandler before_;
-};
 
 /// What the disk does wrong, and what stands on it before the store writes to it; nothing when there is no file.
 struct FaultCase {

@@ -29,9 +29,9 @@ std::string PathOf(int descriptor) {
   return {path, static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
 }
 
-bool Fails(const char *path, int error) {
+bool Fails(const char *path, int error, bool is_sync = false) {
   WatchedDisk *disk = DiskOf(path);
-  if (disk == nullptr || !disk->Fails())
+  if (disk == nullptr || !disk->Fails(is_sync))
     return false;
   errno = error;
   return true;
@@ -58,10 +58,12 @@ WatchedDisk::WatchedDisk(const QString &folder) : folder_(QFile::encodeName(fold
 
 WatchedDisk::~WatchedDisk() { watched = nullptr; }
 
-bool WatchedDisk::Fails() {
+bool WatchedDisk::Fails(bool is_sync) {
   ++calls_;
-  const bool fails =
-      (fault_ == Fault::once && calls_ == number_) || (fault_ == Fault::for_good && number_ > 0 && calls_ >= number_);
+  syncs_ += is_sync ? 1 : 0;
+  const bool fails = (fault_ == Fault::once && calls_ == number_) ||
+                     (fault_ == Fault::sync && is_sync && syncs_ == number_) ||
+                     (fault_ == Fault::for_good && number_ > 0 && calls_ >= number_);
   has_struck_ |= fails;
   return fails;
 }
@@ -112,7 +114,7 @@ ssize_t write(int descriptor, const void *bytes, size_t count) {
 int fsync(int descriptor) {
   static auto *const real = Real<int(int)>("fsync");
   const std::string path = PathOf(descriptor);
-  const int result = Fails(path.c_str(), EIO) ? -1 : real(descriptor);
+  const int result = Fails(path.c_str(), EIO, true) ? -1 : real(descriptor);
   Note("sync", path, result);
   return result;
 }
@@ -120,7 +122,7 @@ int fsync(int descriptor) {
 int fdatasync(int descriptor) {
   static auto *const real = Real<int(int)>("fdatasync");
   const std::string path = PathOf(descriptor);
-  const int result = Fails(path.c_str(), EIO) ? -1 : real(descriptor);
+  const int result = Fails(path.c_str(), EIO, true) ? -1 : real(descriptor);
   Note("sync", path, result);
   return result;
 }

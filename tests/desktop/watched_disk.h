@@ -19,6 +19,7 @@ class WatchedDisk {
   enum class Fault {
     once,      ///< the call with that number fails
     for_good,  ///< that call fails and all behind it
+    sync,      ///< the number counts only what brings something to the disk
     half       ///< the write with that number takes half of what it is given
   };
 
@@ -37,7 +38,7 @@ class WatchedDisk {
   bool IsWithin(const std::string &path) const { return (path + '/').starts_with(folder_); }
 
   /// Counts a call and gives whether it has to fail.
-  bool Fails();
+  bool Fails(bool is_sync);
 
   /// Counts a write and gives the number of bytes that it may take of `count`.
   std::size_t Written(std::size_t count);
@@ -50,6 +51,7 @@ class WatchedDisk {
   Fault fault_ = Fault::once;
   int number_ = 0;
   int calls_ = 0;
+  int syncs_ = 0;
   int writes_ = 0;
   bool has_struck_ = false;
 };

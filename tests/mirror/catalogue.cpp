@@ -51,12 +51,20 @@ TEST(ReadGeoJson, TakesAnEventWithoutTheFieldsThatItCanDoWithout) {
   for (const char *nothing : {"null", "\"x\"", "{}"})
     EXPECT_EQ(ReadOne(Feature("1.48", nothing))->magnitude, std::nullopt) << nothing;
   EXPECT_EQ(ReadOne(Feature("1.48", "1000"))->magnitude, std::nullopt);
+  EXPECT_EQ(ReadOne(Feature("1.48", "-1000"))->magnitude, std::nullopt);
   EXPECT_EQ(ReadOne(Feature("11.21", "null"))->depth, std::nullopt);
   EXPECT_EQ(ReadOne(Feature(",11.21", ""))->depth, std::nullopt);
   EXPECT_EQ(ReadOne(Feature("11.21", "7000"))->depth, std::nullopt);
+  EXPECT_EQ(ReadOne(Feature("11.21", "-101"))->depth, std::nullopt);
   EXPECT_EQ(ReadOne(Feature(R"("14km SW of Searles Valley, CA")", "null"))->place, "");
   EXPECT_EQ(ReadOne(Feature(R"("net":"ci",)", ""))->network, "");
   EXPECT_EQ(ReadOne(Feature(R"("earthquake")", "7"))->kind, "");
+}
+
+TEST(IsEventId, TakesLettersDigitsAndThreeSigns) {
+  const QString good = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-";
+  for (char16_t character = 0; character < 0x180; ++character)
+    EXPECT_EQ(IsEventId(QString(QChar(character))), good.contains(QChar(character))) << int{character};
 }
 
 TEST(ReadGeoJson, LeavesOutWhatIsNoEvent) {

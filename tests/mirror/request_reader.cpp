@@ -21,6 +21,17 @@ std::string TargetOf(std::string_view request_line) {
   return reading.status == Status::Complete ? reading.request.target.toStdString() : "refused";
 }
 
+TEST(ReadRequest, TellsAnUnknownMethodFromNone) {
+  const std::string good = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789!#$%&'*+-.^_`|~";
+  for (int byte = 0; byte < 256; ++byte) {
+    const char character = static_cast<char>(byte);
+    if (character == ' ')
+      continue;  // parts the method from the target
+    const bool is_method = good.find(character) != std::string::npos;
+    EXPECT_EQ(RefusalOf(std::string("BR") + character + "W / HTTP/1.1\r\n\r\n"), is_method ? 501 : 400) << byte;
+  }
+}
+
 TEST(ReadRequest, TakesMethodTargetAndHost) {
   const std::string_view bytes = "GET /a/b.html?c=d HTTP/1.1\r\nHost: southern.localhost:17650\r\nAccept: */*\r\n\r\n";
   const RequestReading reading = Read(bytes);
@@ -104,6 +115,10 @@ TEST(ReadRequest, RefusesWhatIsNoRequest) {
                                        "GET / HTTP/1\r\n\r\n",
                                        "GET / HTTP/1.1 \r\n\r\n",
                                        "GET / HTTP/1x1\r\n\r\n",
+                                       "GET / HTTP//.1\r\n\r\n",
+                                       "GET / HTTP/:.1\r\n\r\n",
+                                       "GET / HTTP/1./\r\n\r\n",
+                                       "GET / HTTP/1.:\r\n\r\n",
                                        "GET / http/1.1\r\n\r\n",
                                        "GET  HTTP/1.1\r\n\r\n",
                                        "GET HTTP/1.1\r\n\r\n",

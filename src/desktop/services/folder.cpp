@@ -5,6 +5,8 @@
 #include <QFileInfo>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
+
 #include <fcntl.h>
 #include <unistd.h>
 #endif
@@ -23,6 +25,11 @@ void MakeFolder(const QString &folder) {
 }
 
 #ifdef Q_OS_UNIX
+bool WriteThrough(QFileDevice &file) {
+  // A file system that knows no such thing says so with EINVAL.
+  return file.flush() && (::fsync(file.handle()) == 0 || errno == EINVAL);
+}
+
 void WriteThrough(const QString &folder) {
   const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0)
@@ -31,6 +38,8 @@ void WriteThrough(const QString &folder) {
   ::close(descriptor);
 }
 #else
+bool WriteThrough(QFileDevice &file) { return file.flush(); }
+
 void WriteThrough(const QString & /*folder*/) {}
 #endif
 

@@ -108,8 +108,8 @@ bool WriteFileThrough(const QString &name, const QByteArray &content, const QStr
     return false;
   if (QFile::exists(like))
     file.setPermissions(QFile::permissions(like));
-  // On a full disk the bytes fail to arrive here; the new name would still come about, with nothing behind it.
-  if (file.write(content) != content.size() || !file.flush() || !file.commit())
+  // When the disk is full or broken it shows here; the new name would still come about, with nothing behind it.
+  if (file.write(content) != content.size() || !WriteThrough(file) || !file.commit())
     return false;
   WriteThrough(QFileInfo(name).path());
   return true;
