@@ -11,9 +11,11 @@
 #include <QUuid>
 #include <cerrno>
 
+#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 namespace borvane::mirror {
 
@@ -25,10 +27,9 @@ constexpr const char *sqlite_options = "QSQLITE_BUSY_TIMEOUT=1000";
 /// SQLite's number for a file that another program has locked.
 constexpr const char *sqlite_busy = "5";
 
-/// The server gives up on a statement, a dead line on the connection, each within some seconds. While an answer is
-/// waited for, only the keepalives notice that the server's host has gone. Tables stand in a
-/// schema of their own, so that the database may hold other things. A commit is on the disk when it is answered,
-/// whatever the server's settings say.
+/// The server gives up on a statement, a dead line on the connection, each within some seconds: while something is sent
+/// by the time-out, while an answer is waited for by the keepalives. Tables stand in a schema of their own, so that the
+/// database may hold other things. A commit is on the disk when it is answered, whatever the server's settings say.
 constexpr const char *postgresql_options =
     "connect_timeout=3;tcp_user_timeout=5000;keepalives=1;keepalives_idle=3;keepalives_interval=1;keepalives_count=3;"
     "application_name=borvane-mirror;"
@@ -43,10 +44,26 @@ QString FirstLine(const QSqlError &error) {
 
 /// What file bears the name now; nothing, and the reason in errno, when none does.
 std::optional<FileIdentity> Identify(const StoreAddress &address) {
+  if (!address.IsFile())
+    return std::nullopt;
+#ifdef Q_OS_UNIX
   struct stat status = {};
-  if (!address.IsFile() || ::stat(QFile::encodeName(address.file).constData(), &status) != 0)
+  if (::stat(QFile::encodeName(address.file).constData(), &status) != 0)
     return std::nullopt;
   return FileIdentity(status.st_dev, status.st_ino);
+#else
+  // Elsewhere a file keeps its name as long as it is open.
+  errno = ENOENT;
+  return QFile::exists(address.file) ? std::optional(FileIdentity()) : std::nullopt;
+#endif
+}
+
+bool MayWrite(const QString &path) {
+#ifdef Q_OS_UNIX
+  return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+#else
+  return QFileInfo(path).isWritable();
+#endif
 }
 
 }  // namespace
@@ -57,10 +74,7 @@ Database::Database(StoreAddress address)
 bool Database::Exists() const { return !address_.IsFile() || Identify(address_) || errno != ENOENT; }
 
 bool Database::IsWriteProtected() const {
-  const auto may_write = [](const QString &path) {
-    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
-  };
-  return address_.IsFile() && !(may_write(address_.file) && may_write(QFileInfo(address_.file).path()));
+  return address_.IsFile() && !(MayWrite(address_.file) && MayWrite(QFileInfo(address_.file).path()));
 }
 
 bool Database::IsOpen() const { return connection_.isOpen() && file_ == Identify(address_); }
