@@ -5,20 +5,21 @@
 // On Windows the registry itself is the store.
 #ifndef Q_OS_WIN
 
-#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QSettings>
-#include <QSysInfo>
+#include <QThread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "core/registry.h"
 #include "desktop/services/folder.h"
 #include "desktop/services/settings_file.h"
 #include "desktop/windows_1252.h"
-
-#ifdef Q_OS_UNIX
-#include <signal.h>  // NOLINT(modernize-deprecated-headers): kill() is of POSIX, not of C++
-#endif
 
 namespace borvane {
 
@@ -48,29 +49,30 @@ std::optional<StoredValue> ValueIn(const SettingsSections &sections, const QByte
   return ValueOf(value->second);
 }
 
-#ifdef Q_OS_UNIX
-bool IsRunning(qint64 process) { return ::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM; }
-#else
-bool IsRunning(qint64 /*process*/) { return true; }
-#endif
+/// The turn to write among all Borvanes of a user. The system takes the lock back when its holder ends, however it
+/// ends, so that a lock file bars nobody's way, whatever it holds. It stays where it is: to remove it would take the
+/// turn of one who waits at the old file beside one who makes a new one.
+class Turn {
+ public:
+  /// Waits for it, but not for one that hangs.
+  explicit Turn(const QString &lock_file)
+      : descriptor_(::open(QFile::encodeName(lock_file).constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {
+    constexpr int longest_wait = 1000;  // milliseconds
+    constexpr int pause = 2;
+    for (const QDeadlineTimer deadline(longest_wait);
+         descriptor_ >= 0 && ::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && !deadline.hasExpired();)
+      QThread::msleep(pause);
+  }
+  ~Turn() {
+    if (descriptor_ >= 0)
+      ::close(descriptor_);
+  }
+  Turn(const Turn &) = delete;
+  Turn &operator=(const Turn &) = delete;
 
-/// How long one Borvane waits for another that is writing, in milliseconds. One that hangs holds nobody up for longer.
-constexpr int longest_turn = 1000;
-
-/// Takes the turn to write. Whoever meets a lock whose owner cannot be made out waits for it in vain; only another
-/// Borvane that is writing just now is worth the wait. Any other lock is removed, also one that this program could not
-/// take away when it had written.
-void TakeTurn(QLockFile &lock) {
-  qint64 process = 0;
-  QString host;
-  QString program;
-  const bool is_anothers = lock.getLockInfo(&process, &host, &program) && host == QSysInfo::machineHostName() &&
-                           program == QFileInfo(QCoreApplication::applicationFilePath()).fileName() &&
-                           process != QCoreApplication::applicationPid() && IsRunning(process);
-  if (QFileInfo::exists(lock.fileName()) && !is_anothers && !lock.removeStaleLockFile())
-    return;
-  lock.tryLock(longest_turn);
-}
+ private:
+  int descriptor_;
+};
 
 }  // namespace
 
@@ -93,8 +95,7 @@ void QtSettingsStore::Write(Hive hive, std::string_view key, std::string_view na
     return;
 
   MakeFolder(QFileInfo(file_name_).path());
-  QLockFile turn(file_name_ + ".lock");
-  TakeTurn(turn);
+  const Turn turn(file_name_ + ".lock");
 
   // A write that would lose what cannot be read just now, or ever, is a write that fails.
   const std::optional<QByteArray> content = ContentOfFile(file_name_);
