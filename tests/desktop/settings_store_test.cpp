@@ -159,9 +159,10 @@ TEST_F(SettingsStoreOnDisk, KeepsAsideWhatIsDamagedWhileItRuns) {
 
 class LockOfSettings : public SettingsStoreOnDisk {
  protected:
-  /// How long a write takes while the lock file has that content, in milliseconds.
+  /// How long a write takes while the lock files have that content, in milliseconds.
   qint64 WriteTime(const QByteArray &content) {
     WriteFile(content, "Borvane.conf.lock");
+    WriteFile(content, "Borvane.conf.turn");
     QElapsedTimer time;
     time.start();
     QtSettingsStore().Write(hive, program_key, "Area", "Utah");
@@ -201,23 +202,33 @@ class HeldLock {
 };
 
 TEST_F(LockOfSettings, CostsNoWaitWhenItsOwnerHasGone) {
-  WriteFile("", "Borvane.conf.lock");
-  { const HeldLock gone(folder() + "/Borvane.conf.lock"); }
+  WriteFile("", "Borvane.conf.turn");
+  { const HeldLock gone(folder() + "/Borvane.conf.turn"); }
   EXPECT_LT(WriteTime(""), no_wait);
   EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
 }
 
 TEST_F(LockOfSettings, CostsASecondWhenItsOwnerHangs) {
-  WriteFile("", "Borvane.conf.lock");
-  const HeldLock hanging(folder() + "/Borvane.conf.lock");
+  WriteFile("", "Borvane.conf.turn");
+  const HeldLock hanging(folder() + "/Borvane.conf.turn");
   const qint64 time = WriteTime("");
   EXPECT_GE(time, 1000);
   EXPECT_LT(time, 3000);
   EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
 }
 
+TEST_F(LockOfSettings, IsNotInTheWayOfQt) {
+  QtSettingsStore store;
+  store.Write(hive, program_key, "Area", "Utah");
+  QElapsedTimer time;
+  time.start();
+  QSettings(store.FileName(), QSettings::IniFormat).setValue("Refresh", "60");
+  EXPECT_LT(time.elapsed(), no_wait);
+  EXPECT_EQ(Text(store, "Refresh"), "60");
+}
+
 TEST_F(LockOfSettings, CostsNoWaitWhenItIsNoFile) {
-  QDir().mkpath(folder() + "/Borvane.conf.lock/in the way");
+  QDir().mkpath(folder() + "/Borvane.conf.turn/in the way");
   QElapsedTimer time;
   time.start();
   QtSettingsStore store;

@@ -76,7 +76,7 @@ std::size_t WatchedDisk::Written(std::size_t count) {
 
 void WatchedDisk::Note(const char *what, const std::string &path) {
   // What is only for a moment: locks, and a file's name until it takes another one's place.
-  static const std::regex passing(R"(.*(\.lock|(conf|-1)\.[A-Za-z]{6}))");
+  static const std::regex passing(R"(.*(\.turn|(conf|-1)\.[A-Za-z]{6}))");
   if (std::regex_match(path, passing))
     return;
   struct stat state = {};

@@ -95,7 +95,8 @@ void QtSettingsStore::Write(Hive hive, std::string_view key, std::string_view na
     return;
 
   MakeFolder(QFileInfo(file_name_).path());
-  const Turn turn(file_name_ + ".lock");
+  // Not ".lock": Qt would wait half a minute for a file of that name.
+  const Turn turn(file_name_ + ".turn");
 
   // A write that would lose what cannot be read just now, or ever, is a write that fails.
   const std::optional<QByteArray> content = ContentOfFile(file_name_);
