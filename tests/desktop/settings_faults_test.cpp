@@ -53,6 +53,27 @@ TEST_F(SettingsStoreOnDisk, LeavesTheFileAloneWhenTheNewOneDoesNotReachTheDisk) 
   EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
 }
 
+TEST_F(SettingsStoreOnDisk, ReadsWhatItCouldReadBeforeWhileTheFileCannotBeRead) {
+  WriteFile("[General]\nArea=Utah\nMacID=123\n");
+  for (int number = 1; number <= 3; ++number) {
+    QtSettingsStore fresh;
+    WatchedDisk disk(folder());
+    disk.Break(WatchedDisk::Fault::once, number);
+    EXPECT_EQ(Text(fresh, "Area"), "Utah") << number;
+    EXPECT_EQ(Text(fresh, "MacID"), "123") << number;
+    EXPECT_TRUE(disk.HasStruck());
+  }
+  QtSettingsStore store;
+  EXPECT_EQ(Text(store, "Area"), "Utah");
+  {
+    WatchedDisk broken(folder());
+    broken.Break(WatchedDisk::Fault::for_good, 1);
+    EXPECT_EQ(Text(store, "MacID"), "123");
+    store.Write(hive, program_key, "MacID", "456");
+  }
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\nMacID=123\n");
+}
+
 TEST_F(SettingsStoreOnDisk, LeavesADamagedFileAloneThatCannotBeKeptAside) {
   const QByteArray damaged = "[General]\nArea=Utah\ngarbage\n";
   WriteFile(damaged);

@@ -22,6 +22,12 @@ TEST(IsWholeSettingsFile, TakesWhatTheStoreWrites) {
   EXPECT_TRUE(IsWholeSettingsFile("; a \"remark\nArea=x\n"));
 }
 
+TEST(IsWholeSettingsFile, TakesWhatPeopleWrite) {
+  EXPECT_TRUE(IsWholeSettingsFile("\xEF\xBB\xBF[General]\r\nArea=x\r\n"));
+  EXPECT_TRUE(IsWholeSettingsFile("[Hosts] ; ours\nMaker=192.0.2.10:17650 ; the \"school's\n"));
+  EXPECT_TRUE(IsWholeSettingsFile("# remark\n  ; a 12\" ruler\n\t# \\\nArea=x\r"));
+}
+
 TEST(IsWholeSettingsFile, SeesThatTheEndIsMissing) {
   EXPECT_FALSE(IsWholeSettingsFile("[General]\nArea=Los Ang"));
   EXPECT_FALSE(IsWholeSettingsFile("[General]\nArea=\"Los Angeles\nRefresh=60\n"));
@@ -32,8 +38,9 @@ TEST(IsWholeSettingsFile, SeesLinesThatAreNoValues) {
   EXPECT_FALSE(IsWholeSettingsFile("[General\nArea=x\n"));
   EXPECT_FALSE(IsWholeSettingsFile("Area\n"));
   EXPECT_FALSE(IsWholeSettingsFile("=x\n"));
-  EXPECT_FALSE(IsWholeSettingsFile("# remark\nArea=x\n"));
-  EXPECT_FALSE(IsWholeSettingsFile("\xEF\xBB\xBF[General]\nArea=x\n"));
+  EXPECT_FALSE(IsWholeSettingsFile(" =x\n"));
+  EXPECT_FALSE(IsWholeSettingsFile("[General] x\nArea=x\n"));
+  EXPECT_FALSE(IsWholeSettingsFile(QByteArray("a=1\nb=\0\nc=3\n", 13)));
 }
 
 /// The text that stands for the raw one, or what there is in its place.
@@ -121,9 +128,48 @@ TEST(ReadSections, TakesAllValuesThatCanBeRead) {
 }
 
 TEST(ReadSections, LosesOneLineToAQuoteThatIsNeverClosed) {
-  const SettingsSections sections = ReadSections("a=1\nb=\"x\nc=3\nd=\"one\ntwo\"\n");
+  const SettingsSections sections = ReadSections("a=1\nb=\"x\nc=3\n");
   EXPECT_EQ(sections.at("General").at("a"), "1");
-  EXPECT_EQ(ReadSections("b=\"x\nc=3\n").at("General").at("c"), "3");
+  EXPECT_EQ(sections.at("General").at("c"), "3");
+}
+
+TEST(ReadSections, TakesWhatPeopleAndOtherEditorsWrite) {
+  const SettingsSections hosts = {{"Hosts", {{"Maker", "192.0.2.10:17650"}}}};
+  EXPECT_EQ(ReadSections("\xEF\xBB\xBF[Hosts]\nMaker=192.0.2.10:17650\n"), hosts);
+  EXPECT_EQ(ReadSections("[Hosts] ; ours\n  Maker = 192.0.2.10:17650 ; school\n"), hosts);
+  EXPECT_EQ(ReadSections("[Hosts]\rMaker=192.0.2.10:17650\r"), hosts);
+  EXPECT_EQ(ReadSections("[Hosts]\r\n# Maker=1\r\nMaker=192.0.2.10:17650\r\n"), hosts);
+
+  const SettingsSections general = {{"General", {{"Area", "Utah"}, {"MacID", "123"}}}};
+  EXPECT_EQ(ReadSections("  ; a 12\" ruler\nMacID=123\nArea=Utah\n  ; 3\" more\n"), general);
+  EXPECT_EQ(ReadSections("; \\\nMacID=123\nArea=Utah;\n"), general);
+  EXPECT_EQ(ReadSections("a=\"b;c\"\nd=\\;e\n").at("General"),
+            (SettingsSections::mapped_type{{"a", "\"b;c\""}, {"d", "\\;e"}}));
+  EXPECT_EQ(ReadSections("a=one,\\\r\n two\nb=\\").at("General"),
+            (SettingsSections::mapped_type{{"a", "one,\\\r\n two"}, {"b", ""}}));
+}
+
+TEST(ReadSections, IsTheOldReaderToEveryFileThatPeopleWrite) {
+  for (const char *content :
+       {"[Hosts] ; ours\nMaker=a:1 ; school\n", "\xEF\xBB\xBF[Hosts]\nMaker=a:1\n",
+        "  ; 12\" ruler\nMaker=a:1\n  ; 3\" more\n", "Maker = a:1\r\n[Hosts]\r\nMaker=\"b;c\" ; \"\r\n",
+        "Maker=one \\\n two\n", "[Hosts]\rMaker=a:1\r", "Maker=\\x41;b\n[ Hosts ]\nMaker=a\n"}) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("x.ini"));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write(content);
+    file.close();
+    const QSettings old(file.fileName(), QSettings::IniFormat);
+    SettingsSections sections = ReadSections(content);
+    EXPECT_EQ(TextOf(sections["General"]["Maker"]), ProgramText(old.value("Maker").toString())) << content;
+    EXPECT_EQ(TextOf(sections["Hosts"]["Maker"]), ProgramText(old.value("Hosts/Maker").toString())) << content;
+  }
+}
+
+TEST(ReadSections, LooksAtEachByteOnlyOnce) {
+  // A reader that went to the end for every line would need minutes.
+  EXPECT_EQ(ReadSections("a=1\n" + QByteArray("\\\n").repeated(5'000'000)).at("General").size(), 1U);
+  EXPECT_EQ(ReadSections(QByteArray("\"\n").repeated(5'000'000) + "a=1\n").at("General").size(), 1U);
 }
 
 TEST(WriteSections, IsReadAgainAsItWas) {

@@ -26,8 +26,14 @@ void MakeFolder(const QString &folder) {
 
 #ifdef Q_OS_UNIX
 bool WriteThrough(QFileDevice &file) {
-  // A file system that knows no such thing says so with EINVAL.
-  return file.flush() && (::fsync(file.handle()) == 0 || errno == EINVAL);
+  if (!file.flush())
+    return false;
+  while (::fsync(file.handle()) != 0) {
+    // A file system that knows no such thing says so with EINVAL.
+    if (errno != EINTR)
+      return errno == EINVAL;
+  }
+  return true;
 }
 
 void WriteThrough(const QString &folder) {

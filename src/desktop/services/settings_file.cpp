@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
 
 #include "desktop/services/folder.h"
 
@@ -13,71 +14,107 @@ namespace {
 
 constexpr QByteArrayView general = "General";
 
-/// The length of the line at the start of `text`, without its line feed. A line feed within quotes or behind a
-/// backslash belongs to the line. -1 when the text ends before the line does.
+bool StartsRemark(QByteArrayView text) { return text.startsWith(';') || text.startsWith('#'); }
+
+/// The length of the line at the start of `text`, without its end. A line end behind a backslash belongs to the line,
+/// but not in a remark.
 qsizetype LineLength(QByteArrayView text) {
-  if (text.startsWith(';'))
-    return text.indexOf('\n');
-  bool is_quoted = false;
-  for (qsizetype i = 0; i < text.size(); ++i) {
-    if (text[i] == '\\')
-      ++i;
-    else if (text[i] == '"')
-      is_quoted = !is_quoted;
-    else if (text[i] == '\n' && !is_quoted)
-      return i;
+  const bool is_remark = StartsRemark(text);
+  qsizetype i = 0;
+  while (i < text.size() && text[i] != '\n' && text[i] != '\r') {
+    const bool is_escape = text[i++] == '\\' && !is_remark;
+    if (is_escape)
+      i += text.sliced(i).startsWith("\r\n") ? 2 : 1;
   }
-  return -1;
+  return std::min(i, text.size());
 }
 
-/// The same for a damaged file: a quote that is never closed ends with its line, the last line with the text.
-qsizetype ReadableLength(QByteArrayView text) {
-  const qsizetype length = LineLength(text);
-  if (length >= 0)
-    return length;
-  const qsizetype line_feed = text.indexOf('\n');
-  return line_feed < 0 ? text.size() : line_feed;
+/// What a line of the file holds.
+struct Line {
+  bool is_whole = true;
+  QByteArray section = {};  ///< its name, or nothing
+  QByteArray name = {};     ///< of the value, or nothing
+  QByteArray raw = {};
+};
+
+Line SectionLine(QByteArrayView text) {
+  const qsizetype end = text.indexOf(']');
+  if (end < 0)
+    return {.is_whole = false};
+  const QByteArrayView behind = text.sliced(end + 1).trimmed();
+  QByteArray section = text.first(end).sliced(1).trimmed().toByteArray();
+  if (section.isEmpty() || general.compare(section, Qt::CaseInsensitive) == 0)
+    section = general.toByteArray();
+  return {.is_whole = behind.isEmpty() || StartsRemark(behind), .section = section};
 }
 
-bool IsWholeLine(QByteArrayView line) {
-  const QByteArrayView content = line.trimmed();
-  if (content.isEmpty() || line.startsWith(';'))
-    return true;
-  if (content.startsWith('['))
-    return content.endsWith(']');
-  return content.indexOf('=') > 0;
+/// Whether the last character is a backslash that no other one stands for.
+bool EndsInBackslash(const QByteArray &raw) {
+  const auto last_other = std::find_if(raw.rbegin(), raw.rend(), [](char letter) { return letter != '\\'; });
+  return (last_other - raw.rbegin()) % 2 != 0;
+}
+
+Line ValueLine(QByteArrayView text) {
+  const qsizetype equals = text.indexOf('=');
+  const QByteArrayView name = text.first(std::max<qsizetype>(equals, 0)).trimmed();
+  if (name.isEmpty())
+    return {.is_whole = false};
+  const QByteArrayView value = text.sliced(equals + 1);
+  bool is_quoted = false;
+  qsizetype i = 0;
+  for (; i < value.size() && (is_quoted || value[i] != ';'); ++i) {
+    if (value[i] == '\\')
+      ++i;
+    else if (value[i] == '"')
+      is_quoted = !is_quoted;
+  }
+  QByteArray raw = value.first(std::min(i, value.size())).trimmed().toByteArray();
+  // A backslash without anything behind it stands for nothing, and would take the next line's start when it is written.
+  while (EndsInBackslash(raw)) {
+    raw.chop(1);
+    raw = raw.trimmed();
+  }
+  return {.is_whole = !is_quoted, .name = name.toByteArray(), .raw = raw};
+}
+
+/// Reads a line off the start of `rest`.
+Line TakeLine(QByteArrayView &rest) {
+  while (rest.startsWith(' ') || rest.startsWith('\t'))
+    rest = rest.sliced(1);
+  const qsizetype length = LineLength(rest);
+  const QByteArrayView text = rest.first(length).trimmed();
+  rest = rest.sliced(std::min(length + 1, rest.size()));
+  if (text.contains('\0'))
+    return {.is_whole = false};
+  if (text.isEmpty() || StartsRemark(text))
+    return {};
+  return text.startsWith('[') ? SectionLine(text) : ValueLine(text);
+}
+
+/// The content behind the mark that some editors put in front of UTF-8.
+QByteArrayView BehindMark(QByteArrayView content) {
+  constexpr QByteArrayView mark = "\xEF\xBB\xBF";
+  return content.startsWith(mark) ? content.sliced(mark.size()) : content;
 }
 
 }  // namespace
 
 bool IsWholeSettingsFile(const QByteArray &content) {
-  QByteArrayView rest(content);
-  while (!rest.isEmpty()) {
-    const qsizetype length = LineLength(rest);
-    if (length < 0 || !IsWholeLine(rest.first(length)))
-      return false;
-    rest = rest.sliced(length + 1);
-  }
-  return true;
+  bool is_whole = content.isEmpty() || content.endsWith('\n') || content.endsWith('\r');
+  for (QByteArrayView rest = BehindMark(content); !rest.isEmpty();)
+    is_whole = TakeLine(rest).is_whole && is_whole;
+  return is_whole;
 }
 
 SettingsSections ReadSections(const QByteArray &content) {
   SettingsSections sections;
   QByteArray section = general.toByteArray();
-  QByteArrayView rest(content);
-  while (!rest.isEmpty()) {
-    const qsizetype length = ReadableLength(rest);
-    const QByteArrayView line = rest.first(length).trimmed();
-    rest = rest.sliced(std::min(length + 1, rest.size()));
-    const qsizetype equals = line.indexOf('=');
-    if (line.startsWith('[') && line.endsWith(']')) {
-      section = line.sliced(1).chopped(1).trimmed().toByteArray();
-      if (general.compare(section, Qt::CaseInsensitive) == 0)
-        section = general.toByteArray();
-    } else if (equals > 0 && !line.startsWith(';')) {
-      const QByteArray name = line.first(equals).trimmed().toByteArray();
-      sections[section][name] = line.sliced(equals + 1).trimmed().toByteArray();
-    }
+  for (QByteArrayView rest = BehindMark(content); !rest.isEmpty();) {
+    const Line line = TakeLine(rest);
+    if (!line.section.isEmpty())
+      section = line.section;
+    else if (!line.name.isEmpty())
+      sections[section][line.name] = line.raw;
   }
   return sections;
 }
@@ -95,7 +132,7 @@ QByteArray WriteSections(const SettingsSections &sections) {
 std::optional<QByteArray> ContentOfFile(const QString &name) {
   QFile file(name);
   if (!file.open(QFile::ReadOnly))
-    return file.exists() ? std::nullopt : std::optional(QByteArray());
+    return QFileInfo::exists(name) ? std::nullopt : std::optional(QByteArray());
   QByteArray content = file.readAll();
   if (file.error() != QFile::NoError)
     return {};

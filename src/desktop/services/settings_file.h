@@ -10,9 +10,9 @@
 namespace borvane {
 
 // The settings file is an INI file in the form of Qt's own: sections in brackets, "General" for values of no other,
-// remarks behind a semicolon at the start of a line, and lines "name=text" in UTF-8. A text stands in quotes when a
-// comma, a semicolon, an equals sign or a blank at one of its ends could be mistaken, with backslash escapes for what
-// cannot be shown.
+// remarks behind a semicolon, and lines "name=text" in UTF-8. A text stands in quotes when a comma, a semicolon, an
+// equals sign or a blank at one of its ends could be mistaken, with backslash escapes for what cannot be shown. People
+// change the file by hand, so that marks of other editors and systems are taken too.
 
 /// The raw texts of the values, as they stand behind "name=", by section and name.
 using SettingsSections = std::map<QByteArray, std::map<QByteArray, QByteArray>>;
@@ -32,7 +32,7 @@ StoredValue ValueOf(const QByteArray &raw);
 QByteArray RawText(const QString &text);
 
 /// Whether `content` is a settings file that has been written to its end: nothing but sections in brackets, remarks
-/// and values with closed quotes, the last line ended by a line feed.
+/// and values with closed quotes, the last line ended.
 bool IsWholeSettingsFile(const QByteArray &content);
 
 /// What stands in a file: nothing in one that is missing, no answer for one that cannot be read.

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QThread>
+#include <cerrno>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -49,19 +50,23 @@ std::optional<StoredValue> ValueIn(const SettingsSections &sections, const QByte
   return ValueOf(value->second);
 }
 
+/// How long one Borvane waits for another that is writing, in milliseconds.
+constexpr int longest_turn = 1000;
+
 /// The turn to write among all Borvanes of a user. The system takes the lock back when its holder ends, however it
 /// ends, so that a lock file bars nobody's way, whatever it holds. It stays where it is: to remove it would take the
 /// turn of one who waits at the old file beside one who makes a new one.
 class Turn {
  public:
-  /// Waits for it, but not for one that hangs.
-  explicit Turn(const QString &lock_file)
+  /// Waits for it, for so many milliseconds at most. Where no lock can be had, nobody waits.
+  Turn(const QString &lock_file, int patience)
       : descriptor_(::open(QFile::encodeName(lock_file).constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {
-    constexpr int longest_wait = 1000;  // milliseconds
     constexpr int pause = 2;
-    for (const QDeadlineTimer deadline(longest_wait);
-         descriptor_ >= 0 && ::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && !deadline.hasExpired();)
+    const QDeadlineTimer deadline(patience);
+    while (descriptor_ >= 0 && !is_anothers_ && ::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+      is_anothers_ = deadline.hasExpired();
       QThread::msleep(pause);
+    }
   }
   ~Turn() {
     if (descriptor_ >= 0)
@@ -70,22 +75,47 @@ class Turn {
   Turn(const Turn &) = delete;
   Turn &operator=(const Turn &) = delete;
 
+  /// Whether another one still had it when the time was over.
+  bool IsAnothers() const { return is_anothers_; }
+
  private:
   int descriptor_;
+  bool is_anothers_ = false;
 };
+
+/// The file itself, where its name is a link to it.
+QString RealName(const QString &name) {
+  const QFileInfo file(name);
+  if (file.exists())
+    return file.canonicalFilePath();
+  return file.isSymLink() ? file.symLinkTarget() : name;
+}
 
 }  // namespace
 
 QtSettingsStore::QtSettingsStore()
     : file_name_(QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Nalvorin"),
                            QStringLiteral("Borvane"))
-                     .fileName()) {}
+                     .fileName()),
+      patience_(longest_turn) {}
+
+std::optional<QByteArray> QtSettingsStore::Content() {
+  // What cannot be read just now can often be read the next moment. Values that seem to be missing would be made anew.
+  constexpr int attempts = 3;
+  for (int attempt = 0; attempt < attempts; ++attempt) {
+    if (std::optional<QByteArray> content = ContentOfFile(file_name_)) {
+      last_content_ = *content;
+      return content;
+    }
+  }
+  return {};
+}
 
 std::optional<StoredValue> QtSettingsStore::Read(Hive /*hive*/, std::string_view key, std::string_view name) {
   const std::optional<QByteArray> section = SectionOf(key);
   if (!section)
     return {};
-  return ValueIn(ReadSections(ContentOfFile(file_name_).value_or(QByteArray())), *section, Bytes(name));
+  return ValueIn(ReadSections(Content().value_or(last_content_)), *section, Bytes(name));
 }
 
 void QtSettingsStore::Write(Hive hive, std::string_view key, std::string_view name, std::string_view text) {
@@ -94,18 +124,21 @@ void QtSettingsStore::Write(Hive hive, std::string_view key, std::string_view na
   if (!section || (stored && std::holds_alternative<std::string>(*stored) && std::get<std::string>(*stored) == text))
     return;
 
-  MakeFolder(QFileInfo(file_name_).path());
+  const QString file = RealName(file_name_);
+  MakeFolder(QFileInfo(file).path());
   // Not ".lock": Qt would wait half a minute for a file of that name.
-  const Turn turn(file_name_ + ".turn");
+  const Turn turn(file + ".turn", patience_);
+  // One that hangs in its turn holds nobody up twice.
+  patience_ = turn.IsAnothers() ? 0 : longest_turn;
 
   // A write that would lose what cannot be read just now, or ever, is a write that fails.
-  const std::optional<QByteArray> content = ContentOfFile(file_name_);
-  if (!content || !KeepDamagedFileAside(file_name_, *content))
+  const std::optional<QByteArray> content = Content();
+  if (!content || !KeepDamagedFileAside(file, *content))
     return;
 
   SettingsSections sections = ReadSections(*content);
   sections[*section][Bytes(name)] = RawText(ShownText(text));
-  WriteFileThrough(file_name_, WriteSections(sections), file_name_);
+  WriteFileThrough(file, WriteSections(sections), file);
 }
 
 }  // namespace borvane

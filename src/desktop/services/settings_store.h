@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include "platform/settings_store.h"
@@ -20,7 +21,12 @@ class QtSettingsStore final : public SettingsStore {
   const QString &FileName() const { return file_name_; }
 
  private:
+  /// The file's content; nothing when it cannot be read.
+  std::optional<QByteArray> Content();
+
   QString file_name_;
+  QByteArray last_content_;  ///< as it was when it could be read
+  int patience_ = 0;         ///< for another Borvane that is writing, in milliseconds
 };
 
 }  // namespace borvane
