@@ -116,7 +116,8 @@ CommandLine ReadCommandLine(const QStringList &arguments) {
       const QString value = equals >= 0 ? arguments[i].sliced(equals + 1) : arguments.value(++i);
       line.fault = SetValue(line.options, name, value);
     } else {
-      line.fault = "unknown argument \"" + arguments[i] + '"';
+      // What stands behind the name may be a password.
+      line.fault = "unknown argument \"" + name + '"';
     }
   }
   return line;

@@ -2,8 +2,8 @@
 # shellcheck shell=bash disable=SC2016,SC2034
 
 # To build the two programs and their tests, to show a window, to keep what the maker's service is told.
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libgtest-dev fonts-liberation
-  libqt6sql6-sqlite libqt6sql6-psql)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libx11-dev
+  libgtest-dev fonts-liberation libqt6sql6-sqlite libqt6sql6-psql)
 
 # To drive the real programs on a virtual screen: the screen, its window manager, keys and clicks, the session bus, the
 # screen reader's view, the screenshot.

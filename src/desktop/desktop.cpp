@@ -1,6 +1,7 @@
 #include "desktop/desktop.h"
 
 #include "desktop/appearance.h"
+#include "desktop/held_keys.h"
 
 namespace borvane {
 
@@ -11,6 +12,7 @@ Desktop::Desktop(int &argument_count, char **arguments)
   // A hidden records window with no bar leaves the program running.
   QApplication::setQuitOnLastWindowClosed(false);
   SetAppearance();
+  CountHeldKeysOnce();
 }
 
 Platform Desktop::Services() {

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """What the monitor sends, and that it stays alive while it waits: against a server of the test's own."""
+import time
 import unittest
 
 from page_server import PageServer
@@ -35,6 +36,20 @@ class Fetching(SystemTest):
         self.wait_until("the new magnitude", lambda: monitor.title().startswith("4.2 - "))
         self.assertEqual([TARGET, TARGET], server.pages_asked_for())
         self.assertEqual("4.2", monitor.rows()[0][0])
+
+    def test_a_held_key_counts_once_at_its_end(self):
+        server = self.use_server(PageServer(PAGE))
+        monitor = self.start_monitor()
+        self.desk.activate(monitor.window)
+        past_the_repeat_delay = 3
+        self.desk.x("xdotool", "keydown", "f")
+        time.sleep(past_the_repeat_delay)
+        self.assertEqual([], server.targets())
+        self.desk.x("xdotool", "keyup", "f")
+        self.wait_until("the call", server.targets)
+        monitor.press_key("u")
+        self.wait_until("the users", lambda: monitor.shows("Users Online: 0"))
+        self.assertEqual(1, len(server.targets()))
 
     def test_a_failed_refresh_leaves_the_rows(self):
         server = self.use_server(PageServer(PAGE))

@@ -81,6 +81,16 @@ class RecordsWindow(SystemTest):
         self.assert_stays(DESIGN_SIZE)
         self.assertEqual(width, self.list_width())
 
+    def test_version_brings_a_minimised_window_back(self):
+        program = self.monitor.program
+        self.desk.click(self.desk.find(program, "Version"))
+        about = self.desk.window(program, "^Borvane 2007$")
+        self.desk.x("xdotool", "windowminimize", "--sync", about)
+        self.assertNotIn(about, self.desk.windows(program).values())
+        self.desk.activate(self.monitor.window)
+        self.desk.click(self.desk.find(program, "Version"))
+        self.wait_until("the about window", lambda: about in self.desk.windows(program).values())
+
     def test_letter_keys_are_at_their_places_whatever_the_user_writes_in(self):
         self.desk.x("setxkbmap", "ru")
         place_of_f, place_of_u = "41", "30"

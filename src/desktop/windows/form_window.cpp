@@ -92,6 +92,7 @@ void FormWindow::Present(FormWindow *owner) {
     windowHandle()->installEventFilter(this);
   }
   windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->windowHandle());
+  setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
   raise();
   activateWindow();
