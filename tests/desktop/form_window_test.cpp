@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QWindow>
@@ -50,6 +51,12 @@ TEST_F(FormOnScreen, ShowsItsCaption) {
   sample->Caption = "5.2 - Borvane [*] \x96 Last Events";
 
   EXPECT_EQ(window().windowHandle()->title(), QString::fromUtf8("5.2 - Borvane [*] – Last Events"));
+}
+
+TEST_F(FormOnScreen, IsAWindowToAScreenReader) {
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&window())->role(), QAccessible::Window);
+  sample->Caption = "Depth";
+  EXPECT_EQ(SpokenName(window()), "Depth");
 }
 
 TEST_F(FormOnScreen, ResizingByTheUserGivesTheFormItsOuterSizeInOneResize) {

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """What the monitor sends, and that it stays alive while it waits: against a server of the test's own."""
+import os
+import sys
 import time
 import unittest
 
@@ -41,6 +43,9 @@ class Fetching(SystemTest):
         server = self.use_server(PageServer(PAGE))
         monitor = self.start_monitor()
         self.desk.activate(monitor.window)
+        # On a busy computer a repetition's release comes well before its press.
+        for _ in range(os.cpu_count()):
+            self.desk.start(sys.executable, "-c", "while True: pass")
         past_the_repeat_delay = 3
         self.desk.x("xdotool", "keydown", "f")
         time.sleep(past_the_repeat_delay)

@@ -1,5 +1,6 @@
 #include "desktop/windows/form_window.h"
 
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -42,12 +43,24 @@ QPoint PlaceOf(const FormBase &form) { return {PixelsOf(form.Left()), PixelsOf(f
 
 QSize ClientSizeOf(const FormBase &form) { return {PixelsOf(form.ScaleWidth()), PixelsOf(form.ScaleHeight())}; }
 
+/// A screen reader is told of a window; Qt itself would tell of something that holds other things.
+class SpokenWindow final : public QAccessibleWidget {
+ public:
+  explicit SpokenWindow(QWidget *window) : QAccessibleWidget(window, QAccessible::Window) {}
+};
+
+QAccessibleInterface *Speak(const QString & /*class_name*/, QObject *object) {
+  auto *window = dynamic_cast<FormWindow *>(object);
+  return window == nullptr ? nullptr : new SpokenWindow(window);
+}
+
 }  // namespace
 
 FormWindow::FormWindow(FormBase &form, FocusTracker &focus) : form_(form), focus_(focus) {
   setObjectName(ShownText(form.name()));
   setWindowFlags(FrameOf(form.border()));
   setWindowIcon(ProgramIcon());
+  QAccessible::installFactory(Speak);
   setMouseTracking(true);
   ShowCaption();
   ShowPointer();
