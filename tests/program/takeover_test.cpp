@@ -87,6 +87,9 @@ TEST(Takeover, FinishesWithTheTimerOnAlthoughTheButtonWasReleasedDuringTheFetch)
   EXPECT_EQ(frmRecords->Toolbar1.Buttons(1).Value(), 0);
   EXPECT_TRUE(frmRecords->Timer1.Enabled());
   EXPECT_EQ(Newest(), "2.0");
+  EXPECT_EQ(frmRecords->StatusBar1.Panels(3).Text(), "Auto Refresh On");
+  EXPECT_EQ(frmRecords->Label2(0).Caption(), "Los Angeles");
+  EXPECT_EQ(rig.trace({"request"}).back(), "request " + who_is_on) << "switching on goes on to its end";
 }
 
 TEST(Takeover, HoldsBackATickThatABusyRefreshLetsIn) {

@@ -74,8 +74,10 @@ TEST(RefreshButton, FetchesNoPageWithRowsInTheListAndACountOfZero) {
   rig.press(frmRecords->Toolbar1, refresh);
   rig.press(frmRecords->Toolbar1, refresh);
   rig.clear_trace();
+  frmRecords->Label2(3).Caption = "untouched";
   rig.press(frmRecords->Toolbar1, refresh);
   EXPECT_EQ(rig.trace({"request"}), Lines{"request " + who_is_on});
+  EXPECT_EQ(frmRecords->Label2(3).Caption(), "untouched");
   EXPECT_TRUE(frmRecords->Timer1.Enabled());
   EXPECT_EQ(Panel3(), "Auto Refresh On");
 }
@@ -141,6 +143,17 @@ TEST(RefreshButton, ShowsTheNameOfTheEntryAmongThoseThatShareAPage) {
     EXPECT_EQ(frmRecords->Label2(0).Caption(), area);
     EXPECT_EQ(rig.trace({"request"}).at(1), "request " + southern + "/recenteqs/Maps/121-37.html");
   }
+}
+
+TEST(RefreshButton, AloneTellsOfTheLastChange) {
+  WatchingRig rig;
+  rig.press(frmRecords->Toolbar1, refresh);
+  frmRecords->Label2(3).Caption = "untouched";
+  rig.key('R');
+  Module1->RefreshCount = 700;
+  rig.tick(frmRecords->Timer1);
+  EXPECT_EQ(rig.fetches(), 3);
+  EXPECT_EQ(frmRecords->Label2(3).Caption(), "untouched");
 }
 
 TEST(RefreshButton, GoesOnAfterAFailedRefresh) {
