@@ -7,8 +7,7 @@ namespace borvane {
 std::string_view ListItem::SubItems(int number) const {
   if (number < 1)
     Fail(Failure::Subscript);
-  const auto position = static_cast<std::size_t>(number - 1);
-  return position < SubItemTexts.size() ? std::string_view(SubItemTexts[position]) : std::string_view();
+  return SubItemTexts(number);
 }
 
 const ListItem &ListRows::operator()(int row) const {
@@ -45,11 +44,7 @@ void ListRows::SetSubItem(int row, int number, std::string_view text) {
   ListItem &item = Checked(row);
   if (number < 1)
     Fail(Failure::Subscript);
-  const auto position = static_cast<std::size_t>(number - 1);
-  std::string kept(text);  // may be a text of this row, which the next line moves
-  if (position >= item.SubItemTexts.size())
-    item.SubItemTexts.resize(position + 1);
-  item.SubItemTexts[position] = std::move(kept);
+  item.SubItemTexts.Set(number, text);
   if (watcher_ != nullptr)
     watcher_->RowChanged(row);
 }

@@ -4,13 +4,14 @@
 #include <vector>
 
 #include "controls/control.h"
+#include "controls/packed_texts.h"
 
 namespace borvane {
 
 /// A row of a list: its text and the texts of the further columns, counted from 1.
 struct ListItem {
   std::string Text;
-  std::vector<std::string> SubItemTexts = {};
+  PackedTexts SubItemTexts = {};
 
   /// The text of the sub-item at `number`; empty where none has been set. Raises a subscript failure below 1.
   std::string_view SubItems(int number) const;

@@ -60,11 +60,7 @@ void AddEventRow(std::string_view /*ignored*/, EventFields &fields) {
 
 void AppendEvent(EventFields &fields) {
   constexpr int last_slot = 8;
-  ListItem item;
-  item.Text = fields(1);
-  const std::span<const std::string> further = fields.Slots(2, last_slot);
-  item.SubItemTexts.assign(further.begin(), further.end());
-  frmRecords->ListView1.ListItems.Add(std::move(item));
+  frmRecords->ListView1.ListItems.Add({.Text = fields(1), .SubItemTexts = PackedTexts(fields.Slots(2, last_slot))});
 }
 
 }  // namespace borvane

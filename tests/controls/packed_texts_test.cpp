@@ -1,0 +1,55 @@
+#include "controls/packed_texts.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace borvane {
+namespace {
+
+TEST(PackedTexts, GivesEachTextBack) {
+  const PackedTexts texts = {"Area", "", std::string_view("a\0b", 3), "Time Recorded"};
+  EXPECT_EQ(texts(1), "Area");
+  EXPECT_EQ(texts(2), "");
+  EXPECT_EQ(texts(3), std::string_view("a\0b", 3));
+  EXPECT_EQ(texts(4), "Time Recorded");
+}
+
+TEST(PackedTexts, IsEmptyWhereNothingHasBeenSet) {
+  EXPECT_EQ(PackedTexts()(1), "");
+  EXPECT_EQ(PackedTexts({"x"})(2), "");
+  EXPECT_EQ(PackedTexts({"x"})(2'000'000'000), "");
+}
+
+TEST(PackedTexts, TakesTheTextsOfAList) {
+  const std::vector<std::string> list = {"one", std::string(100'000, 'x'), "three"};
+  const PackedTexts texts{std::span<const std::string>(list)};
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(texts(i + 1), list[static_cast<std::size_t>(i)]);
+}
+
+TEST(PackedTexts, SetsATextAndLeavesTheOthers) {
+  PackedTexts texts = {"one", "two", "three"};
+  texts.Set(2, "a longer text");
+  EXPECT_EQ(texts(1), "one");
+  EXPECT_EQ(texts(2), "a longer text");
+  EXPECT_EQ(texts(3), "three");
+
+  texts.Set(5, "five");
+  EXPECT_EQ(texts(3), "three");
+  EXPECT_EQ(texts(4), "");
+  EXPECT_EQ(texts(5), "five");
+}
+
+TEST(PackedTexts, SetsATextToAnotherOfItsOwn) {
+  PackedTexts texts = {"one", "two"};
+  texts.Set(1, texts(2));
+  texts.Set(4, texts(1));
+  EXPECT_EQ(texts(1), "two");
+  EXPECT_EQ(texts(2), "two");
+  EXPECT_EQ(texts(4), "two");
+}
+
+}  // namespace
+}  // namespace borvane
