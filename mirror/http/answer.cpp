@@ -68,9 +68,9 @@ const char *Explanation(int status) {
 Answer StatusPage(int status) {
   const QByteArray title = QByteArray::number(status) + ' ' + Reason(status);
   return {.status = status,
-          .body = "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"windows-1252\"><title>" + title +
+          .body = R"(<!DOCTYPE html><html lang="en"><head><meta charset="windows-1252"><title>)" + title +
                   "</title></head><body><h1>" + title + "</h1><p>" + Explanation(status) +
-                  "</p><p><a href=\"/\">All pages</a></p></body></html>"};
+                  R"(</p><p><a href="/">All pages</a></p></body></html>)"};
 }
 
 QByteArray WireText(const Answer &answer, bool with_body, Afterwards afterwards) {
