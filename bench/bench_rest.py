@@ -14,20 +14,12 @@ import sys
 import tempfile
 import time
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
+from monitor import HOSTS, LATER_START  # noqa: E402
+
 LIMIT = 0.1  # % of a core
 TWO_PERIODS = 980  # seconds; a period is 700 ticks of 700 ms
 BUTTON = ("33", "168")  # the middle of the switch, in the window
-
-SETTINGS = """[General]
-MacID=500000
-RunTime=11
-ad=" 5"
-noBother=1
-Area=Los Angeles
-
-[Hosts]
-"""
-HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
 
 
 def wait_for(what, condition):
@@ -53,7 +45,7 @@ class Monitor:
     def __init__(self, program, port, environment, folder, refreshes):
         settings = folder / "Nalvorin/Borvane.conf"
         settings.parent.mkdir(parents=True)
-        settings.write_text(SETTINGS + "".join(f"{name}={name.lower()}.localhost:{port}\n" for name in HOSTS))
+        settings.write_text(LATER_START + "".join(f"{name}={name.lower()}.localhost:{port}\n" for name in HOSTS))
         self.environment = dict(environment, XDG_CONFIG_HOME=str(folder))
         self.process = subprocess.Popen([program], env=self.environment, stderr=subprocess.DEVNULL)
         self.window = wait_for("the window", lambda: x(

@@ -14,18 +14,11 @@ import sys
 import tempfile
 import time
 
-# A later start, as a user has it: settings are there, no banner, and no host that would have to be started first.
-SETTINGS = """[General]
-MacID=500000
-RunTime=11
-ad=" 5"
-noBother=1
-Area=Los Angeles
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
+from monitor import LATER_START  # noqa: E402
 
-[Hosts]
-National=127.0.0.1:1
-Maker=127.0.0.1:1
-"""
+# No host would have to be started first.
+SETTINGS = LATER_START + "National=127.0.0.1:1\nMaker=127.0.0.1:1\n"
 
 
 def start(program, library, environment):

@@ -21,14 +21,13 @@ struct ServiceAnswer {
 
 /// What one client may ask of the service. What is longer is answered by 400, what comes more often by 429.
 struct ServiceLimits {
-  qsizetype reports_a_minute = 30;  ///< felt reports from one address
-  qsizetype details_a_minute =
-      120;                   ///< details of felt reports from one address; two belong to a report, and may straggle
-  qsizetype report = 1'000;  ///< bytes of a felt report
-  int separators = 11;       ///< "|" in a felt report; the monitor reads no line with more
-  qsizetype map = 1'000;     ///< bytes of the name of a map
-  qsizetype macid = 64;      ///< bytes of the number of a client
-  qsizetype version = 64;    ///< bytes of the version that a client names
+  qsizetype reports_a_minute = 30;   ///< felt reports from one address
+  qsizetype details_a_minute = 120;  ///< details of felt reports from one address; two belong to one, and may straggle
+  qsizetype report = 1'000;          ///< bytes of a felt report
+  int separators = 11;               ///< "|" in a felt report; the monitor reads no line with more
+  qsizetype map = 1'000;             ///< bytes of the name of a map
+  qsizetype macid = 64;              ///< bytes of the number of a client
+  qsizetype version = 64;            ///< bytes of the version that a client names
 };
 
 /// The maker's service: presence, the newest version, felt reports. Nothing in it is secret or signed; it tells nobody

@@ -5,15 +5,8 @@ import sys
 import time
 import unittest
 
-from page_server import PageServer
+from page_server import AREA, PAGE, TARGET, PageServer
 from system_test import SystemTest
-
-AREA = "Los Angeles"
-TARGET = b"/recenteqs/Maps/Los_Angeles.html"
-PAGE = b"""<PRE>
-<A HREF="/recenteqs/Maps/117-34.html">map</A> 3.1  <A HREF="/recenteqs/Quakes/tt1.html">2024/02/29 23:59:59 34.000N 117.000W 5.0</A>    1 km ( 1 mi) N of Sometown, CA
-</PRE>
-"""
 
 
 class Fetching(SystemTest):

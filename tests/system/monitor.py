@@ -5,6 +5,17 @@ TITLE = "Borvane - Last Events"
 HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
 
 
+# What a user has who starts the program not for the first time, up to the hosts: the banner shows no more.
+LATER_START = """[General]
+MacID=500000
+RunTime=11
+ad=" 5"
+noBother=1
+Area=Los Angeles
+
+[Hosts]
+"""
+
 def write_hosts(settings_file, host_of):
     """Puts hosts of the test's own in place of the default ones, before the monitor starts."""
     settings_file.parent.mkdir(parents=True, exist_ok=True)

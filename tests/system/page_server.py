@@ -4,6 +4,14 @@ import select
 import socket
 import threading
 
+# An area, where its page is asked for, and a page with one event.
+AREA = "Los Angeles"
+TARGET = b"/recenteqs/Maps/Los_Angeles.html"
+PAGE = b"""<PRE>
+<A HREF="/recenteqs/Maps/117-34.html">map</A> 3.1  <A HREF="/recenteqs/Quakes/tt1.html">2024/02/29 23:59:59 34.000N 117.000W 5.0</A>    1 km ( 1 mi) N of Sometown, CA
+</PRE>
+"""
+
 
 class PageServer:
     """Answers every GET with `page`. Use as a context; `address` is its host and port."""

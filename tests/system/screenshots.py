@@ -12,18 +12,7 @@ import time
 from pathlib import Path
 
 from desk import Desk, wait_for
-from monitor import HOSTS, Monitor
-
-# A later start, when the banner shows no more.
-SETTINGS = """[General]
-MacID=500000
-RunTime=11
-ad=" 5"
-noBother=1
-Area=Los Angeles
-
-[Hosts]
-"""
+from monitor import HOSTS, LATER_START, Monitor
 
 # The colours of a dark desktop, in the file in which Qt finds those of KDE.
 DARK = {
@@ -69,7 +58,7 @@ class Photographer:
     def start_monitor(self, scale=1, dark=False):
         self.desk.settings_file.parent.mkdir(parents=True, exist_ok=True)
         hosts = "".join(f"{name}={name.lower()}.localhost:{self.port}\n" for name in HOSTS)
-        self.desk.settings_file.write_text(SETTINGS + hosts)
+        self.desk.settings_file.write_text(LATER_START + hosts)
         os.environ.update(QT_SCALE_FACTOR=str(scale), XDG_CURRENT_DESKTOP="KDE" if dark else "", KDE_SESSION_VERSION="5")
         return Monitor(self.desk, self.programs / "borvane")
 

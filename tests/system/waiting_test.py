@@ -4,20 +4,14 @@ inside one that waits."""
 import time
 import unittest
 
-from page_server import Host, PageServer
+from page_server import AREA, PAGE, TARGET, Host, PageServer
 from system_test import SystemTest
-
-TARGET = b"/recenteqs/Maps/Los_Angeles.html"
-PAGE = b"""<PRE>
-<A HREF="/recenteqs/Maps/117-34.html">map</A> 3.1  <A HREF="/recenteqs/Quakes/tt1.html">2024/02/29 23:59:59 34.000N 117.000W 5.0</A>    1 km ( 1 mi) N of Sometown, CA
-</PRE>
-"""
 
 
 class Takeover(SystemTest):
     def test_r_takes_over_from_a_refresh_that_waits(self):
         server = self.use_server(PageServer(PAGE))
-        self.use_settings(Area="Los Angeles")
+        self.use_settings(Area=AREA)
         server.hold()
         monitor = self.start_monitor()
         monitor.press_key("r")
@@ -46,7 +40,7 @@ class SilentMaker(SystemTest):
         self.pages = self.enterContext(PageServer(PAGE))
         self.maker = self.enterContext(Host())
         self.use_hosts(lambda name: (self.maker if name == "Maker" else self.pages).address)
-        self.use_settings(Area="Los Angeles", Refresh="0")
+        self.use_settings(Area=AREA, Refresh="0")
         self.monitor = self.start_monitor()
         self.monitor.press_key("r")
         self.monitor.wait_for_rows()
