@@ -1,4 +1,4 @@
-// How long a page takes from the answer to the painted list, and how long a step through a long list; beside it a bare
+// Measures the time from the answer to the painted list, and of a step through a long list; for comparison a bare
 // QTreeView over a model of ready-made texts.
 
 #include <QApplication>
@@ -47,7 +47,7 @@ class Painted final : public QObject {
   bool is_painted_ = false;
 };
 
-/// The least that a model of texts can be.
+/// A minimal model of texts.
 class BareModel final : public QAbstractTableModel {
  public:
   int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : rows_; }
@@ -67,7 +67,7 @@ class BareModel final : public QAbstractTableModel {
   QString text_ = "118.667W";
 };
 
-/// The monitor's own records window with its list.
+/// The monitor's records window with its list.
 class Monitor {
  public:
   Monitor() : program_(host_.Services(), forms_) {
@@ -85,7 +85,7 @@ class Monitor {
   QTreeView &view() { return *view_; }
   Painted &painted() { return *painted_; }
 
-  void Take(std::string page, int /*rows*/) {
+  void Load(std::string page, int /*rows*/) {
     Integer mode = 1;
     ScanQuakesList(mode, page);
   }
@@ -98,7 +98,7 @@ class Monitor {
   std::optional<Painted> painted_;
 };
 
-/// A window with nothing but a view, as large as the monitor's list.
+/// A window with only a view, as large as the monitor's list.
 class Bare {
  public:
   explicit Bare(QSize size) : painted_(view_) {
@@ -111,7 +111,7 @@ class Bare {
 
   QTreeView &view() { return view_; }
   Painted &painted() { return painted_; }
-  void Take(std::string_view /*page*/, int rows) { model_.Fill(rows); }
+  void Load(std::string_view /*page*/, int rows) { model_.Fill(rows); }
 
  private:
   BareModel model_;
@@ -130,16 +130,16 @@ void Fill(benchmark::State &state, Window &window) {
   const auto rows = static_cast<int>(state.range(0));
   const std::string page = QuakesPage(rows);
   for (auto _ : state) {
-    window.Take(page, rows);
+    window.Load(page, rows);
     window.painted().Wait(rows);
   }
 }
 
-/// One step through the list and its repaint; at the end it begins anew.
+/// One step through the list and its repaint; at the end it starts again from the top.
 template <class Window>
 void Step(benchmark::State &state, Window &window, Qt::Key key) {
   const auto rows = static_cast<int>(state.range(0));
-  window.Take(QuakesPage(rows), rows);
+  window.Load(QuakesPage(rows), rows);
   window.painted().Wait(rows);
   QTreeView &view = window.view();
   view.setFocus();

@@ -1,6 +1,6 @@
-"""How fast the mirror serves a page of 1,000 events; beside it nginx, which serves the same bytes as a file.
+"""How fast the mirror serves a page of 1,000 events, compared with nginx, which serves the same bytes as a file.
 
-Both have one worker and keep their connections alive; they take turns, and the medians are compared.
+Both have one worker and keep their connections alive; they run alternately, and the medians are compared.
 
 usage: bench_mirror.py BUILD-FOLDER [--once]
 """
@@ -91,7 +91,7 @@ def main():
     servers = []
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        # nginx started by root serves as another user.
+        # nginx started by root runs its workers as another user.
         folder.chmod(0o755)
         try:
             write_catalogue(folder / "events.json")
@@ -102,7 +102,7 @@ def main():
             wait_for(ports["mirror"])
             page = get(ports["mirror"])
             if page.count(b"/recenteqs/Quakes/") != EVENTS:
-                raise SystemExit("the mirror's page does not hold the events")
+                raise SystemExit("the mirror's page does not contain the events")
 
             file = folder / "files" / PATH.lstrip("/")
             file.parent.mkdir(parents=True)

@@ -1,4 +1,4 @@
-"""What the monitor costs while nobody touches it: with the refresh off, and with an area on at the default interval.
+"""What an idle monitor costs: with the refresh off, and with an area watched at the default interval.
 
 Both rest for two periods of refreshing (980 s), at the same time and on one screen, and read the pages of a mirror of
 their own. Processor time is the kernel's count for all their threads; a wake-up is one of the main thread, which had been
@@ -28,7 +28,7 @@ def wait_for(what, condition):
         if result:
             return result
         time.sleep(0.05)
-    raise SystemExit(f"waited in vain for {what}")
+    raise SystemExit(f"timed out waiting for {what}")
 
 
 def first_line(program):

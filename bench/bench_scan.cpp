@@ -1,4 +1,4 @@
-// How fast a page becomes rows: the scanner, and beside it libxml2's push parser with a SAX handler that takes out the
+// How fast a page becomes rows: the scanner, compared with libxml2's push parser and a SAX handler that extracts the
 // same rows.
 
 #include <cstdlib>
@@ -23,10 +23,10 @@ constexpr int rows_of_page = 10'000;
 /// The eight fields of an event, in the order of the list's columns.
 using Row = std::array<std::string, 8>;
 
-/// Takes the rows out of what an HTML parser reports.
+/// Extracts the rows from what an HTML parser reports.
 class SaxRows {
  public:
-  /// Reads a page of single bytes, given to the parser in pieces of `piece` bytes.
+  /// Reads a page of single bytes, passed to the parser in pieces of `piece` bytes.
   const std::vector<Row> &Read(std::string_view page, std::size_t piece) {
     rows_.clear();
     where_ = Where::Outside;
@@ -133,7 +133,7 @@ void PeerLibxml2(benchmark::State &state) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(page.size()));
 }
 
-/// The least that a scan has to do: copy the page once and make the eight texts of each row.
+/// The minimum that a scan has to do: copy the page once and make the eight texts of each row.
 void BareLimitOfTexts(benchmark::State &state) {
   const std::string page = QuakesPage(rows_of_page);
   const std::vector<Row> rows = SaxRows().Read(page, 4096);
@@ -146,7 +146,7 @@ void BareLimitOfTexts(benchmark::State &state) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(page.size()));
 }
 
-/// Both must read the same rows, or there is nothing to compare.
+/// The comparison is only valid if both read the same rows.
 bool SameRows() {
   IdleHost host;
   const Program program(host.Services(), host);

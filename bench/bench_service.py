@@ -1,5 +1,5 @@
-"""How fast the maker's service gives felt reports, and how long an answer takes while reports come in; on a file of SQLite and on a
-PostgreSQL server, each with its usual settings. Beside it nginx, which serves the same bytes as a file.
+"""How fast the maker's service returns felt reports, and how long an answer takes while reports come in; on an SQLite file and on a
+PostgreSQL server, each with its usual settings. Compared with nginx, which serves the same bytes as a file.
 
 A map of 1,000 reports, 16 connections that stay open; 100 reports a second to other maps, from 200 addresses.
 
@@ -26,7 +26,7 @@ from postgresql import Postgresql  # noqa: E402
 CONNECTIONS = 16
 RECORDS = 1000
 REPORTS_A_SECOND = 100
-ADDRESSES = 250  # the service takes 30 reports a minute from each
+ADDRESSES = 250  # the service accepts 30 reports a minute from each
 SCRIPT = "/cgi-bin/borvane/control.pl"
 RECORD = "235|10/23/2024 04:15:09 AM|35|3.428571|1|0|95045"
 
@@ -111,7 +111,7 @@ async def fill(port):
 
 
 def measure_service(build, store, seconds):
-    """Prints the figures of the service on that store; gives the answer that it sends."""
+    """Prints the figures of the service on that store; returns the answer that it sends."""
     port = free_port()
     with program(build / "bin/borvane-mirror", "--listen", f"127.0.0.1:{port}", "--store", store):
         wait_for(port)
@@ -145,7 +145,7 @@ def main():
     seconds = 1 if "--once" in sys.argv else 10
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        # nginx started by root serves as another user.
+        # nginx started by root runs its workers as another user.
         folder.chmod(0o755)
         print("SQLite")
         answer = measure_service(build, folder / "service.sqlite", seconds)

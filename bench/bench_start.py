@@ -1,7 +1,7 @@
-"""From the start of the monitor to its first painted window: time and resident memory; beside it a bare window of the
-same size, built with the same flags. They take turns on a screen of their own, and the medians are compared.
+"""From the start of the monitor to its first painted window: time and resident memory; compared with a bare window of
+the same size, built with the same flags. They run alternately on a screen of their own, and the medians are compared.
 
-The moment is the first picture that goes to the X server, told by a small library that is preloaded into both.
+The moment is the first picture that is sent to the X server, reported by a small library that is preloaded into both.
 
 usage: bench_start.py BUILD-FOLDER [--once]
 """
@@ -17,7 +17,7 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
 from monitor import LATER_START  # noqa: E402
 
-# No host would have to be started first.
+# With these hosts, no server has to be started first.
 SETTINGS = LATER_START + "National=127.0.0.1:1\nMaker=127.0.0.1:1\n"
 
 

@@ -6,20 +6,20 @@
 #include <optional>
 #include <vector>
 
-#include "service/store_address.h"
+#include "common/hosts.h"
+#include "store/store_address.h"
 
 namespace borvane::mirror {
-
-constexpr quint16 default_port = 17650;
 
 /// What the command line asks for.
 struct Options {
   QString catalogue;                    ///< file of events; empty for the bundled sample
   std::vector<QHostAddress> addresses;  ///< where to listen; empty for both loopback addresses
-  quint16 port = default_port;
+  quint16 port = mirror_port;
   StoreAddress store = DefaultStoreAddress();  ///< of the maker's service
-  QString newest_version = BORVANE_VERSION;    ///< that the maker's service tells of
-  bool attended = false;                       ///< to end with the last monitor
+  QStringList hosts;                           ///< names, in lower case, by which monitors reach the maker's service
+  QString newest_version = BORVANE_VERSION;    ///< that the maker's service reports
+  QString attended;                            ///< folder of the socket for monitors; empty to run without them
   bool help = false;
   bool version = false;
 };
@@ -30,7 +30,7 @@ struct CommandLine {
   QString fault;  ///< empty when all is well
 };
 
-/// Reads the arguments behind the program's name.
+/// Reads the arguments after the program's name.
 CommandLine ReadCommandLine(const QStringList &arguments);
 
 /// What the options are and do.

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "mirror.h"
+#include "stop_signals.h"
 
 int main(int argc, char *argv[]) {
 #ifdef SIGPIPE
@@ -30,11 +31,12 @@ int main(int argc, char *argv[]) {
   }
   int status = 0;
   {
+    const StopSignals stop_signals;
     Mirror mirror(line.options);
     const std::optional<int> end = mirror.Start();
     status = end ? *end : QCoreApplication::exec();
   }
-  // A store that hangs leaves its thread behind. It may wake at any moment, and must not find Qt half taken down.
+  // A store that hangs leaves its thread running. It may wake at any moment, and must not find Qt half taken down.
   std::fflush(nullptr);
   std::_Exit(status);
 }

@@ -2,24 +2,33 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QFile>
 #include <algorithm>
 #include <cstdio>
 
-#include "attendance.h"
 #include "catalogue/sample.h"
-#include "neighbour.h"
+#include "common/attendance.h"
+#include "mirror_version_at.h"
 #include "open_files.h"
 
 namespace borvane::mirror {
 
 namespace {
 
-/// Tells something on standard error.
-void Tell(const QString &text) { std::fprintf(stderr, "borvane-mirror: %s\n", qPrintable(text)); }
+/// Writes a line to standard error.
+void Log(const QString &text) { std::fprintf(stderr, "borvane-mirror: %s\n", qPrintable(text)); }
 
 QString AddressText(const QHostAddress &address, quint16 port) {
   const bool is_ipv6 = address.protocol() == QAbstractSocket::IPv6Protocol;
   return QString(is_ipv6 ? "[%1]:%2" : "%1:%2").arg(address.toString()).arg(port);
+}
+
+/// What is logged when a mirror of that version listens at `place`.
+QString AlreadyServed(const QString &place, const QString &version) {
+  if (version == BORVANE_VERSION)
+    return QString("another borvane-mirror serves %1 already").arg(place);
+  return QString("a borvane-mirror of another version serves %1 already: %2, this is %3")
+      .arg(place, version, BORVANE_VERSION);
 }
 
 /// The server's limits, with no more connections than this process may have files open. The system gives no answer to
@@ -29,7 +38,10 @@ Limits LimitsOfThisProcess() {
   constexpr int fewest_connections = 10;
   Limits limits;
   const int files = AllowOpenFiles(limits.connections + limits.refusals + other_files);
-  limits.connections = std::max(fewest_connections, files - limits.refusals - other_files);
+  const int connections = std::max(fewest_connections, files - other_files);
+  limits.refusals = std::min(limits.refusals, connections / 5);
+  limits.connections = connections - limits.refusals;
+  limits.connections_of_a_client = std::max(fewest_connections, limits.connections / 4);
   return limits;
 }
 
@@ -39,16 +51,15 @@ Mirror::Mirror(Options options)
     : options_(std::move(options)),
       service_({.store = options_.store,
                 .newest_version = options_.newest_version,
+                .hosts = options_.hosts,
                 .clock = QDateTime::currentMSecsSinceEpoch,
-                .tell = Tell}),
-      server_(LimitsOfThisProcess(), [this](const Request &request, const QHostAddress &client, const Reply &reply) {
-        AnswerTo(request, client, reply);
-      }) {}
+                .log = Log}),
+      server_(LimitsOfThisProcess(), router_) {}
 
 std::optional<int> Mirror::Start() {
   if (const std::optional<int> status = Listen())
     return status;
-  if (options_.attended)
+  if (!options_.attended.isEmpty())
     if (const std::optional<int> status = WaitForMonitors())
       return status;
   ReadCatalogue();
@@ -66,27 +77,14 @@ void Mirror::ReadCatalogue() {
   site_.SetCatalogue(std::make_shared<Catalogue>(), options_.catalogue);
   const auto take = [this](CatalogueReading reading) {
     if (reading.left_out > 0)
-      Tell(QString("%1: %2 of %3 features are left out, they have no usable id, time or epicentre")
-               .arg(options_.catalogue)
-               .arg(reading.left_out)
-               .arg(reading.left_out + static_cast<int>(reading.events.size())));
+      Log(QString("%1: %2 of %3 features are left out, they have no usable id, time or epicentre")
+              .arg(options_.catalogue)
+              .arg(reading.left_out)
+              .arg(reading.left_out + static_cast<int>(reading.events.size())));
     site_.SetCatalogue(std::make_shared<Catalogue>(std::move(reading.events)), options_.catalogue);
   };
-  file_ = std::make_unique<CatalogueFile>(options_.catalogue, take, Tell);
+  file_ = std::make_unique<CatalogueFile>(options_.catalogue, take, Log);
   file_->Start();
-}
-
-void Mirror::AnswerTo(const Request &request, const QHostAddress &client, const Reply &reply) {
-  if (Service::Serves(request.target) && KindOfHost(request.host).value_or(HostKind::Maker) == HostKind::Maker) {
-    service_.Answer(request.method, request.target, client, [reply](const ServiceAnswer &answer) {
-      Answer page = answer.status == 200 ? Answer{.type = answer.type, .body = answer.body} : StatusPage(answer.status);
-      page.allow = "GET";
-      reply(page);
-    });
-    return;
-  }
-  std::optional<QByteArray> page = site_.Page(request.target, request.host);
-  reply(page ? Answer{.body = std::move(*page)} : StatusPage(404));
 }
 
 std::optional<int> Mirror::Listen() {
@@ -105,7 +103,7 @@ std::optional<int> Mirror::Listen() {
     if (second == Listening::Begun)
       options_.addresses.emplace_back(QHostAddress::LocalHostIPv6);
     else
-      Tell("goes on with IPv4 alone");
+      Log("goes on with IPv4 alone");
   }
   return std::nullopt;
 }
@@ -118,23 +116,24 @@ Mirror::Listening Mirror::ListenAt(const QHostAddress &address) {
   }
   const QString place = AddressText(address, options_.port);
   if (server_.ListenError() != QAbstractSocket::AddressInUseError) {
-    Tell(QString("cannot listen on %1: %2").arg(place, server_.ListenErrorText()));
+    Log(QString("cannot listen on %1: %2").arg(place, server_.ListenErrorText()));
     return Listening::Impossible;
   }
-  if (IsMirror(address, options_.port)) {
-    Tell(QString("another borvane-mirror serves %1 already").arg(place));
+  if (const std::optional<std::string> version = MirrorVersionAt(address, options_.port)) {
+    Log(AlreadyServed(place, QString::fromStdString(*version)));
     return Listening::MirrorIsThere;
   }
-  Tell(QString("cannot listen on %1: another program listens there").arg(place));
+  Log(QString("cannot listen on %1: another program listens there").arg(place));
   return Listening::ForeignIsThere;
 }
 
 std::optional<int> Mirror::WaitForMonitors() {
-  attendants_ = std::make_unique<Attendants>([] { QCoreApplication::quit(); });
-  const QString fault = attendants_->Start(AttendanceSocketName(options_.port));
+  monitors_ = std::make_unique<Monitors>([] { QCoreApplication::quit(); });
+  const std::string socket = AttendanceSocket(QFile::encodeName(options_.attended).toStdString(), options_.port);
+  const QString fault = monitors_->Start(QFile::decodeName(socket.c_str()));
   if (fault.isEmpty())
     return std::nullopt;
-  Tell(fault);
+  Log(fault);
   return 1;
 }
 

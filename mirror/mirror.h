@@ -3,10 +3,11 @@
 #include <memory>
 #include <optional>
 
-#include "attendants.h"
 #include "catalogue/catalogue_file.h"
 #include "command_line.h"
+#include "http/router.h"
 #include "http/server.h"
+#include "monitors.h"
 #include "pages/site.h"
 #include "service/service.h"
 
@@ -18,8 +19,8 @@ class Mirror {
  public:
   explicit Mirror(Options options);
 
-  /// Reads the catalogue and begins to listen, and says so on standard output. Gives the exit status when the mirror
-  /// has to end already, with the reason told on standard error.
+  /// Reads the catalogue and begins to listen, and says so on standard output. Returns the exit status when the mirror
+  /// has to end already, with the reason on standard error.
   std::optional<int> Start();
 
  private:
@@ -32,7 +33,6 @@ class Mirror {
   };
 
   void ReadCatalogue();
-  void AnswerTo(const Request &request, const QHostAddress &client, const Reply &reply);
   std::optional<int> Listen();
   Listening ListenAt(const QHostAddress &address);
   std::optional<int> WaitForMonitors();
@@ -40,9 +40,10 @@ class Mirror {
   Options options_;
   Site site_;
   Service service_;
+  Router router_{{&service_, &site_}};
   Server server_;
   std::unique_ptr<CatalogueFile> file_;
-  std::unique_ptr<Attendants> attendants_;
+  std::unique_ptr<Monitors> monitors_;
 };
 
 }  // namespace borvane::mirror

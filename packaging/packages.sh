@@ -1,27 +1,33 @@
 # The Debian packages that the commands `run` and `test` need, in one place. Both source this file.
 # shellcheck shell=bash disable=SC2016,SC2034
 
-# To build the two programs and their tests, to show a window, to keep what the maker's service is told.
+# To build the two programs and their tests, to show a window, to sound an alarm, to store what the maker's service receives.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libx11-dev
-  libgtest-dev fonts-liberation libqt6sql6-sqlite libqt6sql6-psql)
+  libgtest-dev fonts-liberation libpulse0 libqt6sql6-sqlite libqt6sql6-psql)
 
 # To drive the real programs on a virtual screen: the screen, its window manager, keys and clicks, the session bus, the
-# screen reader's view, the screenshot.
-screen_packages=(xvfb openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3 imagemagick)
+# screen reader's view, the screenshot, the check of the autostart entry.
+screen_packages=(xvfb openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3 imagemagick
+  desktop-file-utils)
 
-# To test the maker's service on a database server.
-service_packages=(postgresql)
+# To record what the alarm sounds like, on a sound server that the tests start for themselves. Where there is one it is used as it
+# is: pulseaudio would take the place of the packages by which PipeWire serves a desktop.
+sound_packages=(pulseaudio-utils)
+if ! command -v pulseaudio pipewire-pulse >/dev/null; then sound_packages+=(pulseaudio); fi
 
-# To check the code. The form and the findings depend on the version, so the version is named.
+# To test the maker's service on a database server, and the backup of its file.
+service_packages=(postgresql sqlite3)
+
+# To check the code. Format and findings depend on the version, so the version is fixed.
 check_packages=(binutils ccache clang-format-14)
 full_check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev)
 
-# To measure, with the peers that are measured beside.
+# To measure, with the programs that serve as a comparison.
 bench_packages=(libbenchmark-dev libxml2-dev libxcb1-dev libxcb-shm0-dev nginx-light wrk)
 
-# Run as root with the packages as arguments. Debian starts the servers that are among them, and again with the machine: a web
-# server on port 80, a database. Nobody asked for that by running our tests, so a policy forbids it while we install, where the
-# machine has none of its own, and what was not there before is not started with the machine. The tests start their own.
+# Run as root with the packages as arguments. Debian starts the servers among them at once and at each boot: a web server
+# on port 80, a database. Nobody asked for that by running our tests, so a policy forbids it during the installation, unless the
+# machine has a policy of its own, and a server that is new here is disabled at boot. The tests start their own.
 install_quietly='
   policy=/usr/sbin/policy-rc.d
   if [ ! -e "$policy" ]; then
@@ -39,7 +45,7 @@ install_quietly='
     if [ -e "/lib/systemd/system/$server.service" ]; then systemctl --quiet disable "$server" || true; fi
   done'
 
-# require_packages PACKAGE...: installs those that are missing. Where that cannot be done, lists them and ends with status 2.
+# require_packages PACKAGE...: installs those that are missing. If that is impossible, lists them and exits with status 2.
 require_packages() {
   local package missing=()
   for package in "$@"; do

@@ -1,5 +1,5 @@
-// Preloaded into a program: at its first picture of a window's size for the X server it writes the clock, the
-// processor time and the resident memory, and the program ends.
+// Preloaded into a program: when it first sends a picture of a window's size to the X server, this prints the clock,
+// the processor time and the resident memory, and ends the program.
 
 #include <chrono>
 #include <cstdio>
@@ -17,10 +17,10 @@ namespace {
 
 constexpr int smallest_side = 100;
 
-void TellIfWindow(int width, int height) {
+void ReportIfWindow(int width, int height) {
   if (width < smallest_side || height < smallest_side)
     return;
-  // On Linux this is the machine's monotonic clock, which the starter reads, too.
+  // On Linux this is the machine's monotonic clock, which bench_start.py reads, too.
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   std::ifstream status("/proc/self/status");
   std::string line;
@@ -33,7 +33,7 @@ void TellIfWindow(int width, int height) {
   _exit(EXIT_SUCCESS);
 }
 
-/// The library's own procedure. It is asked for by its library, which only Qt's plugin for X11 knows.
+/// The library's own function. It is looked up in that library, which only Qt's plugin for X11 links.
 template <class F>
 F *Own(const char *library, const char *name) {
   return reinterpret_cast<F *>(dlsym(dlopen(library, RTLD_LAZY), name));
@@ -49,7 +49,7 @@ xcb_void_cookie_t xcb_put_image(xcb_connection_t *connection, uint8_t format, xc
   static auto *const own = Own<decltype(xcb_put_image)>("libxcb.so.1", "xcb_put_image");
   const xcb_void_cookie_t cookie =
       own(connection, format, drawable, context, width, height, x, y, left_pad, depth, length, data);
-  TellIfWindow(width, height);
+  ReportIfWindow(width, height);
   return cookie;
 }
 
@@ -60,7 +60,7 @@ xcb_void_cookie_t xcb_shm_put_image(xcb_connection_t *connection, xcb_drawable_t
   static auto *const own = Own<decltype(xcb_shm_put_image)>("libxcb-shm.so.0", "xcb_shm_put_image");
   const xcb_void_cookie_t cookie = own(connection, drawable, context, total_width, total_height, from_x, from_y, width,
                                        height, to_x, to_y, depth, format, send_event, segment, offset);
-  TellIfWindow(width, height);
+  ReportIfWindow(width, height);
   return cookie;
 }
 }

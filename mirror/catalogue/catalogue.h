@@ -13,7 +13,7 @@ class Catalogue {
  public:
   Catalogue() = default;
 
-  /// Of several events with one id the first one stands.
+  /// Of several events with one id the first one counts.
   explicit Catalogue(std::vector<Event> events);
 
   const std::vector<Event> &events() const { return events_; }

@@ -14,10 +14,10 @@ namespace borvane::mirror {
 class CatalogueFile {
  public:
   using TakeEvents = std::function<void(CatalogueReading)>;
-  using TellFault = std::function<void(const QString &fault)>;
+  using LogFault = std::function<void(const QString &fault)>;
 
-  /// `take` gets every good reading, `tell` a sentence about each bad one, which names the file.
-  CatalogueFile(QString path, TakeEvents take, TellFault tell);
+  /// `take` gets every good reading, `log` a sentence about each bad one, which names the file.
+  CatalogueFile(QString path, TakeEvents take, LogFault log);
 
   /// Reads the file now and watches it from now on.
   void Start();
@@ -41,12 +41,12 @@ class CatalogueFile {
 
   QString path_;
   TakeEvents take_;
-  TellFault tell_;
+  LogFault log_;
   QTimer timer_;
   Stamp seen_;                  ///< at the last look
-  std::optional<Stamp> taken_;  ///< of the text that was taken up, or found to be no catalogue
-  QString told_fault_;
-  Stamp told_stamp_;
+  std::optional<Stamp> taken_;  ///< of the text that was read, or found not to be a catalogue
+  QString logged_fault_;
+  Stamp logged_stamp_;
 };
 
 }  // namespace borvane::mirror

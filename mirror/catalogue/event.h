@@ -18,14 +18,14 @@ struct Event {
   QString kind;                     ///< "earthquake", "quarry blast" ...; may be empty
 };
 
-/// Whether `id` can name an event: 1 to 64 letters, digits, ".", "_" and "-" of ASCII. Nothing else can stand in the
+/// Whether `id` can name an event: 1 to 64 letters, digits, ".", "_" and "-" of ASCII. Nothing else can be in the
 /// path of an event's page as it is.
 bool IsEventId(const QString &id);
 
 /// Whether `milliseconds` since 1970 lie within the years that the pages' dates of ten characters have room for.
 bool IsOriginTime(double milliseconds);
 
-/// `degrees` of longitude brought between -180 and 180; nothing when it lies more than one turn away.
+/// `degrees` of longitude brought between -180 and 180; nothing when it is more than one turn away.
 std::optional<double> NormalLongitude(double degrees);
 
 /// `value` when it can be an event's magnitude, otherwise nothing.

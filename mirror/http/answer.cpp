@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include "http/html_page.h"
+
 namespace borvane::mirror {
 
 namespace {
@@ -11,6 +13,10 @@ const char *Reason(int status) {
   switch (status) {
     case 200:
       return "OK";
+    case 301:
+      return "Moved Permanently";
+    case 403:
+      return "Forbidden";
     case 404:
       return "Not Found";
     case 405:
@@ -38,28 +44,32 @@ const char *Reason(int status) {
 
 const char *Explanation(int status) {
   switch (status) {
+    case 301:
+      return "The page has another address.";
+    case 403:
+      return "The service answers neither the pages of other web sites nor requests for an unknown host name.";
     case 404:
       return "There is no page at this address.";
     case 405:
-      return "Pages can be got, and nothing else.";
+      return "This address does not allow the request's method.";
     case 408:
-      return "The request did not come to its end in time.";
+      return "The request was not complete in time.";
     case 413:
       return "A request may have no body.";
     case 414:
       return "The address is too long.";
     case 429:
-      return "Too many reports have come from there. Wait a minute.";
+      return "Too many requests have come from this client. Try again in a minute.";
     case 431:
       return "The request has too many or too long header lines.";
     case 501:
-      return "The request asks for something that this server does not know.";
+      return "The request uses a method or an encoding that this server does not know.";
     case 503:
       return "The server cannot answer this at the moment. Try again later.";
     case 505:
       return "This server speaks HTTP/1.1.";
     default:
-      return "This is no request that the server understands.";
+      return "The server does not understand this request.";
   }
 }
 
@@ -67,13 +77,21 @@ const char *Explanation(int status) {
 
 Answer StatusPage(int status) {
   const QByteArray title = QByteArray::number(status) + ' ' + Reason(status);
-  return {.status = status,
-          .body = R"(<!DOCTYPE html><html lang="en"><head><meta charset="windows-1252"><title>)" + title +
-                  "</title></head><body><h1>" + title + "</h1><p>" + Explanation(status) +
-                  R"(</p><p><a href="/">All pages</a></p></body></html>)"};
+  Answer answer = {.status = status,
+                   .body = HtmlPage(title, "<h1>" + title + "</h1><p>" + Explanation(status) +
+                                               "</p><p><a href=\"/\">All pages</a></p>")};
+  if (status == 405)
+    answer.fields.append(HeaderField{"Allow", "GET, HEAD"});
+  return answer;
 }
 
-QByteArray WireText(const Answer &answer, bool with_body, Afterwards afterwards) {
+Answer Redirection(const QByteArray &location) {
+  Answer answer = StatusPage(301);
+  answer.fields.append(HeaderField{"Location", location});
+  return answer;
+}
+
+QByteArray HeadText(const Answer &answer, Afterwards afterwards) {
   QByteArray text = "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' + Reason(answer.status);
   text += "\r\nServer: borvane-mirror/" BORVANE_VERSION "\r\nDate: ";
   text += QLocale::c().toString(QDateTime::currentDateTimeUtc(), u"ddd, dd MMM yyyy hh:mm:ss 'GMT'").toLatin1();
@@ -81,13 +99,10 @@ QByteArray WireText(const Answer &answer, bool with_body, Afterwards afterwards)
   // A page shows what the catalogue says, and must never load or run anything.
   text += "\r\nContent-Security-Policy: default-src 'none'; style-src 'unsafe-inline'";
   text += "\r\nX-Content-Type-Options: nosniff\r\nCache-Control: no-cache";
-  if (answer.status == 405)
-    text += "\r\nAllow: " + answer.allow;
+  for (const HeaderField &field : answer.fields)
+    text += "\r\n" + field.name + ": " + field.value;
   text += afterwards == Afterwards::Close ? "\r\nConnection: close" : "\r\nConnection: keep-alive";
-  text += "\r\n\r\n";
-  if (with_body)
-    text += answer.body;
-  return text;
+  return text + "\r\n\r\n";
 }
 
 }  // namespace borvane::mirror

@@ -1,88 +1,105 @@
 #include "http/connection.h"
 
 #include <QPointer>
-#include <QtGlobal>
-
-#ifdef Q_OS_WIN
-#include <winsock2.h>
-#else
-#include <sys/socket.h>
-#endif
 
 namespace borvane::mirror {
 
 namespace {
 
-constexpr qint64 chunk_size = 16 * 1024;
-
-/// Tells the other side that nothing more will be sent, and goes on receiving, which Qt's sockets cannot.
-void EndSending(qintptr descriptor) {
-#ifdef Q_OS_WIN
-  ::shutdown(static_cast<SOCKET>(descriptor), SD_SEND);
-#else
-  ::shutdown(static_cast<int>(descriptor), SHUT_WR);
-#endif
-}
+/// A body up to this size is sent with its head, a longer one from where it is, without a copy.
+constexpr qsizetype short_body = 16 * 1024;
 
 }  // namespace
 
-Connection::Connection(qintptr descriptor, const Limits &limits, const Handler &handler, QObject *parent)
-    : QObject(parent), limits_(limits), handler_(handler) {
-  connect(&socket_, &QTcpSocket::readyRead, this, [this] { ReadOn(); });
-  connect(&socket_, &QTcpSocket::bytesWritten, this, [this] { OnBytesWritten(); });
-  connect(&socket_, &QTcpSocket::disconnected, this, [this] { deleteLater(); });
-  if (!socket_.setSocketDescriptor(descriptor)) {
-    deleteLater();
-    return;
-  }
-  // What is not read stays in the system's buffer, so that a client that sends faster than it takes is slowed down.
-  socket_.setReadBufferSize(chunk_size);
-  socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+Connection::Connection(qintptr descriptor, const QHostAddress &client, const Shared &shared, QObject *parent)
+    : QObject(parent),
+      shared_(shared),
+      client_(client),
+      socket_(
+          descriptor, [this] { OnReceivable(); }, [this] { SendOn(); }) {
   Enter(State::Idle);
 }
 
-void Connection::Refuse(int status) {
-  Send(WireText(StatusPage(status), true, Afterwards::Close));
-  Close();
+Connection::~Connection() { DropBody(); }
+
+void Connection::RefuseRequest(int status) {
+  refusal_ = status;
+  RestartTime();
 }
 
 void Connection::CheckTime() {
   if (!deadline_.hasExpired())
     return;
-  if (state_ == State::InHead && socket_.bytesToWrite() == 0)
-    Refuse(408);
-  else if (state_ == State::Answering && socket_.bytesToWrite() == 0)
-    Refuse(503);
-  else if (state_ == State::Idle && socket_.bytesToWrite() == 0)
-    Close();
-  else
-    socket_.abort();
+  switch (state_) {
+    case State::InHead:
+      // The form of a refusal depends on the request line.
+      if (!request_.target.isEmpty()) {
+        Refuse(408);
+        break;
+      }
+      [[fallthrough]];
+    case State::Idle:
+      Close();
+      break;
+    case State::Answering:
+      Refuse(503);
+      break;
+    case State::Sending:
+    case State::Lingering:
+    case State::Ended:
+      Abort();
+  }
 }
 
-void Connection::ReadOn() {
-  while (socket_.isOpen() && (state_ == State::Idle || state_ == State::InHead)) {
-    if (static_cast<std::size_t>(socket_.bytesToWrite()) > limits_.unsent)
-      return;
+void Connection::OnReceivable() {
+  if (state_ == State::Idle || state_ == State::InHead)
+    ReadRequests();
+  else if (state_ == State::Lingering)
+    Discard();
+  else
+    // What is not read stays in the system's buffer, so that a client that sends faster than it takes is slowed down.
+    socket_.WatchReceiving(false);
+}
+
+void Connection::ReadRequests() {
+  while (state_ == State::Idle || state_ == State::InHead) {
     if (worth_reading_ && AnswerNext())
       continue;
-    const QByteArray chunk = socket_.read(chunk_size);
-    if (chunk.isEmpty())
-      return;
-    received_ += chunk;
-    worth_reading_ = chunk.contains('\n') || static_cast<std::size_t>(received_.size()) > enough_;
-    if (state_ == State::Idle)
-      Enter(State::InHead);
+    const qsizetype before = received_.size();
+    switch (socket_.Receive(received_)) {
+      case Received::Bytes:
+        worth_reading_ =
+            received_.indexOf('\n', before) >= 0 || static_cast<std::size_t>(received_.size()) > refused_beyond_;
+        if (state_ == State::Idle)
+          Enter(State::InHead);
+        break;
+      case Received::Nothing:
+        socket_.WatchReceiving(true);
+        return;
+      case Received::End:
+        Close();
+        return;
+      case Received::Failure:
+        Abort();
+        return;
+    }
   }
-  if (socket_.isOpen() && state_ != State::Answering)
-    socket_.readAll();
+}
+
+void Connection::Discard() {
+  QByteArray dropped;
+  const Received outcome = socket_.Receive(dropped);
+  if (outcome == Received::End || outcome == Received::Failure)
+    Abort();
 }
 
 bool Connection::AnswerNext() {
   const std::string_view bytes(received_.constData(), static_cast<std::size_t>(received_.size()));
-  const RequestReading reading = ReadRequest(bytes, limits_);
+  const RequestReading reading = ReadRequest(bytes, shared_.limits);
+  request_ = reading.request;
   switch (reading.status) {
     case RequestReading::Status::Incomplete:
-      enough_ = reading.enough;
+      refused_beyond_ = reading.refused_beyond;
       worth_reading_ = false;
       return false;
     case RequestReading::Status::Refused:
@@ -90,66 +107,106 @@ bool Connection::AnswerNext() {
       return true;
     case RequestReading::Status::Complete:
       received_.remove(0, static_cast<qsizetype>(reading.used));
-      enough_ = 0;
-      Ask(reading.request);
+      refused_beyond_ = 0;
+      if (refusal_ != 0)
+        Refuse(refusal_);
+      else
+        Ask();
       return true;
   }
   return false;
 }
 
-void Connection::Ask(const Request &request) {
-  const Afterwards afterwards = request.keep_alive ? Afterwards::KeepAlive : Afterwards::Close;
-  const bool with_body = request.method != "HEAD";
+void Connection::Ask() {
   Enter(State::Answering);
   asking_ = true;
   // The client may have gone when the answer comes, or got another one for want of it.
-  handler_(request, socket_.peerAddress(),
-           [connection = QPointer<Connection>(this), afterwards, with_body](const Answer &answer) {
-             if (connection && connection->socket_.isOpen() && connection->state_ == State::Answering)
-               connection->Give(WireText(answer, with_body, afterwards), afterwards);
-           });
+  shared_.handler.Handle(request_, client_, [connection = QPointer<Connection>(this)](const Answer &answer) {
+    if (connection && connection->state_ == State::Answering)
+      connection->Give(answer, connection->request_.keep_alive ? Afterwards::KeepAlive : Afterwards::Close);
+  });
   asking_ = false;
 }
 
-void Connection::Give(const QByteArray &text, Afterwards afterwards) {
-  Send(text);
-  worth_reading_ = !received_.isEmpty();
-  if (afterwards == Afterwards::Close)
+void Connection::Refuse(int status) {
+  Give(shared_.handler.Refusal(status, request_.target, request_.host), Afterwards::Close);
+}
+
+void Connection::Give(const Answer &answer, Afterwards afterwards) {
+  head_ = HeadText(answer, afterwards);
+  const QByteArray body = request_.method == "HEAD" ? QByteArray() : answer.body;
+  if (body.size() <= short_body) {
+    head_ += body;
+  } else {
+    body_ = body;
+    shared_.bodies.Add(body_);
+  }
+  sent_ = 0;
+  afterwards_ = afterwards;
+  Enter(State::Sending);
+  SendOn();
+}
+
+void Connection::SendOn() {
+  if (state_ == State::Sending && SendFrom(head_, 0) && SendFrom(body_, head_.size()))
+    OnSent();
+}
+
+/// Sends what is left of the bytes that begin at `start` of the answer; whether that was all of them.
+bool Connection::SendFrom(const QByteArray &bytes, qsizetype start) {
+  const qsizetype from = sent_ - start;
+  if (from >= bytes.size())
+    return true;
+  const qsizetype count = socket_.Send(QByteArrayView(bytes).sliced(from));
+  if (count < 0) {
+    Abort();
+    return false;
+  }
+  sent_ += count;
+  if (count > 0)
+    RestartTime();
+  const bool is_whole = from + count == bytes.size();
+  if (!is_whole)
+    socket_.WatchSending(true);
+  return is_whole;
+}
+
+void Connection::OnSent() {
+  socket_.WatchSending(false);
+  head_.clear();
+  DropBody();
+  if (afterwards_ == Afterwards::Close) {
     Close();
-  else
-    Enter(received_.isEmpty() ? State::Idle : State::InHead);
-  // An answer that came at once came from ReadOn, which goes on by itself.
-  if (!asking_)
-    ReadOn();
-}
-
-void Connection::Send(const QByteArray &text) {
-  sending_ = true;
-  socket_.write(text);
-  socket_.flush();
-  sending_ = false;
-}
-
-void Connection::OnBytesWritten() {
-  RestartTime();
-  // What was written at once is told from inside Send, in the middle of a reading.
-  if (sending_)
     return;
-  if (state_ == State::Closing && socket_.bytesToWrite() == 0)
-    Close();
-  else if (worth_reading_ || socket_.bytesAvailable() > 0)
-    ReadOn();
+  }
+  request_ = {};
+  worth_reading_ = !received_.isEmpty();
+  Enter(received_.isEmpty() ? State::Idle : State::InHead);
+  // An answer that came at once came from ReadRequests, which continues on its own.
+  if (!asking_)
+    ReadRequests();
+}
+
+void Connection::DropBody() {
+  if (HasUnsentBody())
+    shared_.bodies.Remove(body_);
+  body_.clear();
 }
 
 void Connection::Close() {
   received_.clear();
-  if (socket_.bytesToWrite() > 0) {
-    Enter(State::Closing);
-    return;
-  }
   // To close at once would throw away the answer as well when bytes of the client are still unread.
-  EndSending(socket_.socketDescriptor());
+  socket_.EndSending();
   Enter(State::Lingering);
+  socket_.WatchReceiving(true);
+}
+
+void Connection::Abort() {
+  socket_.WatchReceiving(false);
+  socket_.WatchSending(false);
+  DropBody();
+  state_ = State::Ended;
+  deleteLater();
 }
 
 void Connection::Enter(State state) {
@@ -158,16 +215,17 @@ void Connection::Enter(State state) {
 }
 
 void Connection::RestartTime() {
-  if (socket_.bytesToWrite() > 0)
-    deadline_.setRemainingTime(limits_.stall_ms);
-  else if (state_ == State::Idle)
-    deadline_.setRemainingTime(limits_.idle_ms);
-  else if (state_ == State::InHead)
-    deadline_.setRemainingTime(limits_.head_ms);
+  const Limits &limits = shared_.limits;
+  if (state_ == State::Sending)
+    deadline_.setRemainingTime(limits.stall_ms);
   else if (state_ == State::Answering)
-    deadline_.setRemainingTime(limits_.answer_ms);
+    deadline_.setRemainingTime(limits.answer_ms);
+  else if (state_ == State::Lingering)
+    deadline_.setRemainingTime(limits.linger_ms);
+  else if (state_ == State::InHead || refusal_ != 0)
+    deadline_.setRemainingTime(limits.head_ms);
   else
-    deadline_.setRemainingTime(limits_.linger_ms);
+    deadline_.setRemainingTime(limits.idle_ms);
 }
 
 }  // namespace borvane::mirror

@@ -2,61 +2,84 @@
 
 #include <QDeadlineTimer>
 #include <QHostAddress>
-#include <QTcpSocket>
-#include <functional>
 
-#include "http/answer.h"
+#include "http/handler.h"
 #include "http/limits.h"
-#include "http/request_reader.h"
+#include "http/socket.h"
+#include "http/unsent_bodies.h"
 
 namespace borvane::mirror {
 
-/// Takes the answer to a request, once, in the server's thread.
-using Reply = std::function<void(const Answer &)>;
-
-/// Answers the request of the client at that address, at once or later.
-using Handler = std::function<void(const Request &, const QHostAddress &client, const Reply &reply)>;
-
-/// One client's connection: reads requests, one behind the other, and writes the answers in their order. It deletes
+/// One client's connection: reads requests, one after the other, and sends the answers in their order. It deletes
 /// itself when it has ended.
 class Connection : public QObject {
  public:
-  /// Takes over the open socket `descriptor`. Limits and handler must outlive the connection.
-  Connection(qintptr descriptor, const Limits &limits, const Handler &handler, QObject *parent);
+  /// What all connections of a server share; it outlives them.
+  struct Shared {
+    const Limits &limits;
+    Handler &handler;
+    UnsentBodies &bodies;
+  };
 
-  /// Answers with `status`, whatever the client has sent or will send, and ends the connection.
-  void Refuse(int status);
+  /// Takes over the connected socket `descriptor` of the client at that address.
+  Connection(qintptr descriptor, const QHostAddress &client, const Shared &shared, QObject *parent);
+  ~Connection() override;
+
+  /// Answers the first request with that error status, and ends the connection.
+  void RefuseRequest(int status);
 
   /// Ends the connection when its time for the next step is over.
   void CheckTime();
+
+  /// Whether the client has to take more of a body.
+  bool HasUnsentBody() const { return !body_.isEmpty(); }
+
+  /// When the time for the next step is over.
+  const QDeadlineTimer &deadline() const { return deadline_; }
+
+  /// Ends the connection at once.
+  void Abort();
 
  private:
   enum class State {
     Idle,       ///< waits for a request's first byte
     InHead,     ///< a request has begun
     Answering,  ///< waits for the answer to a request
-    Closing,    ///< the last answer is on its way
-    Lingering,  ///< the last answer has gone; what still comes is thrown away
+    Sending,    ///< an answer is on its way
+    Lingering,  ///< the last answer has gone; what still comes is dropped
+    Ended,
   };
 
-  void ReadOn();
+  void OnReceivable();
+  void ReadRequests();
+  void Discard();
   bool AnswerNext();
-  void Ask(const Request &request);
-  void Give(const QByteArray &text, Afterwards afterwards);
-  void Send(const QByteArray &text);
-  void OnBytesWritten();
+  void Ask();
+  void Refuse(int status);
+  void Give(const Answer &answer, Afterwards afterwards);
+  void SendOn();
+  bool SendFrom(const QByteArray &bytes, qsizetype start);
+  void OnSent();
+  void DropBody();
   void Close();
   void Enter(State state);
   void RestartTime();
 
-  const Limits &limits_;
-  const Handler &handler_;
-  QTcpSocket socket_;
-  QByteArray received_;     ///< what no request has taken yet
-  std::size_t enough_ = 0;  ///< see RequestReading::enough
-  bool worth_reading_ = false;
-  bool sending_ = false;
-  bool asking_ = false;  ///< the handler is being called
+  const Shared shared_;
+  const QHostAddress client_;
+  Socket socket_;
+  QByteArray received_;             ///< what no request has taken yet
+  std::size_t refused_beyond_ = 0;  ///< see RequestReading
+  bool worth_reading_ = false;      ///< whether `received_` may hold more of a request than at the last reading
+  Request request_;                 ///< the one to be answered, as far as it was read
+  int refusal_ = 0;                 ///< the status for any request; 0 when requests are answered
+  bool asking_ = false;             ///< the handler is being called
+
+  QByteArray head_;  ///< of the answer that is being sent, with the body when that is short
+  QByteArray body_;
+  qsizetype sent_ = 0;  ///< bytes of head and body
+  Afterwards afterwards_ = Afterwards::KeepAlive;
+
   State state_ = State::Idle;
   QDeadlineTimer deadline_;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <cstddef>
 
 namespace borvane::mirror {
@@ -17,14 +18,17 @@ struct Limits {
   std::size_t header_lines = 32 * 1024;  ///< bytes of all header lines together: 431
 
   // Connections and time.
-  int connections = 2000;           ///< connections at a time: 503, and the connection ends
-  int refusals = 50;                ///< connections beyond these that get the 503; more are ended without it
-  int head_ms = 10'000;             ///< from a request's first byte to its last: 408, and the connection ends
-  int answer_ms = 30'000;           ///< until a request has its answer: 503, and the connection ends
-  int idle_ms = 60'000;             ///< without a request: the connection ends without an answer
-  int stall_ms = 30'000;            ///< in which a client takes no byte of its answer: the connection is cut
-  int linger_ms = 2'000;            ///< in which a client may still send what nobody reads, behind a refusal
-  std::size_t unsent = 256 * 1024;  ///< bytes of answers that wait for the client: no further request is read
+  int connections = 2000;             ///< connections at a time: 503, and the connection ends
+  int connections_of_a_client = 500;  ///< of these from one client, see ClientOf: 503, and the connection ends
+  int refusals = 50;                  ///< connections beyond these that get the 503; more are closed without it
+  int head_ms = 10'000;    ///< from a request's first byte to its last: 408, and the connection ends; without
+                           ///< an answer when the request line is not complete
+  int answer_ms = 30'000;  ///< until a request has its answer: 503, and the connection ends
+  int idle_ms = 60'000;    ///< without a request: the connection ends without an answer
+  int stall_ms = 30'000;   ///< in which a client takes no byte of its answer: the connection is cut
+  int linger_ms = 2'000;   ///< in which a client may still send what nobody reads, after the last answer
+  qsizetype unsent = 64 * 1024 * 1024;  ///< bytes of different bodies that clients have not taken yet: the connection
+                                        ///< whose client has taken nothing for longest is cut
 };
 
 }  // namespace borvane::mirror

@@ -13,7 +13,7 @@ constexpr std::string_view version_form = " HTTP/1.x";
 
 bool IsLetterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
 
-/// Whether `c` may stand in a method or in the name of a header.
+/// Whether `c` may be part of a method or of the name of a header.
 bool IsTokenCharacter(char c) { return IsLetterOrDigit(c) || std::string_view("!#$%&'*+-.^_`|~").find(c) != nowhere; }
 
 bool IsToken(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsTokenCharacter); }
@@ -44,13 +44,13 @@ class HeadReader {
  private:
   std::optional<std::string_view> NextLine();
   RequestReading ReadHeaders();
-  RequestReading UnfinishedRequestLine() const;
+  RequestReading UnfinishedRequestLine();
   /// `limit` is where the longest good line would end, its carriage return included.
-  RequestReading Unfinished(std::size_t limit, int refusal) const;
-  static RequestReading Refused(int status);
+  RequestReading Unfinished(std::size_t limit, int refusal);
+  RequestReading Refused(int status);
   int ReadRequestLine(std::string_view line);
   int ReadMethod(std::string_view method);
-  int ReadTarget(std::string_view target);
+  void TakeTarget(std::string_view target);
   int ReadHeader(std::string_view line);
   int ReadHeaderValue(std::string_view name, std::string_view value);
   void ReadConnection(std::string_view value);
@@ -108,28 +108,36 @@ std::optional<std::string_view> HeadReader::NextLine() {
   return line;
 }
 
-RequestReading HeadReader::Unfinished(std::size_t limit, int refusal) const {
+RequestReading HeadReader::Unfinished(std::size_t limit, int refusal) {
   if (bytes_.size() > limit)
     return Refused(refusal);
-  return {.status = RequestReading::Status::Incomplete, .enough = limit};
+  return {.status = RequestReading::Status::Incomplete, .request = std::move(request_), .refused_beyond = limit};
 }
 
-RequestReading HeadReader::UnfinishedRequestLine() const {
-  // What cannot be a request line is told at once, without waiting for its end.
+RequestReading HeadReader::UnfinishedRequestLine() {
+  // What cannot be a request line is refused at once, without waiting for its end.
   if (position_ < bytes_.size() && bytes_[position_] != '\r' && !IsTokenCharacter(bytes_[position_]))
     return Refused(400);
-  return Unfinished(position_ + limits_.method + 1 + limits_.target + version_form.size() + 1, 414);
+  const std::size_t limit = position_ + limits_.method + 1 + limits_.target + version_form.size() + 1;
+  const std::size_t blank = bytes_.find(' ', position_);
+  if (bytes_.size() > limit && blank != nowhere)
+    TakeTarget(bytes_.substr(blank + 1));
+  return Unfinished(limit, 414);
 }
 
 RequestReading HeadReader::Refused(int status) {
-  return {.status = RequestReading::Status::Refused, .refusal = status};
+  return {.status = RequestReading::Status::Refused, .request = std::move(request_), .refusal = status};
 }
 
 int HeadReader::ReadRequestLine(std::string_view line) {
-  if (line.find_first_of(std::string_view("\r\0", 2)) != nowhere)
-    return 400;
   const std::size_t blank = line.find(' ');
   const std::size_t version = line.rfind(" HTTP/");
+  // What is refused has its target, too, since the form of the refusal depends on it.
+  const std::string_view target =
+      blank == nowhere || version <= blank ? "" : line.substr(blank + 1, version - blank - 1);
+  TakeTarget(target);
+  if (line.find_first_of(std::string_view("\r\0", 2)) != nowhere)
+    return 400;
   if (blank == nowhere || version == nowhere || line.size() != version + version_form.size())
     return line.size() > limits_.target ? 414 : 400;
   const char major = line[version + 6];
@@ -141,9 +149,9 @@ int HeadReader::ReadRequestLine(std::string_view line) {
   if (major != '1')
     return 505;
   request_.keep_alive = minor != '0';
-  if (version <= blank)
-    return 400;
-  return ReadTarget(line.substr(blank + 1, version - blank - 1));
+  if (target.size() > limits_.target)
+    return 414;
+  return request_.target.startsWith('/') ? 0 : 400;
 }
 
 int HeadReader::ReadMethod(std::string_view method) {
@@ -157,10 +165,7 @@ int HeadReader::ReadMethod(std::string_view method) {
   return std::find(others.begin(), others.end(), method) != others.end() ? 405 : 501;
 }
 
-int HeadReader::ReadTarget(std::string_view target) {
-  if (target.size() > limits_.target)
-    return 414;
-
+void HeadReader::TakeTarget(std::string_view target) {
   // A client that takes the mirror for a proxy names the host in the target.
   constexpr std::string_view scheme = "http://";
   if (target.size() > scheme.size() && SameWord(target.substr(0, scheme.size()), scheme)) {
@@ -172,10 +177,7 @@ int HeadReader::ReadTarget(std::string_view target) {
     if (target.empty())
       target = "/";
   }
-  if (!target.starts_with('/'))
-    return 400;
   request_.target = Bytes(target);
-  return 0;
 }
 
 int HeadReader::ReadHeader(std::string_view line) {
@@ -196,6 +198,10 @@ int HeadReader::ReadHeaderValue(std::string_view name, std::string_view value) {
       request_.host = Bytes(value);
   } else if (SameWord(name, "Connection")) {
     ReadConnection(value);
+  } else if (SameWord(name, "Origin")) {
+    request_.has_origin = true;
+  } else if (SameWord(name, "Sec-Fetch-Site")) {
+    request_.fetch_site += Bytes(value);
   } else if (SameWord(name, "Transfer-Encoding")) {
     return 501;
   } else if (SameWord(name, "Content-Length")) {

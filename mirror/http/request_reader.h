@@ -10,24 +10,26 @@ namespace borvane::mirror {
 
 /// A request as the pages need it.
 struct Request {
-  QByteArray method;        ///< "GET" or "HEAD"
-  QByteArray target;        ///< path and query as they came, blanks and bytes above 127 included; begins with "/"
-  QByteArray host;          ///< value of the Host header; empty when there is none
-  bool keep_alive = false;  ///< whether the connection goes on behind the answer
+  QByteArray method = {};   ///< "GET" or "HEAD"
+  QByteArray target = {};   ///< path and query as they came, blanks and bytes above 127 included; begins with "/"
+  QByteArray host = {};     ///< value of the Host header; empty when there is none
+  bool has_origin = false;  ///< whether there is an Origin header: a browser sends it for a web page's script or form
+  QByteArray fetch_site = {};  ///< the Sec-Fetch-Site headers, joined: a browser's word on whose page asks
+  bool keep_alive = false;     ///< whether the connection goes on after the answer
 };
 
 /// What the start of a connection's bytes is.
 struct RequestReading {
   enum class Status {
     Incomplete,  ///< a request may yet come of them
-    Complete,    ///< `request` was read
+    Complete,    ///< `request` was read whole
     Refused,     ///< no request can come of them; the connection ends with `refusal`
   };
   Status status = Status::Incomplete;
-  Request request = {};
-  int refusal = 0;         ///< HTTP status of the answer to what was refused
-  std::size_t used = 0;    ///< Complete: how many bytes the request took
-  std::size_t enough = 0;  ///< Incomplete: reading again is of no use before a line feed came or there are more bytes
+  Request request = {};            ///< Incomplete and Refused: as far as it was read, the target perhaps malformed
+  int refusal = 0;                 ///< HTTP status of the answer to what was refused
+  std::size_t used = 0;            ///< Complete: how many bytes the request took
+  std::size_t refused_beyond = 0;  ///< Incomplete: more bytes than this without another line feed will be refused
 };
 
 /// Reads one HTTP/1.x request without a body from the start of `bytes`.

@@ -1,20 +1,22 @@
 #pragma once
 
+#include <QHash>
 #include <QHostAddress>
-#include <QSet>
-#include <QTcpServer>
 #include <QTimer>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "http/connection.h"
+#include "http/listener.h"
 
 namespace borvane::mirror {
 
 /// Answers the requests that come in at one or more addresses.
 class Server : public QObject {
  public:
-  Server(Limits limits, Handler handler);
+  /// The handler must outlive the server.
+  Server(Limits limits, Handler &handler);
   ~Server() override;
 
   /// Listens at the address, too. `port` 0 takes a free one. Gives the port; nothing when it cannot listen, and then
@@ -25,16 +27,25 @@ class Server : public QObject {
   const QString &ListenErrorText() const { return listen_error_text_; }
 
  private:
-  class Listener;
+  /// What a connection counts as.
+  struct Place {
+    QHostAddress client;
+    bool is_refused = false;
+  };
 
   void Take(qintptr descriptor);
   void Forget(Connection *connection);
+  bool IsFullFor(const QHostAddress &client) const;
   void CheckTimes();
+  void CutWhoTakesTooMuch();
 
   const Limits limits_;
-  const Handler handler_;
+  Handler &handler_;
+  UnsentBodies bodies_;
   std::vector<std::unique_ptr<Listener>> listeners_;
-  QSet<Connection *> connections_;
+  QHash<Connection *, Place> connections_;
+  QHash<QHostAddress, int> served_;  ///< connections of each client, the refused ones aside
+  int refused_ = 0;
   QTimer sweep_;
   QAbstractSocket::SocketError listen_error_ = QAbstractSocket::UnknownSocketError;
   QString listen_error_text_;

@@ -4,31 +4,15 @@
 #include <optional>
 #include <span>
 
+#include "common/hosts.h"
+
 namespace borvane::mirror {
 
-/// The kinds of hosts whose pages the mirror plays. A request names one by its host name, "southern.localhost" and so
-/// on.
-enum class HostKind {
-  National,
-  Southern,
-  Northern,
-  PacificNorthwest,
-  Alaska,
-  Utah,
-  Memphis,
-  Northeastern,
-  PuertoRico,
-  Maker,
-};
+/// Where the pages are that two numbers name, and most pages of named areas.
+inline constexpr QByteArrayView map_folder = "/recenteqs/Maps/";
 
-/// The label in front of ".localhost" that stands for the kind.
-const char *HostLabel(HostKind kind);
-
-/// The kind that the value of a Host header names, with or without a port, in any case; nothing for any other host.
-std::optional<HostKind> KindOfHost(const QByteArray &host);
-
-/// The address of a path on a host of that kind, as this mirror plays it at `port`.
-QByteArray PageAddress(HostKind kind, quint16 port, const QByteArray &path);
+/// Whether a list page is at the path on one of the hosts that the mirror plays, served by this mirror or not.
+bool IsListPath(const QByteArray &path);
 
 /// A part of the Earth's surface between two parallels and two meridians, in degrees; the edges belong to it.
 struct Box {
@@ -45,15 +29,18 @@ struct Box {
 /// A page of the events within one named area.
 struct Area {
   const char *name;
-  HostKind host;
+  Endpoint endpoint;
   const char *path;
   Box box;
 };
 
+/// The address of the area's page, as a mirror that listens at `port` serves it.
+QByteArray PageAddress(const Area &area, quint16 port);
+
 /// All named areas, in the order in which the monitor lists them.
 std::span<const Area> Areas();
 
-/// The area at `path` on the host; when the host is not known, the one area that has the path. Null when there is none.
-const Area *FindArea(const QByteArray &path, std::optional<HostKind> host);
+/// The area at `path` of the endpoint; when that is not known, the one area that has the path. Null when there is none.
+const Area *FindArea(const QByteArray &path, std::optional<Endpoint> endpoint);
 
 }  // namespace borvane::mirror

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "http/html_page.h"
 #include "pages/areas.h"
 #include "pages/coordinates.h"
 #include "pages/figures.h"
-#include "pages/html_page.h"
 #include "pages/locator_map.h"
 #include "pages/text.h"
 
@@ -71,8 +71,8 @@ QByteArray Links(const Event &event, quint16 port) {
   QByteArray list = "<ul>\n";
   for (const Area &area : Areas())
     if (area.box.Contains(event.latitude, event.longitude))
-      list += "<li><a href=\"" + PageAddress(area.host, port, area.path) +
-              "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
+      list +=
+          "<li><a href=\"" + PageAddress(area, port) + "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
   list += "<li><a href=\"" + MapPath(event) + "\">Recent earthquakes around this one</a></li>\n";
   list += "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/" + HtmlText(event.id) +
           "\">The U.S. Geological Survey's page about this event</a></li>\n";
@@ -86,7 +86,7 @@ QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 por
   const QByteArray body = "<h1>" + HtmlText(title) + "</h1>\n" + Figures(event) + LocatorMap(event, catalogue) +
                           Links(event, port) +
                           "<footer>Served by borvane-mirror. Event: U.S. Geological Survey, public domain.</footer>\n";
-  return HtmlPage(title, body);
+  return HtmlPage(HtmlText(title), body);
 }
 
 }  // namespace borvane::mirror

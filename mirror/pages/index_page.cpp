@@ -1,8 +1,8 @@
 #include "pages/index_page.h"
 
+#include "http/html_page.h"
 #include "pages/areas.h"
 #include "pages/figures.h"
-#include "pages/html_page.h"
 #include "pages/text.h"
 
 namespace borvane::mirror {
@@ -16,7 +16,7 @@ QByteArray IndexPage(const Catalogue &catalogue, const QString &source, quint16 
     body += " The newest one was at " + LocalTimeText(catalogue.events().front().origin_time) + ", local time.";
   body += "</p>\n<ul>\n";
   for (const Area &area : Areas())
-    body += "<li><a href=\"" + PageAddress(area.host, port, area.path) + "\">" + HtmlText(area.name) + "</a></li>\n";
+    body += "<li><a href=\"" + PageAddress(area, port) + "\">" + HtmlText(area.name) + "</a></li>\n";
   body += "</ul>\n<footer>Served by borvane-mirror. Events: U.S. Geological Survey, public domain.</footer>\n";
   return HtmlPage("Recent earthquakes", body);
 }

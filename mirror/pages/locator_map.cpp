@@ -102,8 +102,8 @@ double WorldX(double longitude) { return world_left + (longitude + 180) * world_
 
 double WorldY(double latitude) { return (90 - latitude) * world_scale; }
 
-/// The places of the catalogue's events on the globe, to the nearest unit. They draw the edges of the plates, and stand
-/// in one path, since they can be many.
+/// The places of the catalogue's events on the globe, to the nearest unit. They draw the edges of the plates, in one
+/// path, since they can be many.
 QByteArray WorldEvents(const Catalogue &catalogue) {
   QSet<std::pair<int, int>> drawn;
   QByteArray path;

@@ -1,5 +1,6 @@
 #include "pages/quakes_page.h"
 
+#include "http/html_page.h"
 #include "pages/coordinates.h"
 #include "pages/figures.h"
 #include "pages/text.h"
@@ -9,8 +10,8 @@ namespace borvane::mirror {
 namespace {
 
 // The scanner reads by fixed offsets: the magnitude within the 15 characters in front of the event page's path, one
-// blank between the figures, none behind the depth, the closing tag's "<" right behind it, and the place from four
-// characters behind that "<" to the line feed. What comes before a row's marker must be at least 15 characters long,
+// blank between the figures, none after the depth, the closing tag's "<" right after it, and the place from four
+// characters after that "<" to the line feed. What comes before a row's marker must be at least 15 characters long,
 // which the map link sees to.
 void AddRow(QByteArray &page, const Event &event) {
   page += "<A HREF=\"" + MapPath(event) + "\">map</A> ";
@@ -22,18 +23,16 @@ void AddRow(QByteArray &page, const Event &event) {
 }  // namespace
 
 QByteArray QuakesPage(const QString &title, const Catalogue &catalogue, const EventTest &belongs) {
-  const QByteArray name = HtmlText(title);
-  QByteArray page =
-      "<!DOCTYPE html>\n<HTML LANG=\"en\"><HEAD><META CHARSET=\"windows-1252\"><TITLE>Recent Earthquakes: ";
-  page += name + "</TITLE></HEAD>\n<BODY><H1>Recent Earthquakes: " + name + "</H1>\n<PRE>\n";
-  page += "<B>MAP MAG  DATE       TIME     LAT     LON      DEPTH  PLACE</B>\n";
+  const QByteArray heading = "Recent Earthquakes: " + HtmlText(title);
+  QByteArray body =
+      "<h1>" + heading + "</h1>\n<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH  PLACE</b>\n";
   for (const Event &event : catalogue.events())
     if (event.magnitude && belongs(event))
-      AddRow(page, event);
-  page +=
-      "</PRE>\n<P>Times are local to this computer, depths in kilometres. Source: U.S. Geological "
-      "Survey.</P>\n</BODY></HTML>\n";
-  return page;
+      AddRow(body, event);
+  body +=
+      "</pre>\n<footer>Times are local to this computer, depths in kilometres. Source: U.S. Geological "
+      "Survey.</footer>\n";
+  return HtmlPage(heading, body);
 }
 
 }  // namespace borvane::mirror

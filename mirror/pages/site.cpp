@@ -11,7 +11,6 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr QByteArrayView map_folder = "/recenteqs/Maps/";
 constexpr QByteArrayView event_folder = "/recenteqs/Quakes/";
 constexpr QByteArrayView page_suffix = ".html";
 
@@ -19,7 +18,7 @@ constexpr QByteArrayView page_suffix = ".html";
 /// memory.
 constexpr qsizetype most_kept_bytes = 32 * 1024 * 1024;
 
-/// The path of a request target: what stands in front of a query or a fragment.
+/// The path of a request target: what comes before a query or a fragment.
 QByteArray PathOf(const QByteArray &target) {
   const std::string_view text(target.constData(), static_cast<std::size_t>(target.size()));
   const std::size_t end = text.find_first_of("?#");
@@ -35,14 +34,28 @@ void Site::SetCatalogue(std::shared_ptr<const Catalogue> catalogue, const QStrin
   kept_bytes_ = 0;
 }
 
+bool Site::Serves(const QByteArray & /*target*/, const QByteArray & /*host*/) const { return true; }
+
+void Site::Handle(const Request &request, const QHostAddress & /*client*/, const Reply &reply) {
+  const std::optional<QByteArray> page = Page(request.target, request.host);
+  reply(page ? Answer{.body = *page} : Refusal(404, request.target, request.host));
+}
+
+Answer Site::Refusal(int status, const QByteArray &target, const QByteArray & /*host*/) const {
+  Answer answer = StatusPage(status);
+  if (IsListPath(PathOf(target)))
+    answer.body.clear();
+  return answer;
+}
+
 std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray &host) {
   const QByteArray path = PathOf(target);
-  const std::optional<HostKind> kind = KindOfHost(host);
-  const QByteArray key = (kind ? QByteArray(HostLabel(*kind)) : QByteArray()) + path;
+  const std::optional<Endpoint> endpoint = EndpointOfMirrorHost(host.toStdString());
+  const QByteArray key = (endpoint ? QByteArray::number(static_cast<int>(*endpoint)) : QByteArray()) + path;
   if (const auto kept = kept_.constFind(key); kept != kept_.constEnd())
     return *kept;
 
-  std::optional<QByteArray> page = MakePage(path, kind);
+  std::optional<QByteArray> page = WritePage(path, endpoint);
   if (!page)
     return std::nullopt;
   if (kept_bytes_ + page->size() > most_kept_bytes) {
@@ -54,11 +67,11 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
   return page;
 }
 
-std::optional<QByteArray> Site::MakePage(const QByteArray &path, std::optional<HostKind> host) const {
+std::optional<QByteArray> Site::WritePage(const QByteArray &path, std::optional<Endpoint> endpoint) const {
   if (path == "/")
     return IndexPage(*catalogue_, source_, port_);
 
-  if (const Area *area = FindArea(path, host))
+  if (const Area *area = FindArea(path, endpoint))
     return QuakesPage(area->name, *catalogue_,
                       [area](const Event &event) { return area->box.Contains(event.latitude, event.longitude); });
 

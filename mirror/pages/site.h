@@ -5,12 +5,14 @@
 #include <optional>
 
 #include "catalogue/catalogue.h"
+#include "http/handler.h"
 #include "pages/areas.h"
 
 namespace borvane::mirror {
 
-/// All pages, made from one catalogue. A page is made when it is first asked for and kept until the catalogue changes.
-class Site {
+/// All pages, written from one catalogue. A page is written when it is first asked for and kept until the catalogue
+/// changes. What no other handler serves is this one's, too, and does not exist.
+class Site : public Handler {
  public:
   /// `source` says where the events come from, for the page of all pages.
   void SetCatalogue(std::shared_ptr<const Catalogue> catalogue, const QString &source);
@@ -22,8 +24,16 @@ class Site {
   /// is none.
   std::optional<QByteArray> Page(const QByteArray &target, const QByteArray &host);
 
+  bool Serves(const QByteArray &target, const QByteArray &host) const override;
+  void Handle(const Request &request, const QHostAddress &client, const Reply &reply) override;
+
+  /// Without a body at a list page's path: the monitor would take any body for a page without rows and empty its list,
+  /// and keeps its rows and tries again after an empty answer. With a body everywhere else, above all at an event
+  /// page's path, where an empty answer ends the monitor.
+  Answer Refusal(int status, const QByteArray &target, const QByteArray &host) const override;
+
  private:
-  std::optional<QByteArray> MakePage(const QByteArray &path, std::optional<HostKind> host) const;
+  std::optional<QByteArray> WritePage(const QByteArray &path, std::optional<Endpoint> endpoint) const;
 
   std::shared_ptr<const Catalogue> catalogue_ = std::make_shared<Catalogue>();
   QString source_;

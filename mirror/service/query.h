@@ -6,7 +6,7 @@
 
 namespace borvane::mirror {
 
-/// The keys and values behind the "?" of a request target.
+/// The keys and values after the "?" of a request target.
 ///
 /// The monitor escapes nothing, so nothing is unescaped here: a value is the bytes between its "=" and the next "&",
 /// blanks, "|", "#" and bytes above 127 included. An "&" inside a text that a user wrote starts a further key.

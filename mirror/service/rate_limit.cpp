@@ -1,26 +1,12 @@
 #include "service/rate_limit.h"
 
-#include <algorithm>
+#include "http/client_address.h"
 
 namespace borvane::mirror {
 
 namespace {
 
 constexpr qint64 minute_ms = 60'000;
-
-/// An IPv6 network has more addresses than anyone could count, so that all of it counts as one client.
-constexpr int network_bits = 64;
-
-/// What counts as one client.
-QHostAddress ClientOf(const QHostAddress &address) {
-  bool is_ipv4 = false;
-  const quint32 ipv4 = address.toIPv4Address(&is_ipv4);
-  if (is_ipv4)
-    return QHostAddress(ipv4);
-  Q_IPV6ADDR network = address.toIPv6Address();
-  std::fill(network.c + network_bits / 8, network.c + sizeof network.c, quint8(0));
-  return QHostAddress(network);
-}
 
 /// Whether a request at `then` still counts. The clock may have been set back in between.
 bool Counts(qint64 then, qint64 now) { return then <= now && now - then < minute_ms; }

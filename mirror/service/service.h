@@ -3,72 +3,73 @@
 #include <QByteArray>
 #include <QHostAddress>
 #include <QString>
+#include <QStringList>
 #include <functional>
+#include <memory>
 
+#include "http/handler.h"
 #include "service/query.h"
 #include "service/rate_limit.h"
-#include "service/store_thread.h"
+#include "service/reports.h"
+#include "store/store_thread.h"
 
 namespace borvane::mirror {
 
-/// What the service says to a request. The monitor looks at the text alone: "<" in it, or anything but "ok" where "ok"
-/// is due, is a failure. So every status but 200 has to be sent with a page of HTML.
-struct ServiceAnswer {
-  int status = 200;
-  QByteArray type = {};  ///< of the body; both are empty when the status is not 200
-  QByteArray body = {};
-};
-
 /// What one client may ask of the service. What is longer is answered by 400, what comes more often by 429.
 struct ServiceLimits {
-  qsizetype reports_a_minute = 30;   ///< felt reports from one address
-  qsizetype details_a_minute = 120;  ///< details of felt reports from one address; two belong to one, and may straggle
-  qsizetype report = 1'000;          ///< bytes of a felt report
-  int separators = 11;               ///< "|" in a felt report; the monitor reads no line with more
-  qsizetype map = 1'000;             ///< bytes of the name of a map
-  qsizetype macid = 64;              ///< bytes of the number of a client
-  qsizetype version = 64;            ///< bytes of the version that a client names
+  qsizetype presence_a_minute = 600;  ///< of setonline, whoson and add together, from one address: a school shares one
+  qsizetype reports_a_minute = 30;    ///< felt reports from one address
+  qsizetype details_a_minute = 120;   ///< details of felt reports from one address; two belong to one, and may straggle
+  qsizetype report = 1'000;           ///< bytes of a felt report
+  int separators = 11;                ///< "|" in a felt report; the monitor reads no line with more
+  qsizetype map = 1'000;              ///< bytes of the name of a map
+  qsizetype macid = 64;               ///< bytes of a client's number
+  qsizetype version = 64;             ///< bytes of a client's version
 };
 
-/// The maker's service: presence, the newest version, felt reports. Nothing in it is secret or signed; it tells nobody
-/// who reported what, and keeps no addresses but for a minute in memory.
-class Service {
+/// The maker's service: presence, the newest version, felt reports. Nothing in it is secret or signed; it reveals to
+/// nobody who reported what, and keeps no addresses but for a minute in memory. It answers only requests of monitors
+/// and of people, see request_guard.h.
+///
+/// The monitor looks at an answer's text alone: "<" in it, or anything but "ok" where "ok" is due, is a failure. So
+/// every status but 200 is sent with a page of HTML.
+class Service : public Handler {
  public:
-  using Reply = std::function<void(const ServiceAnswer &)>;
   using Clock = std::function<qint64()>;  ///< milliseconds since 1970 began
 
   struct Settings {
     StoreAddress store;
     QString newest_version;  ///< three numbers with points between them
-    StoreLimits store_limits = {};
+    QStringList hosts = {};  ///< names by which monitors may address it, in lower case
+    RetentionLimits retention = {};
     ServiceLimits limits = {};
     Clock clock;
-    StoreThread::Tell tell;  ///< gets a line for people when the store stops working, and when it works again
+    StoreThread::Log log;  ///< gets a line when the store stops working, and when it works again
   };
 
   explicit Service(Settings settings);
 
-  /// Whether the service has an answer for the target's path.
-  static bool Serves(const QByteArray &target);
-
-  /// Answers the client's request, at once or later. `method` is "GET" or "HEAD".
-  void Answer(const QByteArray &method, const QByteArray &target, const QHostAddress &client, const Reply &reply);
+  bool Serves(const QByteArray &target, const QByteArray &host) const override;
+  void Handle(const Request &request, const QHostAddress &client, const Reply &reply) override;
+  Answer Refusal(int status, const QByteArray &target, const QByteArray &host) const override;
 
  private:
-  void Obey(const Query &query, const QHostAddress &client, const Reply &reply);
-  void NotePresence(const Query &query, const Reply &reply, const StoreThread::Work &answer);
+  void Dispatch(const Query &query, const QHostAddress &client, const Reply &reply);
+  void RecordPresence(const Query &query, const Reply &reply, const StoreThread::Work &answer);
   void SetOnline(const Query &query, const Reply &reply);
   void CountUsers(const Query &query, const Reply &reply);
   void CountRun(const Query &query, const Reply &reply);
-  void TakeReport(const Query &query, const QHostAddress &client, const Reply &reply);
-  void TakeDetail(const Query &query, const QHostAddress &client, const Reply &reply);
+  void AddReport(const Query &query, const QHostAddress &client, const Reply &reply);
+  void AddDetail(const Query &query, const QHostAddress &client, const Reply &reply);
   bool IsReport(const QByteArray &record) const;
-  void GiveReports(const Query &query, const Reply &reply);
-  void ShowProduct(const Reply &reply);
+  void SendReports(const Query &query, const Reply &reply);
+  void SendProductPage(const Reply &reply);
 
   const Settings settings_;
-  RateLimit reports_;
-  RateLimit details_;
+  RateLimit presence_rate_;
+  RateLimit report_rate_;
+  RateLimit detail_rate_;
+  const std::shared_ptr<Reports> reports_;  ///< used in the store's thread, which may outlive this object
   StoreThread store_;
 };
 

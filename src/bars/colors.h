@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/label.h"
+#include "controls/color.h"
 
 namespace borvane {
 

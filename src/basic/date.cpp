@@ -55,14 +55,20 @@ std::optional<Date> DateOf(const CalendarTime &parts) {
   return Date{SecondsUpTo(day) + parts.hour * seconds_an_hour + parts.minute * seconds_a_minute + parts.second};
 }
 
-// Reading. Each Take procedure takes what it names from the front of the text; where that isn't there, it says so, and
-// how much of the text is gone does not matter, since the whole is no date then.
+// Reading. Each Take procedure removes what it names from the front of the text; if that isn't there, it returns false,
+// and how much of the text is gone does not matter, since the whole is no date then.
 
 bool TakeChar(std::string_view &text, char c) {
   if (!text.starts_with(c))
     return false;
   text.remove_prefix(1);
   return true;
+}
+
+/// Takes that letter, given as a capital, in either case.
+bool TakeLetter(std::string_view &text, char capital) {
+  constexpr char to_small = 'a' - 'A';
+  return TakeChar(text, capital) || TakeChar(text, static_cast<char>(capital + to_small));
 }
 
 bool TakeBlanks(std::string_view &text) {
@@ -119,15 +125,15 @@ bool TakeDay(std::string_view &text, CalendarTime &parts) {
   return true;
 }
 
-/// Takes blanks and AM or PM, and puts the hour into the right half of the day.
+/// Takes blanks and AM or PM in any case, and puts the hour into the right half of the day.
 bool TakeHalfOfDay(std::string_view &text, CalendarTime &parts) {
   if (!TakeBlanks(text) || !IsWithin(parts.hour, 1, 12))
     return false;
-  const bool afternoon = TakeChar(text, 'P');
-  if (!afternoon && !TakeChar(text, 'A'))
+  const bool afternoon = TakeLetter(text, 'P');
+  if (!afternoon && !TakeLetter(text, 'A'))
     return false;
   parts.hour = parts.hour % 12 + (afternoon ? 12 : 0);
-  return TakeChar(text, 'M');
+  return TakeLetter(text, 'M');
 }
 
 /// Takes h:m or h:m:s, and AM or PM when something is left.

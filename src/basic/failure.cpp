@@ -14,6 +14,8 @@ std::string_view DescriptionOf(Failure failure) {
       return "Subscript out of range";
     case Failure::TypeMismatch:
       return "Type mismatch";
+    case Failure::FileAccess:
+      return "Path/File access error";
     case Failure::ObjectNotSet:
       return "Object variable not set";
     case Failure::InvalidPropertyValue:

@@ -12,6 +12,7 @@ enum class Failure : int {
   Overflow = 6,
   Subscript = 9,
   TypeMismatch = 13,
+  FileAccess = 75,
   ObjectNotSet = 91,
   InvalidPropertyValue = 380,
   RequestFailed = 35761,

@@ -6,7 +6,7 @@ namespace borvane {
 
 // Text is bytes of Windows-1252, one character each. Positions count from 1. A blank is 0x20 and nothing else.
 
-/// The position of the first `what` in `text` at position `from` or behind it; 0 when there is none. An empty `what` is
+/// The position of the first `what` in `text` at or after position `from`; 0 when there is none. An empty `what` is
 /// found at `from` itself while `from` lies within the text. Raises an invalid argument when `from` is below 1.
 int Find(std::string_view text, std::string_view what, int from = 1);
 

@@ -12,7 +12,7 @@ namespace borvane {
 
 class Control;
 
-/// What holds controls: a window, a frame, a menu. Lists them in the order of their declaration.
+/// What holds controls: a window, a frame, a picture box, a menu. Lists them in the order of their declaration.
 class Container {
  public:
   Container() = default;
@@ -29,7 +29,8 @@ class Container {
   std::vector<Control *> children_;
 };
 
-/// Where the pointer is and which buttons and modifier keys are down. Positions are twips in the window or control.
+/// Where the pointer is and which buttons and modifier keys are down. Positions are twips in the window or control;
+/// those of a label are in the label's container, as if the container had the event.
 struct MouseState {
   Integer button;  // 1 left, 2 right, 4 middle
   Integer shift;   // 1 Shift, 2 Ctrl, 4 Alt

@@ -10,7 +10,7 @@
 
 namespace borvane {
 
-/// Controls of one kind under one name, told apart by their position from 0 on: `Label1(2)`.
+/// Controls of one kind under one name, distinguished by their position from 0 on: `Label1(2)`.
 template <class T, std::size_t N>
 class ControlArray {
  public:

@@ -10,18 +10,21 @@ Position &Position::operator=(float value) {
     return *this;
   is_set_ = true;
   Store(value);
-  TellOwner();
+  NotifyOwner();
   return *this;
 }
 
 FormBase::FormBase(const Design &design)
     : name_(design.Name),
       border_(design.Border),
+      start_(design.Start),
+      takes_focus_(design.TakesFocus),
       Caption(*this, std::string(design.Caption)),
       Left(*this, 0),
       Top(*this, 0),
-      Width(*this, design.ClientWidth + frame_width),
-      Height(*this, design.ClientHeight + frame_height),
+      Width(*this, design.ClientWidth + FrameSizeOf(design.Border).width),
+      Height(*this, design.ClientHeight + FrameSizeOf(design.Border).height),
+      BackColor(*this, design.BackColor),
       MousePointer(*this, pointer_normal) {}
 
 void FormBase::Show(FormBase *owner) {
@@ -40,6 +43,22 @@ void FormBase::Hide() {
   current->host().HideForm(*this);
 }
 
+void FormBase::Repaint() { current->host().RepaintForm(*this); }
+
+void FormBase::KeepOnTop(bool on) { current->host().KeepOnTop(*this, on); }
+
+void FormBase::TakeStartPlace() {
+  if (start_ != StartPlace::MiddleOfFirstScreen)
+    return;
+  const Size screen = current->host().FirstScreen();
+  Left = (screen.width - Width()) / 2;
+  Top = (screen.height - Height()) / 2;
+}
+
+Size FormBase::FrameSizeOf(BorderStyle border) {
+  return border == BorderStyle::None ? Size{} : Size{.width = 120, .height = 405};
+}
+
 void FormBase::SetSize(float width, float height) {
   if (width < 0 || height < 0)
     Fail(Failure::InvalidPropertyValue);
@@ -48,7 +67,7 @@ void FormBase::SetSize(float width, float height) {
   Width.Store(width);
   Height.Store(height);
   // A watcher that saw one side changed without the other would give the window a size that nobody asked for.
-  TellChanged(Width);
+  NotifyChanged(Width);
 }
 
 void FormBase::SetPlace(float left, float top) {

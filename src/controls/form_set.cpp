@@ -8,19 +8,11 @@ FormSet::FormSet(FormHost &host) : host_(host) {}
 
 FormSet::~FormSet() = default;
 
-FormBase *FormSet::Loaded(const std::type_info &kind) const {
-  for (const auto &form : forms_) {
-    const FormBase &loaded = *form;
-    if (typeid(loaded) == kind)
-      return form.get();
-  }
-  return nullptr;
-}
-
-void FormSet::Load(std::unique_ptr<FormBase> form) {
+void FormSet::Load(std::unique_ptr<FormBase> form, const char *kind) {
   FormBase &loaded = *form;
-  forms_.push_back(std::move(form));
+  forms_.push_back({kind, std::move(form)});
   host_.FormLoaded(loaded);
+  loaded.TakeStartPlace();
   loaded.Form_Load();
 }
 
@@ -31,11 +23,11 @@ bool FormSet::Unload(FormBase &form, UnloadMode mode) {
     return false;
   form.Hide();
   const auto place =
-      std::find_if(forms_.begin(), forms_.end(), [&](const auto &loaded) { return loaded.get() == &form; });
+      std::find_if(forms_.begin(), forms_.end(), [&](const LoadedForm &loaded) { return loaded.form.get() == &form; });
   if (place == forms_.end())
     return false;
   host_.FormUnloaded(form);
-  retired_.push_back(std::move(*place));
+  retired_.push_back(std::move(place->form));
   forms_.erase(place);
   if (event_depth_ == 0)
     retired_.clear();
@@ -44,8 +36,8 @@ bool FormSet::Unload(FormBase &form, UnloadMode mode) {
 
 std::vector<FormBase *> FormSet::Forms() const {
   std::vector<FormBase *> forms;
-  for (const auto &form : forms_)
-    forms.push_back(form.get());
+  for (const LoadedForm &loaded : forms_)
+    forms.push_back(loaded.form.get());
   return forms;
 }
 

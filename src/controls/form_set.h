@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <typeinfo>
 #include <vector>
 
 #include "controls/form.h"
@@ -25,18 +24,18 @@ class FormSet {
       return *loaded;
     auto form = std::make_unique<T>();
     T &reference = *form;
-    Load(std::move(form));
+    Load(std::move(form), &kind_of<T>);
     return reference;
   }
 
   /// The window of kind T, or null when it is not loaded.
   template <class T>
   T *IfLoaded() const {
-    FormBase *form = Loaded(typeid(T));
+    FormBase *form = Loaded(&kind_of<T>);
     return form == nullptr ? nullptr : static_cast<T *>(form);
   }
 
-  /// Asks `form` through its QueryUnload and unloads it unless it refuses. Gives whether it has been unloaded. Inside
+  /// Asks `form` through its QueryUnload and unloads it unless it refuses. Returns whether it has been unloaded. Inside
   /// an event its memory stays until the outermost event has ended, since one of its own handlers may be running.
   bool Unload(FormBase &form, UnloadMode mode = UnloadMode::Code);
 
@@ -48,11 +47,27 @@ class FormSet {
   void EndEvent();
 
  private:
-  FormBase *Loaded(const std::type_info &kind) const;
-  void Load(std::unique_ptr<FormBase> form);
+  /// Its address stands for the kind of a window. Every use of a window's name looks for it, also within a scan's rows.
+  template <class T>
+  static constexpr char kind_of = 0;
+
+  struct LoadedForm {
+    const char *kind;
+    std::unique_ptr<FormBase> form;
+  };
+
+  FormBase *Loaded(const char *kind) const {
+    for (const LoadedForm &loaded : forms_) {
+      if (loaded.kind == kind)
+        return loaded.form.get();
+    }
+    return nullptr;
+  }
+
+  void Load(std::unique_ptr<FormBase> form, const char *kind);
 
   FormHost &host_;
-  std::vector<std::unique_ptr<FormBase>> forms_;
+  std::vector<LoadedForm> forms_;
   std::vector<std::unique_ptr<FormBase>> retired_;
   int event_depth_ = 0;
 };

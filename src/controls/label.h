@@ -1,18 +1,14 @@
 #pragma once
 
-#include <cstdint>
-
+#include "controls/color.h"
 #include "controls/control.h"
+#include "controls/font.h"
 
 namespace borvane {
 
-/// A colour as 0x00BBGGRR, or a colour of the system with the top bit set.
-using Color = std::uint32_t;
+enum class Alignment { Left, Right, Center };
 
-inline constexpr Color color_button_text = 0x80000012;
-inline constexpr Color color_button_face = 0x8000000F;
-
-/// A line of text.
+/// A text on its container's background.
 class Label : public Control {
  public:
   struct Design {
@@ -25,21 +21,56 @@ class Label : public Control {
     bool Visible = true;
     std::string_view ToolTipText = "";
     std::string_view FontName = "";
+    float FontSize = 0;
+    bool Bold = false;
+    Color ForeColor = color_button_text;
+    borvane::Alignment Alignment = borvane::Alignment::Left;
+    bool WordWrap = false;
+    bool AutoSize = false;
   };
 
   Label(Container &container, std::string_view name, const Design &design, int index = no_index)
       : Control(container, name, design, index),
         Caption(*this, std::string(design.Caption)),
-        ForeColor(*this, color_button_text),
-        Bold(*this, false),
+        ForeColor(*this, design.ForeColor),
+        Bold(*this, design.Bold),
         Underline(*this, false),
-        FontName(*this, std::string(design.FontName)) {}
+        FontName(*this, std::string(design.FontName)),
+        FontSize(*this, design.FontSize),
+        alignment_(design.Alignment),
+        word_wrap_(design.WordWrap),
+        auto_size_(design.AutoSize) {
+    FitText();
+  }
+
+  /// What the text is drawn with, but for underlining. Valid until FontName changes.
+  Font font() const { return {.name = FontName(), .size = FontSize(), .bold = Bold()}; }
+
+  Alignment alignment() const { return alignment_; }
+
+  /// Whether a text that is wider than the label continues on the next line.
+  bool word_wrap() const { return word_wrap_; }
+
+  /// Whether the label is always as large as its text needs in one line. It grows to the right.
+  bool auto_size() const { return auto_size_; }
 
   Property<std::string> Caption;
   Property<Color> ForeColor;
   Property<bool> Bold;
   Property<bool> Underline;
   Property<std::string> FontName;  // empty for the window's own
+  Property<float> FontSize;        // in points; 0 for the window's own
+
+ protected:
+  void Changed(const PropertyBase &property) override;
+
+ private:
+  /// Gives a label that sizes itself the size of its text, which the host measures whether the window is shown or not.
+  void FitText();
+
+  Alignment alignment_;
+  bool word_wrap_;
+  bool auto_size_;
 };
 
 }  // namespace borvane

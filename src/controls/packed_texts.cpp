@@ -1,5 +1,6 @@
 #include "controls/packed_texts.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -18,15 +19,15 @@ void PackedTexts::Pack(std::span<const Text> texts) {
   for (const Text &text : texts)
     size += text.size();
 
-  bytes_.reserve(size);
-  bytes_.resize(texts.size() * sizeof(End));
+  bytes_.resize(size);
   count_ = texts.size();
-  char *place = bytes_.data();
+  char *place_of_end = bytes_.data();
+  char *place = place_of_end + texts.size() * sizeof(End);
   for (const Text &text : texts) {
-    bytes_ += text;
-    const End end = static_cast<End>(bytes_.size());
-    std::memcpy(place, &end, sizeof end);
-    place += sizeof end;
+    place = std::copy(text.begin(), text.end(), place);
+    const End end = static_cast<End>(place - bytes_.data());
+    std::memcpy(place_of_end, &end, sizeof end);
+    place_of_end += sizeof end;
   }
 }
 

@@ -28,8 +28,8 @@ class PropertyOwner {
   /// Sets the one watcher; null for none. It must outlive this owner or be taken back.
   void Watch(PropertyWatcher *watcher) { watcher_ = watcher; }
 
-  /// Called by a property whose value has changed: tells the watcher, then lets the owner raise its event.
-  void TellChanged(const PropertyBase &property) {
+  /// Called by a property whose value has changed: notifies the watcher, then lets the owner raise its event.
+  void NotifyChanged(const PropertyBase &property) {
     if (watcher_ != nullptr)
       watcher_->PropertyChanged(property);
     Changed(property);
@@ -38,7 +38,7 @@ class PropertyOwner {
  protected:
   virtual ~PropertyOwner() = default;
 
-  /// Raises the event that the change of `property` stands for, if there is one.
+  /// Raises the event for a change of `property`, if it has one.
   virtual void Changed(const PropertyBase & /*property*/) {}
 
  private:
@@ -54,13 +54,13 @@ class PropertyBase {
 
  protected:
   ~PropertyBase() = default;
-  void TellOwner() const { owner_->TellChanged(*this); }
+  void NotifyOwner() const { owner_->NotifyChanged(*this); }
 
  private:
   PropertyOwner *owner_;
 };
 
-/// One value of a control: `=` writes it and tells the owner if it has changed, `()` reads it.
+/// One value of a control: `=` writes it and notifies the owner if it has changed, `()` reads it.
 template <class T>
 class Property : public PropertyBase {
  public:
@@ -70,7 +70,7 @@ class Property : public PropertyBase {
     if (value == value_)
       return *this;
     value_ = std::move(value);
-    TellOwner();
+    NotifyOwner();
     return *this;
   }
 
@@ -78,14 +78,14 @@ class Property : public PropertyBase {
     if (value == value_)
       return *this;
     value_ = value;
-    TellOwner();
+    NotifyOwner();
     return *this;
   }
 
   const T &operator()() const { return value_; }
 
  protected:
-  /// Writes the value without telling the owner.
+  /// Writes the value without notifying the owner.
   void Store(T value) { value_ = std::move(value); }
 
  private:

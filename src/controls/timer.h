@@ -36,7 +36,7 @@ class TimerControl : public Control {
   void Changed(const PropertyBase &property) override;
 
  private:
-  std::uint64_t running_tick_ = 0;  // 0 while no tick bars another
+  std::uint64_t running_tick_ = 0;  // 0 while no tick prevents another
   std::uint64_t ticks_ = 0;
 };
 

@@ -21,8 +21,14 @@ void ReportAndEnd(int number, std::string_view description) {
 
 void Dispatch(const std::function<void()> &handler) {
   struct EventScope {
-    EventScope() { current->BeginEvent(); }
-    ~EventScope() { current->EndEvent(); }
+    EventScope() {
+      current->BeginEvent();
+      platform().settings.BeginEvent();
+    }
+    ~EventScope() {
+      platform().settings.EndEvent();
+      current->EndEvent();
+    }
   } scope;
 
   try {

@@ -1,6 +1,5 @@
 #include "core/load_settings.h"
 
-#include <array>
 #include <cmath>
 
 #include "alert/quake_log.h"
@@ -30,7 +29,7 @@ Color StoredColor(std::string_view text) {
   return ColorFromCode(RoundToInteger(number));
 }
 
-/// Gives `control` its stored text, if there is one.
+/// Sets `text` to the stored text, if there is one.
 void LoadText(Setting setting, Property<std::string> &text) {
   const std::string stored = ReadSetting(setting);
   if (!stored.empty())
@@ -54,6 +53,8 @@ void LoadGrid() {
 }
 
 void CountRun() {
+  // Meant (run-beyond-sixteen-bits-ends-the-start): run 32768 should start like any other. The count overflows, and the
+  // number of the run stays in 16 bits wherever it is read.
   Module1->RunCount = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::RunTime)) + 1);
   SaveSetting(Setting::RunTime, IntegerText(Module1->RunCount));
 }
@@ -71,14 +72,17 @@ void CountBanner() {
 }
 
 void LoadBarSettings() {
-  conffrm->Text7.Text = ReadSettingOrDefault(Setting::EdgeOffset);
+  conffrm->Text7.Text = ReadSetting(Setting::EdgeOffset);
 
-  const Integer edge_option = RoundToInteger(SaturatedPrefix(ReadSettingOrDefault(Setting::EdgeDetect)));
+  // Meant (edge-option-without-button-ends-the-start): a stored number that no button has should leave the choice
+  // alone. It is a subscript failure, which shows a damaged store instead of hiding it.
+  const Integer edge_option = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::EdgeDetect)));
   conffrm->Option1(edge_option).Value = true;
 
-  constexpr std::array colors = {Setting::Color0, Setting::Color1, Setting::Color2};
-  for (int i = 0; i < static_cast<int>(colors.size()); ++i)
-    conffrm->Picture1(i).BackColor = StoredColor(ReadSetting(colors[static_cast<std::size_t>(i)]));
+  // Meant (missing-colors-are-black): a colour that is not stored should keep the box's design value. It counts as code
+  // 0, so that a box shows the same after every start until it is clicked.
+  for (int i = 0; i < static_cast<int>(color_settings.size()); ++i)
+    conffrm->Picture1(i).BackColor = StoredColor(ReadSetting(color_settings[static_cast<std::size_t>(i)]));
 
   conffrm->Check6.Value = CheckBoxValue(ReadSetting(Setting::KeepPosition));
 }
@@ -89,12 +93,14 @@ void LoadLogSettings() {
 
   // Meant (log-option-false-restores-nothing): "False" should switch on the other option. It leaves both as they are,
   // and the settings window's timer chooses "All" when it is opened with the log on.
-  if (ReadSettingOrDefault(Setting::LogAll) == "True")
+  if (ReadSetting(Setting::LogAll) == "True")
     conffrm->Option2(0).Value = true;
 }
 
-/// Moves the stored `noBother` by one step and gives 1 when it moves from 2 to 1.
+/// Moves the stored `noBother` by one step and returns 1 when it moves from 2 to 1.
 Integer WalkNoBother() {
+  // Meant (no-bother-has-no-effect): the step from 2 to 1 should raise a note to the user. Nothing acts on it; the
+  // value is moved all the same, since stores that other runs have written go on with it.
   const double value = SaturatedPrefix(ReadSetting(Setting::noBother));
   if (value == 0) {
     SaveSetting(Setting::noBother, "2");
@@ -136,10 +142,12 @@ void LoadRefreshSettings() {
   const std::string alert = ReadSetting(Setting::Alert);
   if (!alert.empty())
     conffrm->Text1.Text = alert;
-  // Meant (bar-left-shows-alert-magnitude): the box "Bar Left" should show where the bar stood. It shows the alert
+  // Meant (bar-left-shows-alert-magnitude): the box "Bar Left" should show where the bar was. It shows the alert
   // magnitude, and nothing takes the bar's place from it at the start.
   conffrm->Text4.Text = alert;
 
+  // Meant (values-read-or-written-alone): a value should have both a reader and a writer. Nothing writes this one, and
+  // nothing reads smBarLeft, shortWidth and longWidth; they stay in the store for whoever reads it.
   conffrm->Text3.Text = ReadSetting(Setting::BarTop);
 }
 
@@ -149,6 +157,8 @@ Integer LoadSettings() {
   LoadClientIdentifier();
 
   // The first reference to conffrm: it loads here, hidden, and fills its list of areas.
+  // Meant (list-position-beyond-sixteen-bits-ends-the-start): it should count as a position without an entry, which
+  // yields an empty text. It is an overflow, like every number that is taken into 16 bits.
   const Integer display = RoundToInteger(SaturatedPrefix(ReadSetting(Setting::StrongerDisplay)));
   conffrm->Combo1.Text = conffrm->Combo1.List(display);
 

@@ -13,7 +13,7 @@ struct ProgramVersion {
   int revision;
 };
 
-/// The program's version. The build gives the numbers: they stand in the project's CMakeLists.txt and nowhere else.
+/// The program's version. The build provides the numbers: they are in the project's CMakeLists.txt and nowhere else.
 inline constexpr ProgramVersion program_version = {BORVANE_VERSION_MAJOR, BORVANE_VERSION_MINOR,
                                                    BORVANE_VERSION_REVISION};
 

@@ -8,9 +8,9 @@ namespace borvane {
 
 namespace {
 
-std::string QueryRegValueEx(Hive hive, std::string_view key, std::string_view name) {
+std::string QueryRegValueEx(std::string_view key, std::string_view name) {
   try {
-    const std::optional<StoredValue> value = platform().settings.Read(hive, key, name);
+    const std::optional<StoredValue> value = platform().settings.Read(key, name);
     if (!value)
       return {};
     if (const auto *text = std::get_if<std::string>(&*value))
@@ -25,12 +25,12 @@ std::string QueryRegValueEx(Hive hive, std::string_view key, std::string_view na
 
 }  // namespace
 
-void SaveRegValue(Hive hive, std::string_view key, std::string_view name, std::string_view text) {
-  platform().settings.Write(hive, key, name, text);
+void SaveRegValue(Hive /*hive*/, std::string_view key, std::string_view name, std::string_view text) {
+  platform().settings.Write(key, name, text);
 }
 
-std::string ReadRegValue(Hive hive, std::string_view key, std::string_view name) {
-  return QueryRegValueEx(hive, key, name);
+std::string ReadRegValue(Hive /*hive*/, std::string_view key, std::string_view name) {
+  return QueryRegValueEx(key, name);
 }
 
 }  // namespace borvane

@@ -20,7 +20,7 @@ void QuitProgram() {
   frmRecords->ListView1.ListItems.Clear();
   frmRecords->ListView2.ListItems.Clear();
 
-  // The records window refuses and hides; the loop goes on regardless.
+  // The records window refuses and hides; the loop continues regardless.
   for (FormBase *form : current->Forms())
     current->Unload(*form);
 

@@ -1,14 +1,31 @@
 #include "desktop/desktop.h"
 
+#include <cstdio>
+
 #include "desktop/appearance.h"
 #include "desktop/held_keys.h"
+#include "desktop/services/socket_folder.h"
+#include "feed/hosts.h"
 
 namespace borvane {
 
-Desktop::Desktop(int &argument_count, char **arguments)
-    : application_(argument_count, arguments),
-      process_([this] { forms_.Stop(); }),
-      quit_request_([this] { process_.End(0); }) {
+namespace {
+
+/// Writes a line to standard error.
+void Log(const QString &text) { std::fprintf(stderr, "borvane: %s\n", qPrintable(text)); }
+
+}  // namespace
+
+Desktop::Desktop(char *program_path)
+    : arguments_{program_path, nullptr},
+      application_(argument_count_, arguments_.data()),
+      process_(
+          [this] {
+            forms_.Stop();
+            settings_.WriteKept();
+          },
+          [this] { settings_.Finish(); }),
+      dark_preference_(PreferDark) {
   // A hidden records window with no bar leaves the program running.
   QApplication::setQuitOnLastWindowClosed(false);
   SetAppearance();
@@ -23,10 +40,15 @@ Platform Desktop::Services() {
           .random = random_,
           .message_box = message_box_,
           .shell = shell_,
+          .files = files_,
+          .sound = sound_,
+          .region = region_,
           .process = process_};
 }
 
 void Desktop::Run() {
+  settings_.EndStart();
+
   // The windows come first.
   constexpr int milliseconds_until_the_first_paint = 100;
   QTimer::singleShot(milliseconds_until_the_first_paint, &application_, [this] { StartMirror(); });
@@ -36,11 +58,18 @@ void Desktop::Run() {
 }
 
 void Desktop::StartMirror() {
-  const std::optional<quint16> port = PortOfDefaultHosts();
-  if (!port)
+  if (!UsesMirror())
     return;
-  mirror_starter_ = std::make_unique<MirrorStarter>(
-      *port, QApplication::applicationDirPath() + QStringLiteral("/borvane-mirror"), QStringList("--attended"));
+  const QString socket_folder = SocketFolder();
+  if (socket_folder.isEmpty()) {
+    Log("the mirror is not started: XDG_RUNTIME_DIR names no folder of this user's own");
+    return;
+  }
+  mirror_starter_ =
+      std::make_unique<MirrorStarter>(MirrorPlace{.port = mirror_port,
+                                                  .executable = QApplication::applicationDirPath() + "/borvane-mirror",
+                                                  .socket_folder = socket_folder},
+                                      Log);
   mirror_starter_->Start();
 }
 

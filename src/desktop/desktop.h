@@ -1,18 +1,23 @@
 #pragma once
 
 #include <QApplication>
+#include <array>
 #include <memory>
 
+#include "desktop/dark_preference.h"
 #include "desktop/quit_request.h"
 #include "desktop/services/clock.h"
 #include "desktop/services/event_pump.h"
+#include "desktop/services/files.h"
 #include "desktop/services/http_transfer.h"
 #include "desktop/services/message_box.h"
 #include "desktop/services/mirror_starter.h"
 #include "desktop/services/process.h"
 #include "desktop/services/random_source.h"
-#include "desktop/services/settings_store.h"
+#include "desktop/services/region.h"
 #include "desktop/services/shell.h"
+#include "desktop/services/sound.h"
+#include "desktop/settings/settings_store.h"
 #include "desktop/windows/desktop_forms.h"
 #include "platform/platform.h"
 
@@ -21,7 +26,9 @@ namespace borvane {
 /// The user's desktop: puts the program's windows on the screen and gives it what it asks of a host.
 class Desktop {
  public:
-  Desktop(int &argument_count, char **arguments);
+  /// `program_path` is the command by which the program was started. Its options are left out: the program has none,
+  /// and Qt would act on its own ones.
+  explicit Desktop(char *program_path);
 
   Platform Services();
   FormHost &Forms() { return forms_; }
@@ -32,17 +39,24 @@ class Desktop {
  private:
   void StartMirror();
 
+  // Qt keeps references to both.
+  int argument_count_ = 1;
+  std::array<char *, 2> arguments_;
   QApplication application_;
   DesktopForms forms_;
-  QtSettingsStore settings_;
-  CurlTransfer http_;
+  DesktopSettingsStore settings_;
+  DesktopHttpTransfer http_;
   QtEventPump events_;
   SystemClock clock_;
   TwisterRandomSource random_;
   QtMessageBox message_box_;
   DesktopShell shell_;
+  DesktopFiles files_;
+  DesktopSound sound_;
+  DesktopRegion region_;
   DesktopProcess process_;
   QuitRequest quit_request_;
+  DarkPreference dark_preference_;
   std::unique_ptr<MirrorStarter> mirror_starter_;
 };
 

@@ -10,7 +10,9 @@ namespace borvane {
 
 void CountHeldKeysOnce() {
 #if QT_CONFIG(xcb)
-  if (const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+  // Qt's offscreen screen has this interface as well, without a display.
+  const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (x11 != nullptr && x11->display() != nullptr)
     XkbSetDetectableAutoRepeat(x11->display(), True, nullptr);
 #endif
 }

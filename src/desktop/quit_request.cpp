@@ -2,16 +2,18 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <utility>
+
+#include "core/dispatch.h"
+#include "core/start.h"
 
 namespace borvane {
 
-QuitRequest::QuitRequest(std::function<void()> quit) : quit_(std::move(quit)) { qApp->installEventFilter(this); }
+QuitRequest::QuitRequest() { qApp->installEventFilter(this); }
 
 bool QuitRequest::eventFilter(QObject *object, QEvent *event) {
   if (object != qApp || event->type() != QEvent::Quit)
     return false;
-  quit_();
+  Dispatch(QuitProgram);
   return true;
 }
 

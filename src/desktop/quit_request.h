@@ -1,22 +1,17 @@
 #pragma once
 
 #include <QObject>
-#include <functional>
 
 namespace borvane {
 
-/// Hears when the desktop wants the program to quit, which it does at a log-out. Its windows are not asked, of which
-/// the records window would refuse.
+/// Ends the program through `QuitProgram` when the desktop asks it to quit, which it does at a log-out. Nobody is
+/// asked: Qt would ask the windows, and the records window refuses.
 class QuitRequest final : public QObject {
  public:
-  /// `quit` is called for each request of the desktop; nothing else follows from one.
-  explicit QuitRequest(std::function<void()> quit);
+  QuitRequest();
 
  protected:
   bool eventFilter(QObject *object, QEvent *event) override;
-
- private:
-  std::function<void()> quit_;
 };
 
 }  // namespace borvane

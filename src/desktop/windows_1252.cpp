@@ -17,25 +17,37 @@ constexpr std::array<char16_t, 32> own_characters = {0x20AC, 0x0081, 0x201A, 0x0
                                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-constexpr unsigned char behind_own = first_own + own_characters.size();
+constexpr unsigned char after_own = first_own + own_characters.size();
 
 char16_t CharacterOf(char byte) {
   const auto number = static_cast<unsigned char>(byte);
-  return number < first_own || number >= behind_own ? number : own_characters[number - first_own];
+  return number < first_own || number >= after_own ? number : own_characters[number - first_own];
 }
 
 char ByteOf(char16_t character) {
-  if (character < first_own || (character >= behind_own && character <= 0xFF))
+  if (character < first_own || (character >= after_own && character <= 0xFF))
     return static_cast<char>(character);
   const auto *place = std::find(own_characters.begin(), own_characters.end(), character);
   return place == own_characters.end() ? '?' : static_cast<char>(first_own + (place - own_characters.begin()));
 }
 
+/// Whether the character is that of an open byte.
+bool IsOpen(QChar character) {
+  const char16_t number = character.unicode();
+  return number >= first_own && number < after_own && own_characters.at(number - first_own) == number;
+}
+
 }  // namespace
 
+QString UnicodeText(std::string_view text) {
+  QString unicode(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
+  std::transform(text.begin(), text.end(), unicode.begin(), [](char byte) { return QChar(CharacterOf(byte)); });
+  return unicode;
+}
+
 QString ShownText(std::string_view text) {
-  QString shown(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
-  std::transform(text.begin(), text.end(), shown.begin(), [](char byte) { return QChar(CharacterOf(byte)); });
+  QString shown = UnicodeText(text);
+  std::replace_if(shown.begin(), shown.end(), IsOpen, QLatin1Char('?'));
   return shown;
 }
 
@@ -48,6 +60,18 @@ std::string ProgramText(const QString &text) {
       bytes += ByteOf(character.unicode());
   }
   return bytes;
+}
+
+std::string EditedText(std::string_view before, const QString &shown) {
+  const QString old = ShownText(before);
+  const auto [old_middle, middle] = std::mismatch(old.begin(), old.end(), shown.begin(), shown.end());
+  // The ends that are equal, read from the back, as far as the equal beginnings leave room.
+  const auto [old_tail, tail] = std::mismatch(old.rbegin(), std::make_reverse_iterator(old_middle), shown.rbegin(),
+                                              std::make_reverse_iterator(middle));
+  const auto kept_at_the_start = static_cast<std::size_t>(old_middle - old.begin());
+  const auto kept_at_the_end = static_cast<std::size_t>(old_tail - old.rbegin());
+  return std::string(before.substr(0, kept_at_the_start)) + ProgramText(QString(middle, tail.base() - middle)) +
+         std::string(before.substr(before.size() - kept_at_the_end));
 }
 
 }  // namespace borvane

@@ -1,11 +1,23 @@
 #include "feed/area.h"
 
+#include <algorithm>
+
 #include "basic/number.h"
 #include "core/program.h"
 #include "settings/conffrm.h"
 #include "settings/values.h"
 
 namespace borvane {
+
+namespace {
+
+/// The page of the first entry with that text; nothing for a heading and for a text of no entry.
+std::optional<AreaPage> PageOf(std::string_view text) {
+  const auto *area = std::find_if(areas.begin(), areas.end(), [&](const Area &entry) { return entry.text == text; });
+  return area == areas.end() ? std::nullopt : area->page;
+}
+
+}  // namespace
 
 void GetAreaUrl() {
   // Meant (coordinates-read-in-every-mode): they matter for "Lat/Long" alone, but numbers outside 16 bits end every
@@ -23,16 +35,15 @@ void GetAreaUrl() {
     return;
   }
 
-  for (int position = 0; position < conffrm->Combo2.ListCount(); ++position) {
-    if (conffrm->Combo2.List(position) != area)
-      continue;
+  // Meant (unknown-area-keeps-address): a heading or a text of no entry keeps the last address, after a fetch a mere
+  // site root.
+  if (const std::optional<AreaPage> page = PageOf(area))
+    Module1->SiteRoot = AddressOf(page->endpoint, page->path);
+}
 
-    // Meant (unknown-area-keeps-address): a heading or a text of no entry keeps the last address, after a fetch a mere
-    // site root.
-    if (const auto &page = areas[static_cast<std::size_t>(position)].page)
-      Module1->SiteRoot = AddressOf(page->endpoint, page->path);
-    return;
-  }
+Scanner ScannerOf(std::string_view area) {
+  const std::optional<AreaPage> page = PageOf(area);
+  return page ? page->scan : ScanQuakesList;
 }
 
 void SaveArea() { SaveSetting(Setting::Area, conffrm->Combo2.Text()); }

@@ -1,5 +1,7 @@
 #include "feed/hosts.h"
 
+#include <algorithm>
+
 #include "core/registry.h"
 
 namespace borvane {
@@ -7,11 +9,16 @@ namespace borvane {
 std::string HostOf(Endpoint endpoint) {
   const EndpointHost &row = endpoint_hosts[static_cast<std::size_t>(endpoint)];
   std::string stored = ReadRegValue(HKEY_CURRENT_USER, hosts_key, row.name);
-  return stored.empty() ? std::string(row.default_host) : stored;
+  return stored.empty() ? MirrorHost(endpoint) : stored;
 }
 
 std::string AddressOf(Endpoint endpoint, std::string_view path) {
   return "http://" + HostOf(endpoint) + std::string(path);
+}
+
+bool UsesMirror() {
+  return std::any_of(endpoint_hosts.begin(), endpoint_hosts.end(),
+                     [](const EndpointHost &row) { return HostOf(row.endpoint) == MirrorHost(row.endpoint); });
 }
 
 }  // namespace borvane

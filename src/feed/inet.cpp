@@ -5,7 +5,7 @@
 
 namespace borvane {
 
-std::string Inet::OpenURL(std::string_view address) {
+std::string Inet::OpenURL(std::string_view address, int /*form*/) {
   if (StillExecuting())
     Fail(Failure::StillExecutingLastRequest);
 
@@ -14,10 +14,12 @@ std::string Inet::OpenURL(std::string_view address) {
   HttpTransfer &http = platform().http;
   const TransferNumber transfer = http.Start(address);
   newest_ = transfer;
+  StateChanged.Raise();
   while (!http.IsDone(transfer))
     platform().events.WaitForEvents();
   TransferResult result = http.Take(transfer);
   newest_ = 0;  // requests nest: one that took the client over has ended before
+  StateChanged.Raise();
   if (result.failed)
     Fail(Failure::RequestFailed);
   return std::move(result.text);

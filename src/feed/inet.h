@@ -24,15 +24,20 @@ class Inet : public Control {
   Inet(Container &container, std::string_view name, const Design &design, int index = no_index)
       : Control(container, name, design, index) {}
 
-  /// Fetches `address` and gives the body as text. Events run meanwhile, and one of them may cancel this request.
-  /// Raises a failure when the host cannot be reached, the time passes, the request is cancelled or the client is busy.
-  std::string OpenURL(std::string_view address);
+  /// Asks for the body as text, the only form that there is.
+  static constexpr int as_text = 0;
+
+  /// Fetches `address` and returns the body. Events run meanwhile, and one of them may cancel this request. Raises a
+  /// failure when the host cannot be reached, the time passes, the request is cancelled or the client is busy.
+  std::string OpenURL(std::string_view address, int form = as_text);
 
   /// Whether the newest request is under way.
   bool StillExecuting() const;
 
   /// Ends the newest request if it is under way.
   void Cancel();
+
+  Event<> StateChanged;  // a request has started or ended
 
  private:
   TransferNumber newest_ = 0;

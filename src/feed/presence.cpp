@@ -11,7 +11,8 @@ void SendOnlineMark() {
   try {
     const std::string version = VersionDigits();
     if (HttpClientFree() != flag_false)
-      conffrm->Inet1.OpenURL(ServiceAddress("cmd=setonline&macid=" + Module1->MacID + "&AppVersion=" + version));
+      conffrm->Inet1.OpenURL(ServiceAddress("cmd=setonline&macid=" + Module1->MacID + "&AppVersion=" + version),
+                             Inet::as_text);
   } catch (const RuntimeError &) {
     // The service's absence hinders nothing.
   }
@@ -24,8 +25,8 @@ std::string GetUsersOnline() {
     const std::string version = " " + VersionDigits();
     if (HttpClientFree() == flag_false)
       return {};
-    std::string answer =
-        conffrm->Inet1.OpenURL(ServiceAddress("cmd=whoson&macid=" + Module1->MacID + "&AppVersion=" + version));
+    std::string answer = conffrm->Inet1.OpenURL(
+        ServiceAddress("cmd=whoson&macid=" + Module1->MacID + "&AppVersion=" + version), Inet::as_text);
 
     const bool is_error_page = answer.find('<') != std::string::npos;
     return is_error_page ? "0" : answer;

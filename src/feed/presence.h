@@ -4,10 +4,10 @@
 
 namespace borvane {
 
-/// Tells the maker's service that this client is running.
+/// Reports to the maker's service that this client is running.
 void SendOnlineMark();
 
-/// The number of users online, as the maker's service tells it; empty when it tells nothing.
+/// The number of users online, as the maker's service reports it; empty when it reports nothing.
 std::string GetUsersOnline();
 
 }  // namespace borvane

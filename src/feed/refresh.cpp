@@ -1,7 +1,5 @@
 #include "feed/refresh.h"
 
-#include <array>
-
 #include "alert/quake_log.h"
 #include "bars/Form1.h"
 #include "basic/number.h"
@@ -13,7 +11,6 @@
 #include "feed/presence.h"
 #include "feed/service.h"
 #include "records/frmRecords.h"
-#include "scan/scanners.h"
 #include "settings/conffrm.h"
 
 namespace borvane {
@@ -23,50 +20,23 @@ namespace {
 /// How the steps up to the scan ended when no failure ended them.
 enum class Outcome { Finished, EmptyPage };
 
-/// Once in a run whose number is a multiple of ten, tells the service of the run. Gives whether the client was free for
-/// it.
+/// Once in a run whose number is a multiple of ten, reports the run to the service. Returns whether the client was free
+/// for it.
 bool CountRunAtService() {
   if (Module1->RunCount % 10 != 0)
     return true;
   if (HttpClientFree() == flag_false)
     return false;
-  conffrm->Inet1.OpenURL(ServiceAddress("cmd=add&macid=" + Module1->MacID));
+  conffrm->Inet1.OpenURL(ServiceAddress("cmd=add&macid=" + Module1->MacID), Inet::as_text);
   Module1->RunCount = -1;
   return true;
 }
 
-/// Cuts `SiteRoot` behind the first slash at position 9 or later, which leaves scheme, host and a slash.
+/// Cuts `SiteRoot` after the first slash at position 9 or later, which leaves scheme, host and a slash.
 void CutSiteRoot() {
-  constexpr int behind_the_scheme = 9;
-  const Integer slash = Find(Module1->SiteRoot, "/", behind_the_scheme);
+  constexpr int after_the_scheme = 9;
+  const Integer slash = Find(Module1->SiteRoot, "/", after_the_scheme);
   Module1->SiteRoot = Piece(Module1->SiteRoot, 1, slash);
-}
-
-void ScanPage(Integer &mode, std::string &page) {
-  using Scanner = void (*)(Integer &, std::string &);
-  struct Choice {
-    int position;
-    Scanner scan;
-  };
-  constexpr std::array choices = {
-      Choice{14, ScanRegionTable},    // All Alaska
-      Choice{16, ScanMapList},        // Intermountain West
-      Choice{21, ScanMapList},        // NorthEastern
-      Choice{24, ScanMapAnchorList},  // Puerto Rico
-      Choice{22, ScanWorldList},      // Worlwide <5
-      Choice{23, ScanWorldList},      // Worldwide 5+
-  };
-
-  // Meant (scanner-follows-area-text): a page chosen by its coordinates should have its own scanner. The area's text
-  // alone decides, also then.
-  const std::string area = conffrm->Combo2.Text();
-  for (const Choice &choice : choices) {
-    if (area == conffrm->Combo2.List(choice.position)) {
-      choice.scan(mode, page);
-      return;
-    }
-  }
-  ScanQuakesList(mode, page);
 }
 
 /// The steps that may fail, up to the scan. Where the client is busy the fetch is skipped, and the refresh counts as
@@ -93,19 +63,23 @@ Outcome FetchAndScan(Integer &mode) {
   if (HttpClientFree() == flag_false)
     return Outcome::Finished;
 
+  // Meant (site-root-is-unprotected): the address should be this refresh's own. A refresh that runs while this one
+  // waits for the client has cut it, and this one asks for the site root.
   std::string page = conffrm->Inet1.OpenURL(Module1->SiteRoot);
   if (page.empty())
     return Outcome::EmptyPage;
 
   CutSiteRoot();
 
-  ScanPage(mode, page);
+  // Meant (scanner-follows-area-text): a page chosen by its coordinates should have its own scanner. The area's text
+  // alone decides, also then.
+  ScannerOf(conffrm->Combo2.Text())(mode, page);
   return Outcome::Finished;
 }
 
 /// Finishes a refresh, also one that fetched nothing because the client was busy.
 void FinishRefresh(Integer mode) {
-  // Meant (busy-client-counts-as-refreshed): without a fetch there is nothing to tell. The status bar names the time
+  // Meant (busy-client-counts-as-refreshed): without a fetch there is nothing to report. The status bar shows the time
   // all the same.
   frmRecords->StatusBar1.Panels(2).Text = "Last Refresh: " + TimeText(platform().clock.Now());
   frmRecords->Caption = frmRecords->ListView2.ListItems(1).Text + " - Borvane - Last Events";
@@ -125,7 +99,7 @@ void FinishRefresh(Integer mode) {
   Module1->RefreshCount = 0;
 }
 
-/// Leaves a refresh that failed. The user is told nothing; the next tick that looks tries again.
+/// Leaves a refresh that failed. Nothing is shown to the user; the next tick that tests the count tries again.
 void FailRefresh(Integer mode) {
   Module1->RefreshBusy = flag_false;
 
@@ -134,6 +108,7 @@ void FailRefresh(Integer mode) {
     frmRecords->Timer1.Enabled = true;
   }
 
+  // Meant (unreachable-threshold-ends-the-program): here at once, since no trap is left.
   Module1->RefreshCount = RoundToInteger(NumericPrefix(conffrm->Text2.Text()));
 }
 
@@ -146,7 +121,7 @@ void RefreshEvents(Integer &mode) {
       return;
     }
   } catch (const RuntimeError &) {
-    // The failure's own road follows.
+    // Falls through to FailRefresh, as an empty page does.
   }
   FailRefresh(mode);
 }

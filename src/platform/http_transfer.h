@@ -18,7 +18,7 @@ struct TransferResult {
 /// Fetches addresses in the background, while events run.
 class HttpTransfer {
  public:
-  /// Begins a GET of `address`, whose path and query go out as they stand.
+  /// Begins a GET of `address`, whose path and query are sent unchanged.
   virtual TransferNumber Start(std::string_view address) = 0;
 
   /// Whether the transfer has ended, one way or the other.

@@ -11,7 +11,7 @@ enum class MessageAnswer { Ok, Cancel, Yes, No };
 /// Asks the user and waits for the answer; events run meanwhile.
 class MessageBox {
  public:
-  /// Closing the box without a choice gives Cancel or No.
+  /// Closing the box without a choice counts as Cancel or No.
   virtual MessageAnswer Show(std::string_view text, std::string_view title, MessageButtons buttons,
                              MessageIcon icon) = 0;
 

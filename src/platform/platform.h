@@ -2,12 +2,15 @@
 
 #include "platform/clock.h"
 #include "platform/event_pump.h"
+#include "platform/files.h"
 #include "platform/http_transfer.h"
 #include "platform/message_box.h"
 #include "platform/process.h"
 #include "platform/random_source.h"
+#include "platform/region.h"
 #include "platform/settings_store.h"
 #include "platform/shell.h"
+#include "platform/sound.h"
 
 namespace borvane {
 
@@ -20,6 +23,9 @@ struct Platform {
   RandomSource &random;
   MessageBox &message_box;
   Shell &shell;
+  Files &files;
+  Sound &sound;
+  Region &region;
   Process &process;
 };
 

@@ -1,10 +1,11 @@
 #include "records/frmRecords.h"
 
+#include "alert/alert_time.h"
+#include "alert/quake_log.h"
 #include "basic/number.h"
 #include "core/program.h"
 #include "core/program_info.h"
 #include "core/start.h"
-#include "core/time_text.h"
 #include "feed/hosts.h"
 #include "feed/http_client.h"
 #include "feed/presence.h"
@@ -43,12 +44,19 @@ void AskToQuit() {
 RecordsForm::RecordsForm()
     : FormBase({.Name = "frmRecords", .Caption = "Borvane - Last Events", .ClientWidth = 11025, .ClientHeight = 8325}) {
   Label3.MouseMove = [this](const MouseState &) { Label3_MouseMove(); };
+  Label5.Click = [this] { Label5_Click(); };
   Label6.Click = [this] { Label6_Click(); };
   Label8.Click = [this] { Label8_Click(); };
   Timer1.Timer = [this] { Timer1_Timer(); };
   Timer2.Timer = [this] { Timer2_Timer(); };
   Timer3.Timer = [this] { Timer3_Timer(); };
   Toolbar1.ButtonClick = [this](int number) { Toolbar1_ButtonClick(number); };
+}
+
+std::vector<ColumnHeader> RecordsForm::FirstColumns() {
+  return {{"Magnitude", {}},  {"Date", {}},     {"Time", {}}, {"Latitude", {}}, {"Longitude", {}},
+          {"Depth (km)", {}}, {"Distance", {}}, {"Unit", {}}, {"Distance", {}}, {"Unit", {}},
+          {"Direction", {}},  {"Where?", 5400}, {"", 1}};
 }
 
 void RecordsForm::Form_Load() {
@@ -75,12 +83,12 @@ void RecordsForm::Form_Resize() {
     Frame4.Height = Frame2.Height();
     ListView1.Height = Frame2.Height() - ListView1.Top() - 200;
   } catch (const RuntimeError &) {
-    // Meant (tiny-window-keeps-its-layout): the steps behind a size that would be negative are left undone.
+    // Meant (tiny-window-keeps-its-layout): the steps after a size that would be negative are left undone.
   }
 }
 
 void RecordsForm::Form_QueryUnload(Integer &cancel, UnloadMode /*mode*/) {
-  // Meant (closing-only-hides): closing the main window should end the program. It goes on, with all its timers.
+  // Meant (closing-only-hides): closing the main window should end the program. It keeps running, with all its timers.
   cancel = 1;
   Hide();
 }
@@ -127,6 +135,8 @@ void RecordsForm::Form_MouseMove(const MouseState &mouse) {
 
 void RecordsForm::Label3_MouseMove() { Label3.Underline = true; }
 
+void RecordsForm::Label5_Click() { platform().shell.OpenFile(LogPath(), this); }
+
 void RecordsForm::Label6_Click() { Aboutfrm->Show(); }
 
 void RecordsForm::Label8_Click() {
@@ -153,6 +163,8 @@ void RecordsForm::Timer1_Timer() {
       Refresh();
   }
 
+  // Meant (unreachable-threshold-ends-the-program): a threshold that no count reaches should never refresh. The count
+  // overflows after 32767, and no trap holds that.
   Module1->RefreshCount = Module1->RefreshCount + 1;
 }
 
@@ -161,14 +173,18 @@ void RecordsForm::Timer2_Timer() {
   Timer2.Enabled = false;
 }
 
-void RecordsForm::Timer3_Timer() { Label9.Caption = "Users Online: " + GetUsersOnline(); }
+void RecordsForm::Timer3_Timer() {
+  // Meant (users-online-call-fails-a-refresh): the call should wait for a page that is being fetched. It takes the
+  // client over, as every later request does; nothing else keeps requests apart.
+  Label9.Caption = "Users Online: " + GetUsersOnline();
+}
 
 void RecordsForm::CheckForUpdate() {
   try {
     const std::string folder = AddressOf(Endpoint::Maker, "/borvane/");
     std::string newest;
     if (HttpClientFree() != flag_false)
-      newest = conffrm->Inet1.OpenURL(folder + "version.txt");
+      newest = conffrm->Inet1.OpenURL(folder + "version.txt", Inet::as_text);
 
     if (NumericPrefix(VersionDigits()) >= NumericPrefix(newest))
       return;

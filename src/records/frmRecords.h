@@ -1,6 +1,7 @@
 #pragma once
 
-#include "controls/buttons.h"
+#include <vector>
+
 #include "controls/control_array.h"
 #include "controls/form.h"
 #include "controls/form_set.h"
@@ -8,6 +9,7 @@
 #include "controls/label.h"
 #include "controls/list_view.h"
 #include "controls/menu.h"
+#include "controls/pictures.h"
 #include "controls/status_bar.h"
 #include "controls/timer.h"
 #include "controls/toolbar.h"
@@ -17,6 +19,16 @@ namespace borvane {
 /// The main window: the newest event, the list of events, the refresh switch and the status line.
 struct RecordsForm : FormBase {
   RecordsForm();
+
+  // The buttons of Toolbar1.
+  static constexpr int button_refresh = 1;
+  static constexpr int button_settings = 2;
+  static constexpr int button_long_bar = 3;
+  static constexpr int button_short_bar = 4;
+  static constexpr int button_quit = 5;
+
+  /// The columns of ListView1 until a scanner sets its own.
+  static std::vector<ColumnHeader> FirstColumns();
 
   Frame Frame1{*this, "Frame1", {.Caption = " Current Map ", .Left = 80, .Top = 0, .Width = 10920, .Height = 510}};
   ControlArray<Label, 4> Label1{
@@ -69,25 +81,8 @@ struct RecordsForm : FormBase {
       Frame4, "Label8", {.Caption = "Refresh", .Left = 90, .Top = 4815, .Width = 600, .Height = 195, .Enabled = false}};
 
   Frame Frame2{*this, "Frame2", {.Caption = " History ", .Left = 930, .Top = 1965, .Width = 9690, .Height = 5970}};
-  ListView ListView1{Frame2,
-                     "ListView1",
-                     {.Columns = {{"Magnitude", {}},
-                                  {"Date", {}},
-                                  {"Time", {}},
-                                  {"Latitude", {}},
-                                  {"Longitude", {}},
-                                  {"Depth (km)", {}},
-                                  {"Distance", {}},
-                                  {"Unit", {}},
-                                  {"Distance", {}},
-                                  {"Unit", {}},
-                                  {"Direction", {}},
-                                  {"Where?", 5400},
-                                  {"", 1}},
-                      .Left = 180,
-                      .Top = 315,
-                      .Width = 9285,
-                      .Height = 5460}};
+  ListView ListView1{
+      Frame2, "ListView1", {.Columns = FirstColumns(), .Left = 180, .Top = 315, .Width = 9285, .Height = 5460}};
 
   Label Label10{
       *this, "Label10", {.Caption = "[ ]", .Left = 10605, .Top = 7680, .Width = 240, .Height = 195, .Visible = false}};
@@ -107,6 +102,7 @@ struct RecordsForm : FormBase {
   void Form_KeyUp(Integer key_code, Integer shift) override;
   void Form_MouseMove(const MouseState &mouse) override;
   void Label3_MouseMove();
+  void Label5_Click();
   void Label6_Click();
   void Label8_Click();
   void Timer1_Timer();
@@ -114,7 +110,7 @@ struct RecordsForm : FormBase {
   void Timer3_Timer();
   void Toolbar1_ButtonClick(int number);
 
-  /// Offers the newer version, if the maker's service tells of one.
+  /// Offers the newer version, if the maker's service names one.
   void CheckForUpdate();
 
  private:

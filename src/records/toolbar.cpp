@@ -14,15 +14,6 @@ namespace borvane {
 
 namespace {
 
-constexpr int button_refresh = 1;
-constexpr int button_settings = 2;
-constexpr int button_long_bar = 3;
-constexpr int button_short_bar = 4;
-constexpr int button_quit = 5;
-
-constexpr std::uint8_t face_short_bar = 1;
-constexpr std::uint8_t face_long_bar = 2;
-
 std::string OrNotAvailable(const std::string &text) { return text.empty() ? "N/A" : text; }
 
 }  // namespace
@@ -77,8 +68,8 @@ void RecordsForm::SwitchAutoRefresh() {
     return;
   }
 
-  // Meant (panel-keeps-auto-refresh-on): the third panel should say that the refresh is off now. It is left as it
-  // stands.
+  // Meant (panel-keeps-auto-refresh-on): the third panel should say that the refresh is off now. It keeps its
+  // text.
   Timer1.Enabled = false;
   Module1->RefreshCount = 0;
   Toolbar1.Buttons(button_refresh).Value = 0;

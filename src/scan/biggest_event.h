@@ -4,7 +4,7 @@
 
 namespace borvane {
 
-/// Keeps the event if it is the strongest one ever read.
+/// Stores the event, which a list has on a row, if its magnitude is above that of the strongest one ever stored.
 void KeepBiggest(EventFields &fields);
 
 }  // namespace borvane

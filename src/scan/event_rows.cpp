@@ -20,10 +20,7 @@ std::vector<ColumnHeader> ColumnsOf(std::int32_t family) {
       return {{"Magnitude", {}}, {"Time and Date", {}}, {"Where?", {}}, {"Map", {}},
               {"Lat", {}},       {"Lon", {}},           {"Depth", {}}};
     case columns_until_first_scan:
-      return {{"Magnitude", {}}, {"Date", {}},       {"Time", {}},      {"Latitude", {}},
-              {"Longitude", {}}, {"Depth (km)", {}}, {"Distance", {}},  {"Unit", {}},
-              {"Distance", {}},  {"Unit", {}},       {"Direction", {}}, {"Where?", place_width},
-              {"", link_width}};
+      return RecordsForm::FirstColumns();
     case columns_of_events:
       return {{"Magnitude", {}},       {"Date", {}},      {"Time", {}},
               {"Latitude", {}},        {"Longitude", {}}, {"Depth (km)", {}},

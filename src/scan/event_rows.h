@@ -12,7 +12,7 @@ inline constexpr std::int32_t columns_of_region_table = 0;
 inline constexpr std::int32_t columns_until_first_scan = 1;
 inline constexpr std::int32_t columns_of_events = 2;
 
-/// Empties the list of events and gives it the columns of `family`; none for an unknown one.
+/// Empties the list of events and sets the columns of `family`; none for an unknown one.
 void SetupColumns(const std::int32_t &family);
 
 /// Writes the newest event into the row of the upper list and, when it has a latitude, tests it for the alert. The

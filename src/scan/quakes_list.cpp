@@ -19,9 +19,11 @@ class QuakesListReader {
   EventFields &fields() { return fields_; }
   bool IsAtEnd() const { return text_.IsEmpty(); }
 
-  /// Takes the next row into the fields; gives false when there is none. A row that the offsets do not fit raises a
+  /// Reads the next row into the fields; returns false when there is none. A row that the offsets do not fit raises a
   /// failure.
   bool ReadRow() {
+    // Meant (row-beyond-sixteen-bits): a row should be found wherever it is. Positions have 16 bits, so that a first
+    // row after 32767 characters, or as wide a gap between two rows, fails the scan.
     const Integer marker = text_.Find(link_);
     if (marker == 0)
       return false;
@@ -34,7 +36,7 @@ class QuakesListReader {
 
  private:
   void ReadMagnitude(Integer marker) {
-    // The magnitude begins at most 15 characters in front of the marker.
+    // The magnitude begins at most 15 characters before the marker.
     const Integer begin = marker - 15;
     const Integer blank = text_.Find(blank_, begin + 1);
     fields_(1) = Trim(text_.Piece(begin, blank - begin));
@@ -50,8 +52,8 @@ class QuakesListReader {
   }
 
   void ReadTokensAndDepth() {
-    // Date, time, latitude and longitude, parted by one blank each. Two blanks make an empty token, and what follows
-    // slips.
+    // Meant (two-blanks-shift-the-fields): date, time, latitude and longitude are separated by blanks, and a run of
+    // them should count as one. Each counts, so that two make an empty field and shift the ones that follow.
     Integer end = tag_end_;
     for (int slot = 2; slot <= 5; ++slot) {
       text_.TakeRest(end + 1);
@@ -74,12 +76,12 @@ class QuakesListReader {
       end = text_.Find(less_);
 
     // Meant (place-length-is-fixed-allowance): the length should be taken from where the place begins. The 4 is what a
-    // closing tag "/A>" leaves; behind any other tag the place is longer or shorter by the difference.
+    // closing tag "/A>" leaves; after any other tag the place is longer or shorter by the difference.
     fields_(7) = Trim(text_.Piece(begin + 1, end - 4));
   }
 
   WorkingText text_;
-  EventFields fields_{20};
+  EventFields fields_{quakes_list_bound};
   Integer tag_end_;
   Marker link_{"/recenteqs/Quakes/"};
   Marker blank_{" "};
@@ -98,6 +100,8 @@ void ScanQuakesList(Integer & /*mode*/, std::string &page) {
   while (reader.ReadRow()) {
     AppendEvent(reader.fields());
 
+    // Meant (first-row-is-the-newest): the newest event should be found by its date. It is the first row of the page:
+    // dates are text here, and pages list the newest event first.
     if (frmRecords->ListView1.ListItems.Count() == 1)
       AddEventRow(reader.fields()(2), reader.fields());
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "basic/failure.h"
 #include "basic/integer.h"
 
 namespace borvane {
@@ -12,12 +13,17 @@ namespace borvane {
 /// a scan linear in the page, whatever the page holds.
 class Marker {
  public:
-  explicit Marker(std::string_view text) : text_(text) {}
+  explicit Marker(std::string_view text) : text_(text), rare_(RarestOf(text)) {}
 
  private:
   friend class WorkingText;
 
+  /// The offset of the character that a search looks for first: a capital letter, if there is one, since pages have few
+  /// of them. Slashes and brackets, with which most markers begin, are in every row several times.
+  static std::size_t RarestOf(std::string_view text);
+
   std::string_view text_;
+  std::size_t rare_;
   std::size_t searched_from_ = 1;  // as offsets in the whole page; from > found: nothing has been searched yet
   std::size_t found_ = 0;          // npos where there is none
 };
@@ -31,9 +37,18 @@ class WorkingText {
   WorkingText &operator=(const WorkingText &) = delete;
   ~WorkingText() { page_.erase(0, start_); }
 
-  /// The position of `marker` at `from` or behind it; 0 when there is none. Raises an invalid argument when `from` is
+  /// The position of `marker` at or after `from`; 0 when there is none. Raises an invalid argument when `from` is
   /// below 1.
-  int Find(Marker &marker, int from = 1) const;
+  int Find(Marker &marker, int from = 1) const {
+    if (from < 1)
+      Fail(Failure::InvalidArgument);
+
+    const std::size_t begin = start_ + static_cast<std::size_t>(from) - 1;
+    const bool is_remembered = marker.searched_from_ <= begin && begin <= marker.found_;
+    if (!is_remembered)
+      Search(marker, begin);
+    return marker.found_ == std::string::npos ? 0 : static_cast<int>(marker.found_ - start_ + 1);
+  }
 
   /// Up to `length` characters from position `from` on. Raises an invalid argument when `from` is below 1 or `length`
   /// below 0.
@@ -45,6 +60,8 @@ class WorkingText {
   bool IsEmpty() const { return start_ == page_.size(); }
 
  private:
+  void Search(Marker &marker, std::size_t begin) const;
+
   std::string_view Rest() const { return std::string_view(page_).substr(start_); }
 
   std::string &page_;

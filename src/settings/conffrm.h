@@ -7,6 +7,7 @@
 #include "controls/form_set.h"
 #include "controls/frame.h"
 #include "controls/label.h"
+#include "controls/pictures.h"
 #include "controls/text_box.h"
 #include "controls/timer.h"
 #include "feed/inet.h"
@@ -47,7 +48,7 @@ struct SettingsForm : FormBase {
   CheckBox Check6{*this, "Check6", {.Caption = "Save size and position"}};
   CheckBox Check3{*this, "Check3", {.Caption = "Colorize Bar tags"}};
   ControlArray<PictureBox, 3> Picture1{
-      *this, "Picture1", {{{.BackColor = 0x0000FF}, {.BackColor = 0x00FF00}, {.BackColor = 0xFFFFFF}}}};
+      *this, "Picture1", {{{.BackColor = 0x0000FF}, {.BackColor = 0x00C000}, {.BackColor = 0xFFFFFF}}}};
   Label Label3{*this, "Label3", {.Caption = "Time"}};
   Frame Frame1{*this, "Frame1", {}};
   Label Label4{Frame1, "Label4", {.Caption = "On edge detection"}};
@@ -57,6 +58,8 @@ struct SettingsForm : FormBase {
   CheckBox Check1{*this, "Check1", {.Caption = "Log"}};
   ControlArray<OptionButton, 2> Option2{
       *this, "Option2", {{{.Caption = "All", .Enabled = false}, {.Caption = "Only for", .Enabled = false}}}};
+  // Meant (place-box-starts-enabled): the box should be disabled with its option while nothing is logged. Only the
+  // first click on "Log" makes it follow.
   TextBox Text8{*this, "Text8", {}};
   CheckBox Check7{*this, "Check7", {.Caption = "Start with Windows"}};
   CheckBox Check5{*this, "Check5", {.Caption = "World Snapshot", .Value = 1}};
@@ -72,10 +75,31 @@ struct SettingsForm : FormBase {
   void Form_Load() override;
   void Form_QueryUnload(Integer &cancel, UnloadMode mode) override;
   void Combo2_Click();
-  void Check4_Click();
-  void Text1_LostFocus();
   void Text2_LostFocus();
+  void Text1_LostFocus();
+  void Check4_Click();
+  void Text3_LostFocus();
+  void Text4_Change();
+  void Check6_Click();
+  void Check3_MouseUp();
+  void Picture1_Click(int i);
+  void Picture1_MouseMove(int i);
+  void Text7_LostFocus();
+  void Check1_Click();
+  void Option2_Click();
+  void Text8_LostFocus();
+  void Check7_Click();
+  void Check2_MouseUp();
+  void Text5_Change(int i);
+  void Command1_Click(int i);
+  void Combo1_Click();
   void Command2_Click();
+  void Timer1_Timer();
+  void Inet1_StateChanged();
+
+ private:
+  void AllowClose();
+  static void WriteStartEntry();
 };
 
 inline constexpr Form<SettingsForm> conffrm;

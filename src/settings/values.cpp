@@ -4,15 +4,20 @@
 
 namespace borvane {
 
-std::string ReadSetting(Setting setting) { return ReadRegValue(HKEY_CURRENT_USER, program_key, NameOf(setting)); }
+namespace {
 
-std::string ReadSettingOrDefault(Setting setting) {
-  std::string stored = ReadSetting(setting);
-  return stored.empty() ? std::string(stored_settings[static_cast<std::size_t>(setting)].when_missing) : stored;
+const StoredSetting &RowOf(Setting setting) { return stored_settings[static_cast<std::size_t>(setting)]; }
+
+}  // namespace
+
+std::string ReadSetting(Setting setting) {
+  const StoredSetting &row = RowOf(setting);
+  std::string stored = ReadRegValue(HKEY_CURRENT_USER, program_key, row.name);
+  return stored.empty() ? std::string(row.when_missing) : stored;
 }
 
 void SaveSetting(Setting setting, std::string_view text) {
-  SaveRegValue(HKEY_CURRENT_USER, program_key, NameOf(setting), text);
+  SaveRegValue(HKEY_CURRENT_USER, program_key, RowOf(setting).name, text);
 }
 
 }  // namespace borvane

@@ -18,7 +18,7 @@ namespace {
 constexpr int invalid_argument = 5;
 constexpr std::int64_t seconds_a_day = 86'400;
 
-/// All parts of a date, for comparing.
+/// All parts of a date, for comparison.
 std::string Shown(Date date) {
   const CalendarTime parts = PartsOf(date);
   std::string text;
@@ -134,14 +134,14 @@ TEST(FormatDate, WritesAMoment) {
 
 TEST(FormatDate, WritesAMonthAndADay) { EXPECT_EQ(FormatDate("2024/05/06", "mmm dd"), "May 06"); }
 
-TEST(FormatDate, PassesATextThatIsNoDateThrough) {
+TEST(FormatDate, ReturnsATextThatIsNoDateUnchanged) {
   for (const std::string text : {"", "Date", "2024-05-06", "2/29/1900", "05-06-2024 10:20:-1", " x "}) {
     EXPECT_EQ(FormatDate(text, "mm/dd/yyyy hh:mm:ss ampm"), text);
     EXPECT_EQ(FormatDate(text, "ddd dd"), text);
   }
 }
 
-TEST(FormatDate, KnowsEveryMonthAndDay) {
+TEST(FormatDate, NamesEveryMonthAndDay) {
   const std::array<std::string, 12> months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                            "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   for (int month = 1; month <= 12; ++month)
@@ -151,8 +151,8 @@ TEST(FormatDate, KnowsEveryMonthAndDay) {
     EXPECT_EQ(FormatDate(MakeDate({2024, 1, day, 0, 0, 0}), "ddd"), days.at(static_cast<std::size_t>(day - 1)));
 }
 
-TEST(FormatDate, GoesThroughTheWeekWithoutAGap) {
-  // The base day was a Saturday. From four centuries before it to four centuries behind it.
+TEST(FormatDate, NamesTheDaysOfEachWeekInOrder) {
+  // The base day was a Saturday. From four centuries before it to four centuries after it.
   const std::array<std::string, 7> days{"Sat", "Sun", "Mon", "Tue", "Wed", "Thu", "Fri"};
   for (std::int64_t day = -146'097; day <= 146'097; ++day) {
     const auto place = static_cast<std::size_t>(((day % 7) + 7) % 7);
@@ -160,13 +160,13 @@ TEST(FormatDate, GoesThroughTheWeekWithoutAGap) {
   }
 }
 
-TEST(FormatDate, CountsTwentyFourHoursWithoutTheHalfOfTheDay) {
+TEST(FormatDate, UsesTwentyFourHoursWithoutAmAndPm) {
   EXPECT_EQ(FormatDate("13:20:30", "hh:mm:ss"), "13:20:30");
   EXPECT_EQ(FormatDate("0:20", "hh:mm:ss"), "00:20:00");
   EXPECT_EQ(FormatDate("13:20:30", "ampm hh:mm"), "PM 01:20");
 }
 
-TEST(FormatDate, TakesMinutesOnlyBehindTheHours) {
+TEST(FormatDate, ReadsMinutesOnlyAfterTheHours) {
   EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hh:mm"), "10:20");
   EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "mm hh"), "05 10");
   EXPECT_EQ(FormatDate("2024/05/06 10:20:30", "hhmmmm"),
@@ -190,7 +190,7 @@ TEST(FormatDate, RaisesAnInvalidArgumentOutsideTheYears) {
   EXPECT_EQ(FailureOf([] { FormatDate(Date{std::numeric_limits<std::int64_t>::max()}, "dd"); }), invalid_argument);
 }
 
-TEST(FormatDate, OfEverySecondOfADayIsReadBack) {
+TEST(FormatDate, IsReadBackForEverySecondOfADay) {
   const Date start = MakeDate({2024, 2, 29, 0, 0, 0});
   for (std::int64_t second = 0; second < seconds_a_day; ++second) {
     const Date date{start.seconds + second};

@@ -9,7 +9,7 @@
 namespace borvane {
 namespace {
 
-TEST(RuntimeError, KnowsTheNumberAndTheWordsOfEachFailure) {
+TEST(RuntimeError, HasTheNumberAndTheTextOfEachFailure) {
   struct Row {
     Failure failure;
     int number;
@@ -33,7 +33,7 @@ TEST(RuntimeError, KnowsTheNumberAndTheWordsOfEachFailure) {
   }
 }
 
-TEST(RuntimeError, KeepsItsOwnNumberAndWords) {
+TEST(RuntimeError, KeepsItsOwnNumberAndText) {
   const RuntimeError error(53, "File not found");
   EXPECT_EQ(error.number(), 53);
   EXPECT_EQ(error.description(), "File not found");
@@ -41,13 +41,13 @@ TEST(RuntimeError, KeepsItsOwnNumberAndWords) {
 }
 
 TEST(Fail, RaisesARuntimeErrorThatIsAnException) {
-  std::string words;
+  std::string text;
   try {
     Fail(Failure::Overflow);
   } catch (const std::exception &error) {
-    words = error.what();
+    text = error.what();
   }
-  EXPECT_EQ(words, "Overflow");
+  EXPECT_EQ(text, "Overflow");
 }
 
 }  // namespace

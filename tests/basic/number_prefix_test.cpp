@@ -38,7 +38,7 @@ TEST(NumericPrefix, SkipsLeadingBlanks) {
   EXPECT_EQ(NumericPrefix("     -1"), -1);
 }
 
-TEST(NumericPrefix, SkipsNothingElseInFront) {
+TEST(NumericPrefix, SkipsNothingElseAtTheStart) {
   for (const char *text : {"\t5", "\n5", "\r5", " \t5", "\2405", "x5", "$5", "(5)"})
     EXPECT_EQ(NumericPrefix(text), 0) << text;
 }
@@ -82,17 +82,17 @@ TEST(NumericPrefix, ReadsAnExponentWithItsSign) {
   EXPECT_EQ(NumericPrefix(".5e1"), 5);
 }
 
-TEST(NumericPrefix, TakesAnExponentOnlyWithADigit) {
+TEST(NumericPrefix, ReadsAnExponentOnlyWithADigit) {
   for (const char *text : {"1e", "1E", "1e+", "1e-", "1e+x", "1ex", "1e.5", "1e--5", "1e+-5", "1e +5"})
     EXPECT_EQ(NumericPrefix(text), 1) << text;
 }
 
-TEST(NumericPrefix, EndsBehindTheExponent) {
+TEST(NumericPrefix, EndsAfterTheExponent) {
   EXPECT_EQ(NumericPrefix("1e2.5"), 100);
   EXPECT_EQ(NumericPrefix("1e2e3"), 100);
 }
 
-TEST(NumericPrefix, KnowsNoOtherMarkOfAnExponent) {
+TEST(NumericPrefix, AcceptsNoOtherExponentMark) {
   EXPECT_EQ(NumericPrefix("1D5"), 1);
   EXPECT_EQ(NumericPrefix("1d5"), 1);
   EXPECT_EQ(NumericPrefix("0x10"), 0);
@@ -121,7 +121,7 @@ TEST(NumericPrefix, IsZeroForZeroWithAnyExponent) {
     EXPECT_EQ(NumericPrefix(text), 0) << text;
 }
 
-TEST(NumericPrefix, RoundsAnExactHalfToTheEvenNeighbour) {
+TEST(NumericPrefix, RoundsAnExactHalfToEven) {
   const std::string half_above_one = "1.00000000000000011102230246251565404236316680908203125";
   const double next = std::nextafter(1.0, 2.0);
   EXPECT_EQ(NumericPrefix(half_above_one), 1);
@@ -129,7 +129,7 @@ TEST(NumericPrefix, RoundsAnExactHalfToTheEvenNeighbour) {
   EXPECT_EQ(NumericPrefix(half_above_one + "1"), next);
 }
 
-TEST(NumericPrefix, CountsEveryDigitHoweverFarBehind) {
+TEST(NumericPrefix, CountsEveryDigitHoweverFarRight) {
   const std::string half_above_one = "1.00000000000000011102230246251565404236316680908203125";
   const double next = std::nextafter(1.0, 2.0);
   for (const std::size_t zeros : {700U, 712U, 713U, 714U, 715U, 716U, 717U, 800U, 1'000'000U})
@@ -189,7 +189,7 @@ TEST(SinglePrefix, IsZeroBelowSinglePrecision) {
   EXPECT_EQ(SinglePrefix("1e-400"), 0.0F);
 }
 
-TEST(RoundToInteger, GoesToTheNearestWholeNumber) {
+TEST(RoundToInteger, RoundsToTheNearestWholeNumber) {
   EXPECT_EQ(RoundToInteger(3.4), 3);
   EXPECT_EQ(RoundToInteger(3.6), 4);
   EXPECT_EQ(RoundToInteger(-3.4), -3);
@@ -197,7 +197,7 @@ TEST(RoundToInteger, GoesToTheNearestWholeNumber) {
   EXPECT_EQ(RoundToInteger(0.49999999999999994), 0);
 }
 
-TEST(RoundToInteger, GoesFromAHalfToTheEvenNeighbour) {
+TEST(RoundToInteger, RoundsAHalfToEven) {
   EXPECT_EQ(RoundToInteger(0.5), 0);
   EXPECT_EQ(RoundToInteger(1.5), 2);
   EXPECT_EQ(RoundToInteger(2.5), 2);
@@ -216,7 +216,7 @@ TEST(RoundToInteger, RaisesAnOverflowOutsideSixteenBits) {
     EXPECT_EQ(FailureOf([&] { RoundToInteger(value); }), overflow) << value;
 }
 
-TEST(RoundToLong, GoesFromAHalfToTheEvenNeighbour) {
+TEST(RoundToLong, RoundsAHalfToEven) {
   EXPECT_EQ(RoundToLong(2.5), 2);
   EXPECT_EQ(RoundToLong(3.5), 4);
   EXPECT_EQ(RoundToLong(-2.5), -2);
@@ -231,7 +231,7 @@ TEST(RoundToLong, RaisesAnOverflowOutsideThirtyTwoBits) {
     EXPECT_EQ(FailureOf([&] { RoundToLong(value); }), overflow) << value;
 }
 
-TEST(RoundToLong, RoundsAsAPlainRuleDoes) {
+TEST(RoundToLong, AgreesWithAPlainRule) {
   for (int quarters = -400; quarters <= 400; ++quarters) {
     const int below = static_cast<int>(std::floor(quarters / 4.0));
     const int rest = quarters - 4 * below;
@@ -242,7 +242,7 @@ TEST(RoundToLong, RoundsAsAPlainRuleDoes) {
   }
 }
 
-TEST(SaturatedPrefix, OfEveryShortTextIsThatOfThePlainRule) {
+TEST(SaturatedPrefix, AgreesWithThePlainRuleOnEveryShortText) {
   constexpr std::string_view alphabet = " +-.eE01\t";
   std::string text;
   const auto walk = [&](const auto &self, std::size_t length) -> void {
@@ -258,7 +258,7 @@ TEST(SaturatedPrefix, OfEveryShortTextIsThatOfThePlainRule) {
   walk(walk, 6);
 }
 
-TEST(SaturatedPrefix, OfRandomNumbersIsThatOfThePlainRule) {
+TEST(SaturatedPrefix, AgreesWithThePlainRuleOnRandomNumbers) {
   std::mt19937 random(1);
   const auto draw = [&](unsigned n) { return static_cast<unsigned>(random() % n); };
   const auto digits = [&](unsigned n) {
@@ -276,8 +276,8 @@ TEST(SaturatedPrefix, OfRandomNumbersIsThatOfThePlainRule) {
   }
 }
 
-TEST(NumericPrefix, OfEveryHalfwayPointGoesToTheEvenNeighbour) {
-  // Between neighbours of few binary digits the point halfway is written exactly.
+TEST(NumericPrefix, RoundsEveryHalfwayPointToEven) {
+  // Between adjacent numbers of few binary digits the halfway point has an exact decimal form.
   for (int i = 1; i < 2000; ++i) {
     const double whole = 9007199254740992.0 + 2.0 * i;
     const std::string half = std::to_string(9007199254740992 + 2 * i + 1);
@@ -287,8 +287,8 @@ TEST(NumericPrefix, OfEveryHalfwayPointGoesToTheEvenNeighbour) {
   }
 }
 
-/// Puts a decimal comma everywhere for the length of a test: into the language's own locale always, into the C
-/// library's where the machine has such a locale.
+/// Sets a decimal comma for the length of a test: always in the C++ locale, and in the C library's where the machine
+/// has such a locale.
 class CommaEverywhere {
  public:
   CommaEverywhere() {
@@ -311,7 +311,7 @@ class CommaEverywhere {
     std::string do_grouping() const override { return "\3"; }
   };
 
-  // The facet belongs to the locale.
+  // The locale owns the facet.
   std::locale before_ = std::locale::global(std::locale(std::locale::classic(), new Comma));
 };
 

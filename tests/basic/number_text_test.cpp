@@ -32,21 +32,21 @@ TEST(SingleText, HasUpToSevenSignificantDigits) {
   EXPECT_EQ(SingleText(9999999.0F), "9999999");
 }
 
-TEST(SingleText, DropsZerosAtTheEnd) {
+TEST(SingleText, DropsTrailingZeros) {
   EXPECT_EQ(SingleText(5.2F), "5.2");
   EXPECT_EQ(SingleText(5.0F), "5");
   EXPECT_EQ(SingleText(0.1F), "0.1");
   EXPECT_EQ(SingleText(1200.0F), "1200");
 }
 
-TEST(SingleText, TakesTheSeparatorThatIsGiven) {
+TEST(SingleText, UsesTheGivenSeparator) {
   EXPECT_EQ(SingleText(5.25F, ','), "5,25");
   EXPECT_EQ(SingleText(-0.5F, ','), "-0,5");
   EXPECT_EQ(SingleText(1234567.5F * 100, ','), "1,234568E+08");
   EXPECT_EQ(SingleText(5.0F, ','), "5");
 }
 
-TEST(SingleText, CountsInPowersFromTenToTheSeventhOn) {
+TEST(SingleText, UsesAnExponentFromTenToTheSeventhOn) {
   EXPECT_EQ(SingleText(10'000'000.0F), "1E+07");
   EXPECT_EQ(SingleText(12'345'678.0F), "1.234568E+07");
   EXPECT_EQ(SingleText(-12'345'678.0F), "-1.234568E+07");
@@ -59,7 +59,7 @@ TEST(SingleText, StaysPlainDownToATenThousandth) {
   EXPECT_EQ(SingleText(0.00099999F), "0.00099999");
 }
 
-TEST(SingleText, StaysPlainBelowWhileSevenDecimalsDo) {
+TEST(SingleText, StaysPlainBelowWhileSevenDecimalsSuffice) {
   EXPECT_EQ(SingleText(0.00001F), "0.00001");
   EXPECT_EQ(SingleText(0.0000123F), "0.0000123");
   EXPECT_EQ(SingleText(0.0000999F), "0.0000999");
@@ -67,7 +67,7 @@ TEST(SingleText, StaysPlainBelowWhileSevenDecimalsDo) {
   EXPECT_EQ(SingleText(-0.0000002F), "-0.0000002");
 }
 
-TEST(SingleText, CountsInPowersBelowWhereSevenDecimalsDoNot) {
+TEST(SingleText, UsesAnExponentBelowWhereSevenDecimalsAreTooFew) {
   EXPECT_EQ(SingleText(0.00001234F), "1.234E-05");
   EXPECT_EQ(SingleText(0.00009999999F), "9.999999E-05");
   EXPECT_EQ(SingleText(0.00000001F), "1E-08");
@@ -94,7 +94,7 @@ TEST(DoubleText, HasUpToFifteenSignificantDigits) {
   EXPECT_EQ(DoubleText(3.1F), "3.09999990463257");
 }
 
-TEST(DoubleText, CountsInPowersFromTenToTheFifteenthOn) {
+TEST(DoubleText, UsesAnExponentFromTenToTheFifteenthOn) {
   EXPECT_EQ(DoubleText(999'999'999'999'999.0), "999999999999999");
   EXPECT_EQ(DoubleText(1e15), "1E+15");
   EXPECT_EQ(DoubleText(999'999'999'999'999.9), "1E+15");
@@ -102,7 +102,7 @@ TEST(DoubleText, CountsInPowersFromTenToTheFifteenthOn) {
   EXPECT_EQ(DoubleText(std::numeric_limits<double>::max()), "1.79769313486232E+308");
 }
 
-TEST(DoubleText, StaysPlainBelowATenThousandthWhileFifteenDecimalsDo) {
+TEST(DoubleText, StaysPlainBelowATenThousandthWhileFifteenDecimalsSuffice) {
   EXPECT_EQ(DoubleText(0.000012345), "0.000012345");
   EXPECT_EQ(DoubleText(0.000000000000001), "0.000000000000001");
   EXPECT_EQ(DoubleText(0.00001234567891), "0.00001234567891");
@@ -113,7 +113,7 @@ TEST(DoubleText, StaysPlainBelowATenThousandthWhileFifteenDecimalsDo) {
   EXPECT_EQ(DoubleText(0.000123456789012345), "0.000123456789012345");
 }
 
-TEST(DoubleText, TakesTheSeparatorThatIsGiven) { EXPECT_EQ(DoubleText(2.5, ','), "2,5"); }
+TEST(DoubleText, UsesTheGivenSeparator) { EXPECT_EQ(DoubleText(2.5, ','), "2,5"); }
 
 TEST(DoubleText, IsZeroForBothZeros) {
   EXPECT_EQ(DoubleText(0.0), "0");
@@ -137,7 +137,7 @@ TEST(IntegerText, IsPlainDecimalText) {
   EXPECT_EQ(IntegerText(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
 }
 
-TEST(IntegerText, OfEverySixteenBitValueIsReadBack) {
+TEST(IntegerText, IsReadBackForEverySixteenBitValue) {
   for (int value = -32768; value <= 32767; ++value) {
     const Integer number(value);
     ASSERT_EQ(RoundToInteger(NumericPrefix(IntegerText(number))), value);
@@ -154,7 +154,7 @@ TEST(InvariantText, HasALeadingBlankForZeroAndAbove) {
   EXPECT_EQ(InvariantText(-1.0), "-1");
 }
 
-TEST(InvariantText, HasNoZeroInFrontOfThePoint) {
+TEST(InvariantText, HasNoZeroBeforeThePoint) {
   EXPECT_EQ(InvariantText(0.5), " .5");
   EXPECT_EQ(InvariantText(-0.5), "-.5");
   EXPECT_EQ(InvariantText(0.05), " .05");
@@ -162,7 +162,7 @@ TEST(InvariantText, HasNoZeroInFrontOfThePoint) {
   EXPECT_EQ(InvariantText(-20.25), "-20.25");
 }
 
-TEST(InvariantText, CountsInPowersWhereDisplayTextDoes) {
+TEST(InvariantText, UsesAnExponentWhereDisplayTextDoes) {
   EXPECT_EQ(InvariantText(1e15), " 1E+15");
   EXPECT_EQ(InvariantText(-1e-16), "-1E-16");
   EXPECT_EQ(InvariantText(1e7F), " 1E+07");
@@ -174,7 +174,7 @@ TEST(InvariantText, OfASingleHasItsSevenDigits) {
   EXPECT_EQ(InvariantText(-3.1F), "-3.1");
 }
 
-/// Display text made from the C library's own, which has the same digits but counts in powers for all that is below a
+/// Display text made from the C library's, which has the same digits but uses an exponent for everything below a
 /// ten-thousandth.
 std::string PlainText(double value, int significant) {
   std::array<char, 64> powers{};
@@ -191,7 +191,7 @@ std::string PlainText(double value, int significant) {
   return powers.data();
 }
 
-TEST(SingleText, OfRandomNumbersIsThatOfThePlainRule) {
+TEST(SingleText, AgreesWithThePlainRuleOnRandomNumbers) {
   std::mt19937 random(2);
   for (int i = 0; i < 200'000; ++i) {
     const auto value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
@@ -201,7 +201,7 @@ TEST(SingleText, OfRandomNumbersIsThatOfThePlainRule) {
   }
 }
 
-TEST(SingleText, OfShortDecimalsIsThatOfThePlainRule) {
+TEST(SingleText, AgreesWithThePlainRuleOnShortDecimals) {
   for (int numerator = 1; numerator < 3000; ++numerator) {
     float value = static_cast<float>(numerator) * 1e6F;
     for (int places = 0; places < 18; ++places, value /= 10)
@@ -209,7 +209,7 @@ TEST(SingleText, OfShortDecimalsIsThatOfThePlainRule) {
   }
 }
 
-TEST(DoubleText, OfRandomNumbersIsThatOfThePlainRule) {
+TEST(DoubleText, AgreesWithThePlainRuleOnRandomNumbers) {
   std::mt19937_64 random(3);
   for (int i = 0; i < 100'000; ++i) {
     const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random()));
@@ -219,7 +219,7 @@ TEST(DoubleText, OfRandomNumbersIsThatOfThePlainRule) {
   }
 }
 
-TEST(DoubleText, OfShortDecimalsIsThatOfThePlainRule) {
+TEST(DoubleText, AgreesWithThePlainRuleOnShortDecimals) {
   for (int numerator = 1; numerator < 3000; ++numerator) {
     double value = numerator * 1e14;
     for (int places = 0; places < 34; ++places, value /= 10)
@@ -227,7 +227,7 @@ TEST(DoubleText, OfShortDecimalsIsThatOfThePlainRule) {
   }
 }
 
-TEST(DoubleText, OfADecimalOfFifteenDigitsIsThatDecimal) {
+TEST(DoubleText, ReproducesADecimalOfFifteenDigits) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 100'000; ++i) {
     const std::string whole = std::to_string(1 + random() % 9999999);

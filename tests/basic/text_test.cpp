@@ -23,7 +23,7 @@ TEST(Find, CountsPositionsFromOne) {
   EXPECT_EQ(Find("quake", "quake"), 1);
 }
 
-TEST(Find, GivesZeroWhenThereIsNone) {
+TEST(Find, ReturnsZeroWhenNothingIsFound) {
   EXPECT_EQ(Find("quake", "x"), 0);
   EXPECT_EQ(Find("quake", "quakes"), 0);
   EXPECT_EQ(Find("", "q"), 0);
@@ -37,7 +37,7 @@ TEST(Find, StartsAtTheGivenPosition) {
   EXPECT_EQ(Find("a-a-a", "a", 5), 5);
 }
 
-TEST(Find, GivesThePositionInTheWholeText) { EXPECT_EQ(Find("0123456789", "7", 5), 8); }
+TEST(Find, ReturnsThePositionInTheWholeText) { EXPECT_EQ(Find("0123456789", "7", 5), 8); }
 
 TEST(Find, FindsNothingPastTheEnd) {
   EXPECT_EQ(Find("a-a-a", "a", 6), 0);
@@ -58,25 +58,25 @@ TEST(Find, RaisesAnInvalidArgumentBelowPositionOne) {
   }
 }
 
-TEST(Find, LooksAtZeroAndHighBytesLikeAtAnyOther) {
+TEST(Find, TreatsZeroAndHighBytesLikeAnyOther) {
   using namespace std::string_view_literals;
   EXPECT_EQ(Find("a\0b\xE9z"sv, "\xE9"sv), 4);
   EXPECT_EQ(Find("a\0b"sv, "\0b"sv), 2);
   EXPECT_EQ(Find("a\xC9"sv, "\xE9"sv), 0);
 }
 
-TEST(Find, GoesBeyondSixteenBits) {
+TEST(Find, WorksBeyondSixteenBits) {
   const std::string text = std::string(1'000'000, ' ') + "<";
   EXPECT_EQ(Find(text, "<"), 1'000'001);
 }
 
-TEST(Piece, TakesTheLengthFromThePosition) {
+TEST(Piece, ReturnsThatManyCharactersFromThePosition) {
   EXPECT_EQ(Piece("0123456789", 1, 3), "012");
   EXPECT_EQ(Piece("0123456789", 4, 1), "3");
   EXPECT_EQ(Piece("0123456789", 10, 1), "9");
 }
 
-TEST(Piece, GivesWhatThereIsWhenTheTextEndsBefore) {
+TEST(Piece, ReturnsWhatIsLeftWhenTheTextIsShorter) {
   EXPECT_EQ(Piece("0123456789", 9, 5), "89");
   EXPECT_EQ(Piece("0123456789", 1, largest), "0123456789");
 }
@@ -108,7 +108,7 @@ TEST(Piece, PointsIntoTheText) {
   EXPECT_EQ(Piece(text, 4, 2).data(), text.data() + 3);
 }
 
-TEST(RestFrom, TakesAllFromThePosition) {
+TEST(RestFrom, ReturnsEverythingFromThePosition) {
   EXPECT_EQ(RestFrom("abc", 1), "abc");
   EXPECT_EQ(RestFrom("abc", 3), "c");
 }
@@ -142,7 +142,7 @@ TEST(Trim, KeepsEveryCharacterThatIsNotABlank) {
   EXPECT_EQ(Trim(std::string_view("\0 ", 2)), std::string_view("\0", 1));
 }
 
-TEST(Trim, LeavesNothingOfBlanks) {
+TEST(Trim, IsEmptyForBlanks) {
   EXPECT_EQ(Trim(""), "");
   EXPECT_EQ(Trim(" "), "");
   EXPECT_EQ(Trim("     "), "");
@@ -158,7 +158,7 @@ std::vector<std::string> AllTexts(std::string_view alphabet, std::size_t length)
   return texts;
 }
 
-/// Compares two ways to the same result, its failure included.
+/// Compares two ways to the same result, failures included.
 template <typename Quick, typename Plain>
 void Compare(Quick quick, Plain plain, const std::string &shown) {
   const int failure = FailureOf(plain);
@@ -168,7 +168,7 @@ void Compare(Quick quick, Plain plain, const std::string &shown) {
   }
 }
 
-TEST(Find, OfEveryShortTextIsThatOfThePlainRule) {
+TEST(Find, AgreesWithThePlainRuleOnEveryShortText) {
   const std::vector<std::string> searched = AllTexts("a<", 3);
   for (const std::string &text : AllTexts("a<", 7)) {
     for (const std::string &what : searched) {
@@ -180,7 +180,7 @@ TEST(Find, OfEveryShortTextIsThatOfThePlainRule) {
   }
 }
 
-TEST(Piece, OfEveryShortTextIsThatOfThePlainRule) {
+TEST(Piece, AgreesWithThePlainRuleOnEveryShortText) {
   for (const std::string &text : AllTexts("a\n ", 4)) {
     for (int from = -1; from <= 6; ++from) {
       for (int length = -1; length <= 6; ++length) {
@@ -192,7 +192,7 @@ TEST(Piece, OfEveryShortTextIsThatOfThePlainRule) {
   }
 }
 
-TEST(RestFrom, OfEveryShortTextIsThatOfThePlainRule) {
+TEST(RestFrom, AgreesWithThePlainRuleOnEveryShortText) {
   for (const std::string &text : AllTexts("a\n ", 4)) {
     for (int n = -1; n <= 6; ++n) {
       Compare([&] { return std::string(RestFrom(text, n)); }, [&] { return plain::RestFrom(text, n); },
@@ -201,7 +201,7 @@ TEST(RestFrom, OfEveryShortTextIsThatOfThePlainRule) {
   }
 }
 
-TEST(Trim, OfEveryShortTextIsThatOfThePlainRule) {
+TEST(Trim, AgreesWithThePlainRuleOnEveryShortText) {
   for (const std::string &text : AllTexts("a\t ", 7))
     EXPECT_EQ(Trim(text), plain::Trim(text));
 }

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "basic/failure.h"
-#include "controls/box.h"
 #include "controls/control_array.h"
 #include "controls/frame.h"
+#include "support/box.h"
 
 namespace borvane {
 namespace {

@@ -5,13 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "basic/failure.h"
-#include "controls/box.h"
 #include "controls/buttons.h"
 #include "controls/control_array.h"
 #include "controls/frame.h"
 #include "controls/label.h"
 #include "controls/menu.h"
 #include "controls/status_bar.h"
+#include "support/box.h"
 
 namespace borvane {
 namespace {
@@ -41,7 +41,7 @@ TEST(Control, StartsWithItsDesignValues) {
   EXPECT_EQ(label.Tag(), "");
 }
 
-TEST(Control, TakesANegativeLeftEdgeButNoNegativeSize) {
+TEST(Control, AcceptsANegativeLeftEdgeButNoNegativeSize) {
   Box box;
   Label label{box, "Label1", {.Width = 10, .Height = 10}};
   label.Left = -5000;
@@ -88,7 +88,7 @@ TEST(ControlArray, RaisesASubscriptFailureOutsideItsBounds) {
   for (const int position : {-1, 2, 32767}) {
     try {
       labels(position);
-      FAIL() << "position " << position << " was given";
+      FAIL() << "position " << position << " was accepted";
     } catch (const RuntimeError &error) {
       EXPECT_EQ(error.number(), static_cast<int>(Failure::Subscript)) << "position " << position;
     }
@@ -102,7 +102,7 @@ TEST(Event, DoesNothingWithoutAHandler) {
   EXPECT_NO_THROW(label.Click.Raise());
 }
 
-TEST(Event, HandsItsArgumentsToTheHandlerWiredLast) {
+TEST(Event, PassesItsArgumentsToTheHandlerSetLast) {
   Event<int> event;
   int first = 0;
   int second = 0;
@@ -114,7 +114,7 @@ TEST(Event, HandsItsArgumentsToTheHandlerWiredLast) {
   EXPECT_EQ(second, 5);
 }
 
-TEST(MenuItem, StandsInItsMenu) {
+TEST(MenuItem, BelongsToItsMenu) {
   Box box;
   Menu menu{box, "Tmnu", {.Caption = "Menu"}};
   MenuItem item{menu, "mnuGrid", {.Caption = "Grid lines", .Checked = true}};

@@ -9,7 +9,7 @@
 #include "controls/buttons.h"
 #include "controls/text_box.h"
 #include "controls/timer.h"
-#include "controls/written_down.h"
+#include "support/recording_host.h"
 
 namespace borvane {
 namespace {
@@ -22,7 +22,7 @@ struct SecondForm : FormBase {
 
 constexpr Form<SecondForm> second;
 
-/// A window whose handlers a test can give.
+/// A window whose handlers a test can set.
 struct FirstForm : FormBase {
   FirstForm() : FormBase({.Name = "first", .Caption = "First"}) { ++alive; }
   ~FirstForm() override { --alive; }
@@ -50,7 +50,7 @@ struct FirstForm : FormBase {
 
 constexpr Form<FirstForm> first;
 
-/// The windows of one test, with what is done at the load of `first`.
+/// The windows of one test, with the code that runs at the load of `first`.
 struct Loading : Windows {
   explicit Loading(std::function<void()> on_load = {}) { FirstForm::on_load = std::move(on_load); }
   ~Loading() { FirstForm::on_load = {}; }
@@ -89,12 +89,12 @@ TEST(FormSet, RunsTheLoadHandlerAtTheReferenceThatLoads) {
   EXPECT_EQ(loads, 1);
 }
 
-TEST(FormSet, TellsTheHostBeforeTheLoadHandlerRuns) {
+TEST(FormSet, NotifiesTheHostBeforeTheLoadHandlerRuns) {
   Loading windows;
-  Lines told;
-  FirstForm::on_load = [&] { told = windows.host.seen; };
+  Lines before_load;
+  FirstForm::on_load = [&] { before_load = windows.host.seen; };
   first->Show();
-  EXPECT_EQ(told, Lines{"load first"});
+  EXPECT_EQ(before_load, Lines{"load first"});
 }
 
 TEST(FormSet, GivesTheLoadHandlerItsOwnWindow) {
@@ -130,7 +130,7 @@ TEST(FormSet, UnloadHidesAndForgetsTheWindow) {
   EXPECT_EQ(windows.host.seen, (Lines{"load first", "show first", "hide first", "unload first"}));
 }
 
-TEST(FormSet, BeginsAnewAtTheReferenceAfterAnUnload) {
+TEST(FormSet, StartsFromScratchAtTheReferenceAfterAnUnload) {
   const Loading windows;
   first->Text1.Text = "typed";
   first.Unload();
@@ -153,7 +153,7 @@ TEST(FormSet, KeepsAWindowThatRefusesItsUnload) {
   EXPECT_EQ(windows.host.seen, (Lines{"load first", "show first"}));
 }
 
-TEST(FormSet, TellsTheWindowWhoAsksItToGo) {
+TEST(FormSet, PassesTheUnloadModeToTheWindow) {
   Loading windows;
   first->refuses = true;
   windows.set.Unload(*first, UnloadMode::CloseBox);
@@ -185,7 +185,7 @@ TEST(FormSet, KeepsTheMemoryUntilTheOutermostEventHasEnded) {
     windows.set.BeginEvent();
     first.Unload();
     windows.set.EndEvent();
-    EXPECT_EQ(FirstForm::alive, 1) << "the handler of the outer event runs on in a window that is gone";
+    EXPECT_EQ(FirstForm::alive, 1) << "the handler of the outer event continues in a window that is gone";
   };
   first->Timer1.Tick();
   EXPECT_EQ(FirstForm::alive, 1);
@@ -193,7 +193,7 @@ TEST(FormSet, KeepsTheMemoryUntilTheOutermostEventHasEnded) {
   EXPECT_EQ(FirstForm::alive, 0);
 }
 
-TEST(FormSet, HasANewWindowBesideTheOneThatIsBeingLeft) {
+TEST(FormSet, LoadsANewWindowNextToTheOneBeingUnloaded) {
   Loading windows;
   windows.set.BeginEvent();
   FirstForm *old = &*first;
@@ -215,7 +215,7 @@ TEST(FormSet, UnloadsNothingTwice) {
   EXPECT_EQ(windows.host.seen, (Lines{"load first", "unload first"}));
 }
 
-TEST(FormSet, EndsItsWindowsWithItself) {
+TEST(FormSet, DestroysItsWindowsInItsDestructor) {
   {
     const Loading windows;
     first->Show();

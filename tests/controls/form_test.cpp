@@ -4,12 +4,12 @@
 
 #include "basic/failure.h"
 #include "controls/form_set.h"
-#include "controls/written_down.h"
+#include "support/recording_host.h"
 
 namespace borvane {
 namespace {
 
-/// A window that writes down its events.
+/// A window that records its events.
 struct MapForm : FormBase {
   MapForm() : FormBase({.Name = "frmMap", .Caption = "Map", .ClientWidth = 3000, .ClientHeight = 2000}) {}
 
@@ -22,10 +22,28 @@ struct OwnerForm : FormBase {
   OwnerForm() : FormBase({.Name = "frmOwner", .Caption = "Owner", .Border = BorderStyle::FixedDialog}) {}
 };
 
+/// A small window of its own colour in the middle of the first screen.
+struct NoticeForm : FormBase {
+  NoticeForm()
+      : FormBase({.Name = "frmNotice",
+                  .Caption = "Notice",
+                  .ClientWidth = 1710,
+                  .ClientHeight = 780,
+                  .Border = BorderStyle::FixedDialog,
+                  .Start = StartPlace::MiddleOfFirstScreen,
+                  .BackColor = 0x301800,
+                  .TakesFocus = false}) {}
+
+  void Form_Load() override { left_at_load = Left(); }
+
+  float left_at_load = 0;
+};
+
 using Sizes = std::vector<std::pair<float, float>>;
 
 constexpr Form<MapForm> frmMap;
 constexpr Form<OwnerForm> frmOwner;
+constexpr Form<NoticeForm> frmNotice;
 
 TEST(FormBase, AddsTheFrameToItsClientArea) {
   const Windows windows;
@@ -84,7 +102,7 @@ TEST(FormBase, IsResizedOnceByANewSize) {
   EXPECT_EQ(frmMap->resizes, (Sizes{{4000, 3000}}));
 }
 
-/// What draws a window: it looks at the size at each notice.
+/// Reads the size at each notification, as the code that draws a window does.
 struct SizeWatcher : PropertyWatcher {
   Sizes seen;
 
@@ -93,7 +111,7 @@ struct SizeWatcher : PropertyWatcher {
   }
 };
 
-TEST(FormBase, TellsOfBothSidesOfANewSizeAtOnce) {
+TEST(FormBase, ReportsBothSidesOfANewSizeAtOnce) {
   const Windows windows;
   SizeWatcher watcher;
   frmMap->Watch(&watcher);
@@ -134,7 +152,32 @@ TEST(FormBase, HasNoPlaceUntilItIsPut) {
   EXPECT_EQ(watcher.seen.size(), 1u);
 }
 
-TEST(FormBase, TakesOnePlaceAfterAnother) {
+TEST(FormBase, IsInTheMiddleOfTheFirstScreenBeforeItsLoadWhereTheDesignSaysSo) {
+  const Windows windows;
+  EXPECT_EQ(frmNotice->left_at_load, (19200 - 1830) / 2.0F);
+  EXPECT_EQ(frmNotice->Left(), (19200 - 1830) / 2.0F);
+  EXPECT_EQ(frmNotice->Top(), (15360 - 1185) / 2.0F);
+  EXPECT_TRUE(frmNotice->Left.is_set());
+  EXPECT_TRUE(frmNotice->Top.is_set());
+}
+
+TEST(FormBase, HasTheBackgroundAndTheFocusOfItsDesign) {
+  const Windows windows;
+  EXPECT_EQ(frmNotice->BackColor(), 0x301800u);
+  EXPECT_FALSE(frmNotice->takes_focus());
+  EXPECT_EQ(frmMap->BackColor(), color_button_face);
+  EXPECT_TRUE(frmMap->takes_focus());
+}
+
+TEST(FormBase, IsKeptAboveOtherProgramsByItsHostWhetherItShowsOrNot) {
+  Windows windows;
+  frmMap->KeepOnTop(true);
+  frmMap->Show();
+  frmMap->KeepOnTop(false);
+  EXPECT_EQ(windows.host.seen, (Lines{"load frmMap", "topmost frmMap", "show frmMap", "not-topmost frmMap"}));
+}
+
+TEST(FormBase, MovesFromOnePlaceToAnother) {
   const Windows windows;
   SizeWatcher watcher;
   frmMap->Watch(&watcher);
@@ -144,7 +187,7 @@ TEST(FormBase, TakesOnePlaceAfterAnother) {
   EXPECT_EQ(watcher.seen.size(), 2u);
 }
 
-TEST(FormBase, TakesNoNoticeOfKeysAndMouseUnlessItIsWrittenTo) {
+TEST(FormBase, IgnoresKeysAndMouseUnlessItOverridesTheHandlers) {
   Windows windows;
   SizeWatcher watcher;
   frmMap->Watch(&watcher);
@@ -154,7 +197,7 @@ TEST(FormBase, TakesNoNoticeOfKeysAndMouseUnlessItIsWrittenTo) {
   EXPECT_EQ(windows.host.seen, Lines{"load frmMap"});
 }
 
-TEST(FormBase, TakesThePlaceWhereTheUserMovesIt) {
+TEST(FormBase, HasThePlaceWhereTheUserMovesIt) {
   const Windows windows;
   SizeWatcher watcher;
   frmMap->Watch(&watcher);

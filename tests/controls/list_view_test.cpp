@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "basic/failure.h"
-#include "controls/box.h"
+#include "support/box.h"
 
 namespace borvane {
 namespace {
@@ -36,7 +36,7 @@ TEST(ListView, StartsWithItsDesignColumnsAndNoRows) {
   EXPECT_FALSE(events.list.GridLines());
 }
 
-TEST(ListRows, KeepsRowsInTheOrderOfTheirAddingCountedFromOne) {
+TEST(ListRows, KeepsRowsInInsertionOrderCountedFromOne) {
   Events events;
   events.list.ListItems.Add({"2.0", {"2018/02/07", "01:26:13"}});
   events.list.ListItems.Add({"1.6", {}});
@@ -47,7 +47,7 @@ TEST(ListRows, KeepsRowsInTheOrderOfTheirAddingCountedFromOne) {
   EXPECT_EQ(events.list.ListItems(2).Text, "1.6");
 }
 
-TEST(ListRows, GivesAnEmptyTextForASubItemThatHasNotBeenSet) {
+TEST(ListRows, ReturnsAnEmptyTextForASubItemThatHasNotBeenSet) {
   Events events;
   events.list.ListItems.Add({"2.0", {"2018/02/07"}});
   EXPECT_EQ(events.list.ListItems(1).SubItems(2), "");
@@ -85,7 +85,7 @@ TEST(ListRows, CopiesASubItemOfTheSameRow) {
   EXPECT_EQ(events.list.ListItems(1).SubItems(7), "Yucaipa");
 }
 
-TEST(ListRows, TellsItsWatcherWhatChanged) {
+TEST(ListRows, NotifiesItsWatcherOfEachChange) {
   Events events;
   Watcher watcher;
   events.list.WatchRows(&watcher);
@@ -97,7 +97,7 @@ TEST(ListRows, TellsItsWatcherWhatChanged) {
   EXPECT_EQ(watcher.seen, (std::vector<std::string>{"added 1", "added 2", "changed 2", "changed 1", "cleared"}));
 }
 
-TEST(ListRows, TellsItsWatcherOfARowThatCanBeRead) {
+TEST(ListRows, NotifiesItsWatcherOnceTheRowCanBeRead) {
   Events events;
   struct Reader : Watcher {
     ListView *list = nullptr;
@@ -110,7 +110,7 @@ TEST(ListRows, TellsItsWatcherOfARowThatCanBeRead) {
   EXPECT_EQ(reader.text, "2.0");
 }
 
-TEST(ListRows, TellsNobodyOnceTheWatcherIsTakenBack) {
+TEST(ListRows, NotifiesNobodyOnceTheWatcherIsRemoved) {
   Events events;
   Watcher watcher;
   events.list.WatchRows(&watcher);

@@ -8,7 +8,7 @@
 namespace borvane {
 namespace {
 
-TEST(PackedTexts, GivesEachTextBack) {
+TEST(PackedTexts, ReturnsEachText) {
   const PackedTexts texts = {"Area", "", std::string_view("a\0b", 3), "Time Recorded"};
   EXPECT_EQ(texts(1), "Area");
   EXPECT_EQ(texts(2), "");
@@ -22,7 +22,7 @@ TEST(PackedTexts, IsEmptyWhereNothingHasBeenSet) {
   EXPECT_EQ(PackedTexts({"x"})(2'000'000'000), "");
 }
 
-TEST(PackedTexts, TakesTheTextsOfAList) {
+TEST(PackedTexts, HoldsTheTextsOfAList) {
   const std::vector<std::string> list = {"one", std::string(100'000, 'x'), "three"};
   const PackedTexts texts{std::span<const std::string>(list)};
   for (int i = 0; i < 3; ++i)

@@ -12,7 +12,7 @@
 namespace borvane {
 namespace {
 
-/// An owner with a property of each kind, which writes down what it is told.
+/// An owner with a property of each kind, which records its notifications.
 struct Owner : PropertyOwner {
   Property<int> Count{*this, 1};
   Property<std::string> Text{*this, "first"};
@@ -30,23 +30,23 @@ struct Owner : PropertyOwner {
 
 struct Watcher : PropertyWatcher {
   std::vector<const PropertyBase *> seen;
-  std::size_t owner_knew = 0;
+  std::size_t owner_changes = 0;
   Owner *owner = nullptr;
 
   void PropertyChanged(const PropertyBase &property) override {
     seen.push_back(&property);
-    owner_knew = owner == nullptr ? 0 : owner->changes.size();
+    owner_changes = owner == nullptr ? 0 : owner->changes.size();
   }
 };
 
-TEST(Property, HoldsItsFirstValueWithoutTellingAnyone) {
+TEST(Property, HoldsItsInitialValueWithoutANotification) {
   Owner owner;
   EXPECT_EQ(owner.Count(), 1);
   EXPECT_EQ(owner.Text(), "first");
   EXPECT_TRUE(owner.changes.empty());
 }
 
-TEST(Property, TellsItsOwnerWhichValueChanged) {
+TEST(Property, NotifiesItsOwnerWhichValueChanged) {
   Owner owner;
   owner.Count = 2;
   owner.Text = "second";
@@ -55,7 +55,7 @@ TEST(Property, TellsItsOwnerWhichValueChanged) {
   EXPECT_EQ(owner.changes, (std::vector<std::string>{"Count", "Text"}));
 }
 
-TEST(Property, TellsNothingWhenTheSameValueIsWritten) {
+TEST(Property, NotifiesNobodyWhenTheSameValueIsWritten) {
   Owner owner;
   owner.Count = 1;
   owner.Text = "first";
@@ -63,7 +63,7 @@ TEST(Property, TellsNothingWhenTheSameValueIsWritten) {
   EXPECT_TRUE(owner.changes.empty());
 }
 
-TEST(Property, HasTheNewValueWhenTheWatcherIsToldAndTheOwnerComesAfter) {
+TEST(Property, HasTheNewValueWhenItNotifiesTheWatcherAndThenTheOwner) {
   Owner owner;
   Watcher watcher;
   watcher.owner = &owner;
@@ -71,11 +71,11 @@ TEST(Property, HasTheNewValueWhenTheWatcherIsToldAndTheOwnerComesAfter) {
   owner.Count = 7;
   ASSERT_EQ(watcher.seen.size(), 1u);
   EXPECT_EQ(watcher.seen[0], &owner.Count);
-  EXPECT_EQ(watcher.owner_knew, 0u);
+  EXPECT_EQ(watcher.owner_changes, 0u);
   EXPECT_EQ(owner.changes.size(), 1u);
 }
 
-TEST(Property, TellsNoWatcherThatHasBeenTakenBack) {
+TEST(Property, NotifiesNoWatcherThatHasBeenRemoved) {
   Owner owner;
   Watcher watcher;
   owner.Watch(&watcher);
@@ -84,7 +84,7 @@ TEST(Property, TellsNoWatcherThatHasBeenTakenBack) {
   EXPECT_TRUE(watcher.seen.empty());
 }
 
-TEST(Property, TakesAPieceOfItsOwnText) {
+TEST(Property, AcceptsAPieceOfItsOwnText) {
   Owner owner;
   owner.Text = std::string_view(owner.Text()).substr(2);
   EXPECT_EQ(owner.Text(), "rst");
@@ -94,7 +94,7 @@ TEST(Extent, RefusesANegativeValueAndKeepsTheOldOne) {
   Owner owner;
   try {
     owner.Width = -1;
-    FAIL() << "a negative width was taken";
+    FAIL() << "a negative width was accepted";
   } catch (const RuntimeError &error) {
     EXPECT_EQ(error.number(), static_cast<int>(Failure::InvalidPropertyValue));
   }
@@ -102,7 +102,7 @@ TEST(Extent, RefusesANegativeValueAndKeepsTheOldOne) {
   EXPECT_TRUE(owner.changes.empty());
 }
 
-TEST(Extent, TakesZero) {
+TEST(Extent, AcceptsZero) {
   Owner owner;
   owner.Width = 0;
   EXPECT_EQ(owner.Width(), 0);

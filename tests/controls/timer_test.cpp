@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "controls/box.h"
+#include "support/box.h"
 
 namespace borvane {
 namespace {
@@ -88,7 +88,7 @@ TEST(TimerControl, TicksInsideItsOwnHandlerOnceDisabledAndEnabledMeanwhile) {
   EXPECT_EQ(clockwork.ticks, 2);
 }
 
-TEST(TimerControl, BarsTicksInsideTheInnerHandlerToo) {
+TEST(TimerControl, PreventsTicksInsideTheInnerHandlerToo) {
   Clockwork clockwork;
   clockwork.timer.Timer = [&] {
     ++clockwork.ticks;
@@ -103,7 +103,7 @@ TEST(TimerControl, BarsTicksInsideTheInnerHandlerToo) {
   EXPECT_EQ(clockwork.ticks, 2);
 }
 
-TEST(TimerControl, IsNotSetFreeByEnablingWhatIsEnabled) {
+TEST(TimerControl, IsNotReleasedByEnablingAnEnabledTimer) {
   Clockwork clockwork;
   clockwork.timer.Timer = [&] {
     ++clockwork.ticks;
@@ -114,7 +114,7 @@ TEST(TimerControl, IsNotSetFreeByEnablingWhatIsEnabled) {
   EXPECT_EQ(clockwork.ticks, 1);
 }
 
-TEST(TimerControl, IsSetFreeByItsEnabledStateOnly) {
+TEST(TimerControl, IsReleasedByItsEnabledStateOnly) {
   Clockwork clockwork;
   clockwork.timer.Timer = [&] {
     ++clockwork.ticks;
@@ -126,7 +126,7 @@ TEST(TimerControl, IsSetFreeByItsEnabledStateOnly) {
   EXPECT_EQ(clockwork.ticks, 1);
 }
 
-TEST(TimerControl, LeavesOtherTimersFree) {
+TEST(TimerControl, DoesNotBlockOtherTimers) {
   Clockwork clockwork;
   TimerControl other{clockwork.box, "Timer2", {.Interval = 100}};
   int other_ticks = 0;

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "basic/failure.h"
-#include "controls/box.h"
+#include "support/box.h"
 
 namespace borvane {
 namespace {
@@ -34,7 +34,7 @@ TEST(Toolbar, CountsItsButtonsFromOne) {
   EXPECT_THROW(bar.toolbar.Buttons(4), RuntimeError);
 }
 
-TEST(Toolbar, TurnsATwoStateButtonAtEachPress) {
+TEST(Toolbar, TogglesATwoStateButtonAtEachPress) {
   Bar bar;
   bar.toolbar.Press(1);
   EXPECT_EQ(bar.toolbar.Buttons(1).Value(), 1);
@@ -43,7 +43,7 @@ TEST(Toolbar, TurnsATwoStateButtonAtEachPress) {
   EXPECT_EQ(bar.clicks, (std::vector<int>{1, 1}));
 }
 
-TEST(Toolbar, HasTurnedTheButtonWhenTheClickComes) {
+TEST(Toolbar, HasToggledTheButtonBeforeTheClick) {
   Bar bar;
   int value = -1;
   bar.toolbar.ButtonClick = [&](int number) { value = bar.toolbar.Buttons(number).Value(); };

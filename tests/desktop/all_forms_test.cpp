@@ -11,14 +11,15 @@
 
 #include <gtest/gtest.h>
 
+#include "alert/frmQalert.h"
 #include "bars/Form1.h"
 #include "bars/newTagFrm.h"
-#include "desktop/screen_rig.h"
 #include "desktop/windows_1252.h"
 #include "info/Aboutfrm.h"
 #include "info/banner.h"
 #include "records/frmRecords.h"
 #include "settings/conffrm.h"
+#include "support/desktop/screen_rig.h"
 
 namespace borvane {
 namespace {
@@ -56,6 +57,21 @@ class EveryForm : public testing::TestWithParam<Named> {
     return order;
   }
 
+  /// The texts that show under the pointer, over the widget and over what it consists of.
+  static std::string HoverTexts(const Control &control, const QWidget &widget) {
+    std::string texts;
+    const auto add = [&](const QWidget &part) {
+      if (!part.toolTip().isEmpty())
+        texts += " hover \"" + part.toolTip().toStdString() + "\"";
+    };
+    add(widget);
+    if (dynamic_cast<const Container *>(&control) == nullptr) {
+      for (const QWidget *part : widget.findChildren<QWidget *>())
+        add(*part);
+    }
+    return texts;
+  }
+
   /// The window's layout, a control a line, and the order of the Tab key.
   std::string Layout() {
     std::ostringstream text;
@@ -66,7 +82,8 @@ class EveryForm : public testing::TestWithParam<Named> {
       const std::string name = SpokenName(widget);
       text << std::string(static_cast<std::size_t>(depth + 1) * 2, ' ') << control.FullName() << " " << there.x() << ","
            << there.y() << " " << there.width() << " x " << there.height() << (name.empty() ? "" : " \"" + name + "\"")
-           << (widget.isVisible() ? "" : " hidden") << (widget.isEnabled() ? "" : " disabled") << "\n";
+           << (widget.isVisible() ? "" : " hidden") << (widget.isEnabled() ? "" : " disabled")
+           << HoverTexts(control, widget) << "\n";
     });
     text << "tab order:";
     for (const QWidget *widget : TabOrder())
@@ -162,10 +179,17 @@ FormBase &Get() {
   return current->Reference<T>();
 }
 
+/// The popup as an alert shows it.
+FormBase &GetAlert() {
+  frmQalert->Label1.Caption = "5.2";
+  return *frmQalert;
+}
+
 INSTANTIATE_TEST_SUITE_P(All, EveryForm,
                          testing::Values(Named{"frmRecords", Get<RecordsForm>}, Named{"conffrm", Get<SettingsForm>},
-                                         Named{"Form1", Get<ShortBarForm>}, Named{"newTagFrm", Get<LongBarForm>},
-                                         Named{"banner", Get<BannerForm>}, Named{"Aboutfrm", Get<AboutForm>}),
+                                         Named{"frmQalert", GetAlert}, Named{"Form1", Get<ShortBarForm>},
+                                         Named{"newTagFrm", Get<LongBarForm>}, Named{"banner", Get<BannerForm>},
+                                         Named{"Aboutfrm", Get<AboutForm>}),
                          [](const testing::TestParamInfo<Named> &named) { return std::string(named.param.name); });
 
 /// In the order in which the eye meets them: from the top down, and from the left in a row.

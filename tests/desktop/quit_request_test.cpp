@@ -5,39 +5,48 @@
 
 #include <gtest/gtest.h>
 
-#include "desktop/sample_form.h"
-#include "desktop/screen_rig.h"
+#include "records/frmRecords.h"
+#include "settings/conffrm.h"
+#include "support/desktop/sample_form.h"
+#include "support/desktop/screen_rig.h"
 
 namespace borvane {
 namespace {
 
-TEST(QuitRequest, OfTheDesktopIsGrantedWithoutAskingTheWindows) {
+TEST(QuitRequest, ClearsTheListsThenUnloadsTheWindowsThenEndsTheProcess) {
   ScreenRig rig;
-  sample->QueryUnload = [&](Integer &cancel, UnloadMode /*mode*/) {
-    rig.note("asked");
-    cancel = 1;
+  conffrm->Show();
+  frmRecords->Show();
+  frmRecords->ListView1.ListItems.Add({"3.1"});
+  sample->QueryUnload = [&](Integer & /*cancel*/, UnloadMode mode) {
+    rig.note(mode == UnloadMode::Code ? "unload" : "close box");
+    rig.note("rows " + std::to_string(frmRecords->ListView1.ListItems.Count()) + " and " +
+             std::to_string(frmRecords->ListView2.ListItems.Count()));
   };
   sample->Show();
   Settle();
   rig.events();
-  const QuitRequest request([&] { rig.note("quit"); });
+  const QuitRequest request;
 
   QEvent log_out(QEvent::Quit);
-  QCoreApplication::sendEvent(qApp, &log_out);
+  EXPECT_THROW(QCoreApplication::sendEvent(qApp, &log_out), ProcessEnded);
 
-  EXPECT_TRUE(log_out.isAccepted());
-  EXPECT_EQ(rig.events(), Lines({"quit"}));
+  EXPECT_EQ(rig.events(), Lines({"unload", "rows 0 and 0", "end 0"}));
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  EXPECT_EQ(conffrm.IfLoaded(), nullptr);
+  EXPECT_FALSE(rig.window(*frmRecords).isVisible());
 }
 
 TEST(QuitRequest, IsNotTheCloseBoxOfAWindow) {
   ScreenRig rig;
+  sample->QueryUnload = [&](Integer & /*cancel*/, UnloadMode /*mode*/) { rig.note("asked"); };
   sample->Show();
   Settle();
   rig.events();
-  const QuitRequest request([&] { rig.note("quit"); });
+  const QuitRequest request;
   rig.window(*sample).close();
 
-  EXPECT_EQ(rig.events(), Lines());
+  EXPECT_EQ(rig.events(), Lines({"asked"}));
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include "basic/failure.h"
 #include "support/plain_date.h"
 
-// Any text as a date: it is one by the quick rule when it is one by the plain rule; a date that is written can be read
-// back; and a date's text that is no date comes back unchanged.
+// Any text as a date: the quick rule and the plain rule agree on it; a date that is written can be read back; and a
+// text that is not a date is returned unchanged.
 
 namespace {
 
@@ -19,7 +19,7 @@ void Require(bool fact) {
     std::abort();
 }
 
-/// What the plain rule takes its time for.
+/// The plain rule is slow for longer texts.
 constexpr std::size_t longest = 200;
 
 /// Any text is a pattern, too.

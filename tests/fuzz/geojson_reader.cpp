@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "mirror/quakes_list_reader.h"
 #include "pages/event_page.h"
 #include "pages/quakes_page.h"
+#include "support/mirror/quakes_list_reader.h"
 
-// Any text as a catalogue: what is taken for an event is one, and every page that is made of it can be read back.
+// Any text as a catalogue: what is read as an event is one, and every page that is made from it can be read back.
 
 namespace {
 
@@ -27,7 +27,7 @@ void CheckEvent(const Event &event) {
   Require(!event.depth || PlausibleDepth(*event.depth));
 }
 
-/// Every event with a magnitude is a row, in the order of the catalogue, and the scan comes to a normal end.
+/// Every event with a magnitude is a row, in the order of the catalogue, and the scan ends normally.
 void CheckListPage(const Catalogue &catalogue) {
   const QByteArray page = QuakesPage("Fuzz", catalogue, [](const Event &) { return true; });
   const ListReading reading = ReadQuakesList(page.toStdString());
@@ -46,7 +46,7 @@ void CheckListPage(const Catalogue &catalogue) {
 
 void CheckEventPage(const Event &event, const Catalogue &catalogue) {
   const QByteArray page = EventPage(event, catalogue, 1);
-  Require(page.count("<script") == 0 && page.count("</title>") == 1 && page.endsWith("</html>\n"));
+  Require(page.count("<script") == 0 && page.count("</title>") == 1 && page.endsWith("</html>"));
   Require(!page.contains('\0'));
 }
 

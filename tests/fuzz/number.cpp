@@ -8,8 +8,8 @@
 #include "basic/failure.h"
 #include "support/plain_number.h"
 
-// Any text as a number: the quick reader gives what the plain one gives, and what is written of it reads as the same
-// number, as far as its digits go.
+// Any text as a number: the quick reader returns what the plain one returns, and the number's text reads back as the
+// same number, as far as its digits go.
 
 namespace {
 
@@ -20,10 +20,10 @@ void Require(bool fact) {
     std::abort();
 }
 
-/// What the plain rule takes its time for.
+/// The plain rule is slow for longer texts.
 constexpr std::size_t longest = 400;
 
-/// Whether `a` is `b` but for one in the last of `digits` digits.
+/// Whether `a` and `b` differ at most by one in the last of `digits` digits.
 bool IsNear(double a, double b, int digits) { return std::abs(a - b) <= std::abs(b) * std::pow(10.0, 1 - digits); }
 
 void CheckTexts(double value) {
@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   if (size > longest)
     return 0;
   const std::string text(reinterpret_cast<const char *>(data), size);
-  // The plain rule's C library stops at a zero byte; the quick one reads on to see that it is no digit.
+  // The plain rule's C library stops at a zero byte; the quick one reads it and finds that it is not a digit.
   const double value = SaturatedPrefix(text);
   const double plain_value = plain::SaturatedPrefix(text);
   Require(value == plain_value && std::signbit(value) == std::signbit(plain_value));

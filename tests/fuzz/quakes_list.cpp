@@ -7,7 +7,7 @@
 #include "support/idle_host.h"
 #include "support/plain_quakes_list.h"
 
-// Any text as a page: the quick scanner gives the rows, the failure and the rest that the plain one gives.
+// Any text as a page: the quick scanner returns the same rows, failure and rest as the plain one.
 
 namespace {
 
@@ -18,8 +18,8 @@ void Require(bool fact) {
     std::abort();
 }
 
-/// Long runs make the distances that 16 bits do not hold, and no fuzzer writes them: each of the first bytes 1 stands
-/// for one.
+/// Only long runs make distances that do not fit 16 bits, and no fuzzer writes them: each of the first bytes 1 becomes
+/// such a run.
 std::string PageOf(const std::uint8_t *data, std::size_t size) {
   constexpr int length_of_run = 8191;
   constexpr int most_runs = 5;

@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-// Any bytes: what is read keeps its promises, and a request that comes in pieces is the same as one that comes at once.
+// Any bytes: what is read meets its guarantees, and a request that arrives in pieces is read like one that arrives at
+// once.
 
 namespace {
 
@@ -19,8 +20,11 @@ void Require(bool fact) {
     std::abort();
 }
 
-/// What is refused may be refused for another of its faults when less of it has come.
+/// A refused request may be refused for another of its faults when less of it has arrived, and then has less of its
+/// target.
 bool Same(const RequestReading &a, const RequestReading &b) {
+  if (a.status == Status::Refused && b.status == Status::Refused)
+    return true;
   return a.status == b.status && a.used == b.used && a.request.method == b.request.method &&
          a.request.target == b.request.target && a.request.host == b.request.host &&
          a.request.keep_alive == b.request.keep_alive;
@@ -40,16 +44,16 @@ void CheckReading(std::string_view bytes, const RequestReading &reading) {
       Require(reading.refusal >= 400 && reading.refusal <= 505);
       break;
     case Status::Incomplete:
-      Require(reading.enough >= bytes.size());
+      Require(reading.refused_beyond >= bytes.size());
       break;
   }
 }
 
-/// Reads the bytes as they would come one by one, looking only where the reading before said that it is worth it.
+/// Reads the bytes as they would arrive one by one, only when the previous reading said that more can be read.
 RequestReading ReadPieceByPiece(std::string_view bytes) {
   RequestReading reading = ReadRequest({}, limits);
   for (std::size_t length = 1; length <= bytes.size() && reading.status == Status::Incomplete; ++length)
-    if (bytes[length - 1] == '\n' || length > reading.enough)
+    if (bytes[length - 1] == '\n' || length > reading.refused_beyond)
       reading = ReadRequest(bytes.substr(0, length), limits);
   return reading;
 }
@@ -62,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   CheckReading(bytes, whole);
   const RequestReading pieces = ReadPieceByPiece(bytes);
   CheckReading(bytes, pieces);
-  // Bytes that can start no request are refused early or late, but never taken.
+  // Bytes that cannot start a request are refused early or late, but never accepted.
   if (whole.status != Status::Incomplete && pieces.status != Status::Incomplete)
     Require(Same(whole, pieces));
   else

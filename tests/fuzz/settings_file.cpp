@@ -1,12 +1,10 @@
-#include "desktop/services/settings_file.h"
+#include "desktop/settings/settings_file.h"
 
+#include <QByteArrayList>
 #include <cstdint>
 #include <cstdlib>
 
-#include "desktop/windows_1252.h"
-
-// Any bytes: all values of a settings file have some meaning, and a file that is written with them is whole and holds
-// them again.
+// Any bytes: a repaired file has no damage, a stored value is read back, and no other line changes.
 
 namespace {
 
@@ -17,21 +15,40 @@ void Require(bool fact) {
     std::abort();
 }
 
+QByteArrayList LinesOf(const QByteArray &content) {
+  if (content.isEmpty())
+    return {};
+  return content.endsWith('\n') ? content.chopped(1).split('\n') : content.split('\n');
+}
+
+/// Stores a value and returns the new content.
+QByteArray Store(const QByteArray &content, const QByteArray &section, const QString &text) {
+  const bool is_new = !ValueIn(content, section, "Maker");
+  QByteArray changed = WithValue(content, section, "Maker", text);
+  Require(ValueIn(changed, section, "Maker") == text);
+  Require(WithoutDamage(changed) == changed);
+
+  // One line has changed or is new, and the rest is unchanged.
+  const QByteArrayList before = LinesOf(content);
+  const QByteArrayList after = LinesOf(changed);
+  qsizetype same = 0;
+  while (same < before.size() && same < after.size() && before[same] == after[same])
+    ++same;
+  const qsizetype rest = before.size() - same - (is_new ? 0 : 1);
+  Require(rest <= 0 || before.last(rest) == after.last(rest));
+  return changed;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const QByteArray content(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-  const SettingsSections sections = ReadSections(content);
-  for (const auto &[section, values] : sections)
-    for (const auto &[name, raw] : values)
-      ValueOf(raw);
-
-  const QByteArray written = WriteSections(sections);
-  Require(ReadSections(written) == sections);
-  if (IsWholeSettingsFile(content))
-    Require(IsWholeSettingsFile(written));
-
-  const StoredValue value = ValueOf(RawText(ShownText(content.toStdString())));
-  Require(std::get<std::string>(value) == content.toStdString());
+  const QByteArray whole = WithoutDamage(content);
+  Require(WithoutDamage(whole) == whole);
+  for (const char *section : {"General", "Hosts"}) {
+    // Whatever a text contains, including what would be a line of its own.
+    const QByteArray changed = Store(whole, section, QString::fromLatin1(content));
+    Store(changed, section, "127.0.0.1:80");
+  }
   return 0;
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Which folder may include what: every include line of src/ and mirror/ against one table.
+"""Which folder may include what: every include line of the project's code against one table.
 
 usage: layers.py ROOT
 """
@@ -10,26 +10,29 @@ from pathlib import Path
 BELOW = {"basic", "controls", "platform"}
 PROGRAM = {"core", "feed", "scan", "bars", "alert", "records", "settings", "reports", "info"}
 
-# Folder -> the folders whose headers it may include besides its own. "" is the folder's own top, where main.cpp lies.
+# Folder -> the folders whose headers it may include besides its own. "src" and "mirror" are the top folders, which contain main.cpp.
 ALLOWED = {
+    "common": set(),
+    "transfer": {"common"},
     "src/basic": set(),
     "src/controls": {"basic"},
     "src/platform": {"basic", "controls"},
-    **{f"src/{folder}": BELOW | PROGRAM for folder in PROGRAM},
-    # Of the mirror only attendance.h, which both programs share.
-    "src/desktop": BELOW | PROGRAM | {"mirror"},
-    "src": BELOW | PROGRAM | {"desktop"},
+    **{f"src/{folder}": BELOW | PROGRAM | {"common"} for folder in PROGRAM},
+    "src/desktop": BELOW | PROGRAM | {"common", "transfer"},
+    "src": {"core", "desktop"},
     "mirror/http": set(),
-    "mirror/catalogue": {"basic"},
-    "mirror/pages": {"basic", "catalogue"},
-    "mirror/service": {"basic"},
-    "mirror": {"basic", "http", "catalogue", "pages", "service"},
+    "mirror/catalogue": set(),
+    "mirror/pages": {"catalogue", "http", "common"},
+    "mirror/store": set(),
+    "mirror/service": {"http", "store", "common"},
+    "mirror": {"http", "catalogue", "pages", "store", "service", "common"},
 }
 
-# Only these may know Qt, libcurl and the operating system; all else is standard C++.
-KNOW_THE_HOST = {"src/desktop", "src", "mirror", "mirror/http", "mirror/catalogue", "mirror/pages", "mirror/service"}
+# Only these may use Qt, libcurl and the operating system; everything else is standard C++.
+USE_THE_HOST = {"transfer", "src/desktop", "mirror", "mirror/http", "mirror/catalogue", "mirror/pages", "mirror/store",
+                "mirror/service"}
 
-# A window's header shows its controls; it never includes another window's header. conffrm holds the HTTP client control.
+# A window's header declares its controls; it never includes another window's header. conffrm has the HTTP client control.
 WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "ComPart", "Aboutfrm", "banner", "nobotherfrm"}
 WINDOW_MAY_INCLUDE = re.compile(r"(basic|controls)/|feed/inet\.h$")
 
@@ -42,38 +45,74 @@ def layer_of(path):
     return "/".join(path.parts[:2]) if len(path.parts) > 2 else path.parts[0]
 
 
+def own_name(layer):
+    """How the files of a layer name their own folder in an include: "feed" for src/feed, "common" for common."""
+    return layer.partition("/")[2] or layer
+
+
+def folder_of_include(layer, target):
+    """The folder of an include in quotes, by its name in the table."""
+    return target.partition("/")[0] if "/" in target else own_name(layer)
+
+
 def fault_of_include(path, bracket, target):
     """Why the file must not include the target, or None."""
     layer = layer_of(path)
     if layer not in ALLOWED:
         return f"the folder {layer} has no row in the table"
     if bracket == "<":
-        if layer not in KNOW_THE_HOST and not STANDARD_HEADER.match(target):
-            return f"{layer} knows standard C++ only, not <{target}>"
+        if layer not in USE_THE_HOST and not STANDARD_HEADER.match(target):
+            return f"{layer} uses standard C++ only, not <{target}>"
         return None
     if path.suffix == ".h" and path.stem in WINDOWS and layer != "src/desktop" and not WINDOW_MAY_INCLUDE.match(target):
         return f'a window\'s header includes only controls/, basic/ and feed/inet.h, not "{target}"'
-    own = layer.partition("/")[2]
-    folder = target.partition("/")[0] if "/" in target else own
-    if folder != own and folder not in ALLOWED[layer]:
+    folder = folder_of_include(layer, target)
+    if folder != own_name(layer) and folder not in ALLOWED[layer]:
         return f'{layer} must not include "{target}"'
     return None
 
 
+def rule_of(folder):
+    """The folders of the program share one rule: what one of them may include or be included by, all may."""
+    return "the program's folders" if folder.removeprefix("src/") in PROGRAM else folder
+
+
+def includes(root):
+    """Each include line of the project: the file's path, the line's number, bracket and target."""
+    for top in ("common", "transfer", "src", "mirror"):
+        for file in sorted((root / top).rglob("*")):
+            if file.suffix in (".h", ".cpp"):
+                for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1):
+                    match = INCLUDE.match(line)
+                    if match:
+                        yield file.relative_to(root), number, *match.groups()
+
+
 def faults(root):
-    files = [f for top in ("src", "mirror") for f in sorted((root / top).rglob("*")) if f.suffix in (".h", ".cpp")]
-    if not files:
-        yield f"no source files under {root}"
-    for file in files:
-        path = file.relative_to(root)
-        for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1):
-            match = INCLUDE.match(line)
-            fault = match and fault_of_include(path, *match.groups())
-            if fault:
-                yield f"{path}:{number}: {fault}"
+    lines = list(includes(root))
+    if not lines:
+        yield f"no include lines under {root}"
+    for path, number, bracket, target in lines:
+        fault = fault_of_include(path, bracket, target)
+        if fault:
+            yield f"{path}:{number}: {fault}"
+
+
+def unneeded(root):
+    """What the table allows and no file does."""
+    used = {(rule_of(layer_of(path)), rule_of(folder_of_include(layer_of(path), target)))
+            for path, _, bracket, target in includes(root) if bracket == '"'}
+    for layer in sorted(ALLOWED):
+        for folder in sorted(ALLOWED[layer]):
+            if (rule_of(layer), rule_of(folder)) not in used:
+                yield f"the table allows {rule_of(layer)} to include {rule_of(folder)}, which no file does"
+    using = {layer_of(path) for path, _, bracket, target in includes(root) if bracket == "<" and not STANDARD_HEADER.match(target)}
+    for layer in sorted(USE_THE_HOST - using):
+        yield f"the table allows {layer} to use the host, which it does not"
 
 
 if __name__ == "__main__":
-    found = list(faults(Path(sys.argv[1])))
+    root = Path(sys.argv[1])
+    found = list(dict.fromkeys([*faults(root), *unneeded(root)]))
     print("\n".join(found))
     sys.exit(1 if found else 0)

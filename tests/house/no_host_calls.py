@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The program below the desktop calls nothing of its host: the undefined symbols of its object files against a ban list.
+"""The program below the desktop calls nothing of its host: checks the undefined symbols of its object files against a ban list.
 
 usage: no_host_calls.py OBJECT-FILE...
 """
@@ -31,14 +31,14 @@ BANNED = {
     "the network belongs to the platform": r"socket|connect|bind|listen|accept|send|recv|getaddrinfo|gethostbyname|poll|select",
 }
 
-# (object file's end, symbol) -> the reason why it may stand.
+# (object file's end, symbol) -> the reason why it is allowed.
 EXCEPTIONS = {}
 
 PATTERNS = {reason: re.compile(rf"(?:{names})$") for reason, names in BANNED.items()}
 
 
 def undefined_symbols(object_file):
-    """The demangled names that the file needs from elsewhere, without the version behind an @."""
+    """The demangled names that the file needs from elsewhere, without the version after an @."""
     listing = subprocess.run(["nm", "-C", "--undefined-only", object_file], check=True, capture_output=True, text=True).stdout
     return [line.split(maxsplit=1)[1].split("@")[0].strip() for line in listing.splitlines() if line.strip()]
 
@@ -61,7 +61,7 @@ def faults(object_files, exceptions):
             if not granted:
                 yield f"{object_file}: calls {symbol}, but {reason}"
     for end, name in sorted(unneeded):
-        yield f"{end}: the exception for {name} is not needed any more"
+        yield f"{end}: the exception for {name} is no longer needed"
 
 
 if __name__ == "__main__":

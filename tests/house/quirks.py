@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Keeps the three places of a quirk in step: the comment in the code, the property in its test, the row in docs/quirks.md.
+"""Keeps the three places of a quirk in sync: the comment in the code, the property in its test, the row in docs/quirks.md.
 
 usage: quirks.py ROOT
 """
@@ -19,7 +19,7 @@ def sources(*folders):
 
 
 def keys_in_code(root):
-    """Key -> where its comment stands; a comment without a key stands under None."""
+    """Key -> the places of its comments; a comment without a key is listed under None."""
     keys = {}
     for file in sources(root / "src", root / "mirror"):
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1):
@@ -56,7 +56,7 @@ def rows_of_table(root):
 def faults(root):
     code, tests, rows = keys_in_code(root), keys_in_tests(root), rows_of_table(root)
     for place in code.pop(None, []):
-        yield f"{place}: a comment about what is meant has the form // Meant (key-in-words): why"
+        yield f"{place}: the comment of a quirk has the form // Meant (key-in-words): why"
     for key, places in code.items():
         if key not in tests:
             yield f"{places[0]}: no test records the quirk {key}"
@@ -67,14 +67,14 @@ def faults(root):
             yield f"{names[0]}: records the quirk {key}, which no comment in the code names"
     for key, entries in rows.items():
         if key not in code:
-            yield f"docs/quirks.md: {key} stands nowhere in the code"
+            yield f"docs/quirks.md: {key} is nowhere in the code"
         if len(entries) > 1:
             yield f"docs/quirks.md: {key} has {len(entries)} rows"
         test, is_whole = entries[0]
         if not is_whole:
             yield f"docs/quirks.md: the row of {key} needs {COLUMNS} filled columns"
         if test not in tests.get(key, []):
-            yield f"docs/quirks.md: {test} is no test that records {key}"
+            yield f"docs/quirks.md: {test} is not a test that records {key}"
 
 
 if __name__ == "__main__":

@@ -1,14 +1,15 @@
 #!/usr/bin/env python3
-"""Proves that each house test sees the fault that it is for, on small made trees."""
+"""Proves that each house test finds its fault, on small sample trees."""
 import subprocess
 import tempfile
 import unittest
 from pathlib import Path
 
+import docs
 import layers
 import no_host_calls
-import papers
 import quirks
+import test_files
 
 
 class MadeTree(unittest.TestCase):
@@ -33,6 +34,21 @@ class Layers(MadeTree):
 
     def assert_allowed(self, path, line):
         self.assertEqual([], self.faults_of(path, line))
+
+    def test_what_both_programs_share_knows_neither(self):
+        self.assert_refused("common/hosts.cpp", '#include "feed/hosts.h"')
+
+    def test_what_both_programs_share_does_not_know_qt(self):
+        self.assert_refused("common/hosts.h", "#include <QString>")
+
+    def test_the_transfer_knows_qt_and_no_program(self):
+        self.assert_allowed("transfer/curl_loop.h", "#include <QTimer>")
+        self.assert_refused("transfer/http_fetcher.h", '#include "platform/http_transfer.h"')
+
+    def test_both_programs_know_what_they_share(self):
+        self.assert_allowed("common/hosts.cpp", '#include "common/letters.h"')
+        self.assert_allowed("src/feed/hosts.h", '#include "common/hosts.h"')
+        self.assert_allowed("mirror/pages/areas.h", '#include "common/hosts.h"')
 
     def test_basic_knows_nothing(self):
         self.assert_refused("src/basic/text.cpp", '#include "controls/label.h"')
@@ -80,6 +96,18 @@ class Layers(MadeTree):
 
     def test_an_empty_tree_is_a_fault(self):
         self.assertEqual(1, len(list(layers.faults(self.root))))
+
+    def test_what_is_permitted_and_not_done_is_a_fault(self):
+        fault = "the table allows src/platform to include controls, which no file does"
+        self.assertIn(fault, list(layers.unneeded(self.root)))
+        self.write("src/platform/clock.h", '#include "controls/label.h"\n')
+        self.assertNotIn(fault, list(layers.unneeded(self.root)))
+
+    def test_the_host_permitted_and_not_used_is_a_fault(self):
+        fault = "the table allows mirror/http to use the host, which it does not"
+        self.assertIn(fault, list(layers.unneeded(self.root)))
+        self.write("mirror/http/server.h", "#include <QTcpServer>\n")
+        self.assertNotIn(fault, list(layers.unneeded(self.root)))
 
 
 class NoHostCalls(MadeTree):
@@ -138,7 +166,7 @@ class Quirks(MadeTree):
         self.write("docs/quirks.md", table)
         return list(quirks.faults(self.root))
 
-    def test_three_places_in_step_are_no_fault(self):
+    def test_three_places_in_sync_are_no_fault(self):
         self.assertEqual([], self.faults_of())
 
     def test_each_missing_place_is_a_fault(self):
@@ -165,19 +193,21 @@ class Quirks(MadeTree):
         self.assertNotEqual([], self.faults_of(code="// Meant (a-key):\n"))
 
 
-class Papers(MadeTree):
+class Docs(MadeTree):
     def setUp(self):
         super().setUp()
-        for paper in ("README.md", "CONTRIBUTING.md", "CHANGELOG.md"):
-            self.write(paper, "Nothing.\n")
-        self.write("docs/architecture.md", "`feed/`\n`http/`\n")
+        for document in ("README.md", "CONTRIBUTING.md", "CHANGELOG.md"):
+            self.write(document, "Nothing.\n")
+        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`http/`\n")
         self.write("CMakePresets.json", '{"configurePresets": [{"name": "release"}]}')
         self.write("src/feed/hosts.h", "")
         self.write("mirror/http/server.h", "")
+        self.write("common/x.h", "")
+        self.write("transfer/x.h", "")
 
     def faults_with(self, text):
         self.write("README.md", text)
-        return list(papers.faults(self.root))
+        return list(docs.faults(self.root))
 
     def test_what_exists_may_be_named(self):
         self.assertEqual([], self.faults_with("`feed/hosts.h`, `src/feed/*.h`, `src/`, [a](docs/architecture.md), `--preset release`"))
@@ -202,19 +232,61 @@ class Papers(MadeTree):
         self.write("src/scan/x.cpp", "")
         self.assertEqual(1, len(self.faults_with("")))
 
+    def test_what_both_programs_share_without_a_line_is_a_fault(self):
+        self.write("docs/architecture.md", "`transfer/`\n`feed/`\n`http/`\n")
+        self.assertEqual(["docs/architecture.md: says nothing about `common/`"], self.faults_with(""))
+
     def test_an_empty_procedure_is_listed_as_still_to_come(self):
         self.write("src/feed/x.cpp", "void Later(Integer & /*mode*/) {}\n")
         self.assertEqual(1, len(self.faults_with("")))
-        self.write("docs/architecture.md", "`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
+        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
         self.assertEqual([], self.faults_with(""))
 
     def test_a_procedure_that_does_something_is_not_still_to_come(self):
-        self.write("docs/architecture.md", "`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
+        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
         self.assertEqual(1, len(self.faults_with("")))
 
-    def test_a_missing_paper_is_a_fault(self):
+    def test_a_missing_document_is_a_fault(self):
         (self.root / "CHANGELOG.md").unlink()
         self.assertEqual(1, len(self.faults_with("")))
+
+
+class TestFiles(MadeTree):
+    ROWS = "## Tests\n| `feed/` `mirror/` | x |\n## Next\n"
+
+    def faults_of(self, *files, rows=ROWS):
+        self.write("docs/architecture.md", rows)
+        self.write("src/feed/refresh.cpp", "")
+        self.write("mirror/http/server.h", "")
+        for file in ("tests/feed/refresh_test.cpp", "tests/mirror/http/server_test.cpp", *files):
+            self.write(file, "")
+        whole, test_files.WHOLE = test_files.WHOLE, {}
+        try:
+            return list(test_files.faults(self.root))
+        finally:
+            test_files.WHOLE = whole
+
+    def test_a_test_in_the_folder_of_its_source_is_no_fault(self):
+        self.assertEqual([], self.faults_of("tests/feed/refresh_takeover_test.cpp"))
+
+    def test_a_folder_without_sources_is_a_fault(self):
+        self.assertIn("tests/mirror/gone/x_test.cpp: mirror/gone/ does not exist", self.faults_of("tests/mirror/gone/x_test.cpp"))
+
+    def test_a_test_of_no_source_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of("tests/feed/gone_test.cpp")))
+
+    def test_another_file_among_the_tests_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of("tests/feed/refresh.h")))
+
+    def test_a_row_of_the_table_without_its_file_is_a_fault(self):
+        self.faults_of()
+        self.assertIn("tests/scan/scanners_cases_test.cpp: is in the table and does not exist", list(test_files.faults(self.root)))
+
+    def test_the_docs_name_each_folder_of_tests_and_no_other(self):
+        self.write("tests/system/x.py", "")
+        self.assertEqual(["docs/architecture.md: says nothing about tests/system/"], self.faults_of())
+        rows = "## Tests\n| `feed/` `mirror/` | x |\n| `system/` `gone/` | y |\n"
+        self.assertEqual(["docs/architecture.md: tests/gone/ does not exist"], self.faults_of(rows=rows))
 
 
 if __name__ == "__main__":

@@ -4,7 +4,7 @@
 
 namespace borvane {
 
-/// A clock that stands until the test moves it.
+/// A clock that advances only when the test moves it.
 class FakeClock final : public Clock {
  public:
   void Set(const CalendarTime &time) { now_ = MakeDate(time); }

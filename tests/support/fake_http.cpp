@@ -1,6 +1,7 @@
 #include "support/fake_http.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,8 @@ void FakeHttp::Serve(std::string_view address, std::string_view page, int waits)
 }
 
 void FakeHttp::Refuse(std::string_view address) { servers_[std::string(address)] = {.is_reachable = false}; }
+
+void FakeHttp::Break(std::string_view address) { servers_[std::string(address)] = {.is_broken = true}; }
 
 bool FakeHttp::IsUnderWay(std::string_view address) const {
   return std::any_of(requests_.begin(), requests_.end(),
@@ -48,7 +51,7 @@ bool FakeHttp::PassTime() {
     return false;
   Request &request = oldest->second;
   if (!ServerOf(request.address).holds)
-    return true;  // its answer comes at a later wait
+    return true;  // its answer comes in a later wait
   const Date end = {request.started.seconds + seconds_to_time_out};
   if (clock_.Now() < end)
     clock_.Advance(static_cast<int>(end.seconds - clock_.Now().seconds));
@@ -59,6 +62,8 @@ bool FakeHttp::PassTime() {
 
 TransferNumber FakeHttp::Start(std::string_view address) {
   trace_.Add("request " + std::string(address));
+  if (ServerOf(address).is_broken)
+    throw std::length_error("broken");
   const bool fails = requests_until_failure_ > 0 && --requests_until_failure_ == 0;
   requests_[++newest_] = {.address = std::string(address), .started = clock_.Now(), .fails = fails};
   return newest_;
@@ -67,7 +72,7 @@ TransferNumber FakeHttp::Start(std::string_view address) {
 bool FakeHttp::IsDone(TransferNumber transfer) const {
   const auto request = requests_.find(transfer);
   if (request == requests_.end()) {
-    ADD_FAILURE() << "transfer " << transfer << " is asked for, which is not there or has been taken";
+    ADD_FAILURE() << "transfer " << transfer << " does not exist or has been taken";
     return true;
   }
   return request->second.is_done;

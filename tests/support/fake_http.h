@@ -9,11 +9,11 @@
 
 namespace borvane {
 
-/// A network with scripted servers. An address that nobody serves is an unreachable host. Answers come while the
-/// program waits, not while it lets events run.
+/// A network with scripted servers. An address without a server is an unreachable host. Answers come while the
+/// program waits, not while it processes events.
 class FakeHttp final : public HttpTransfer {
  public:
-  /// A transfer without an answer ends as failed after that time.
+  /// A transfer without an answer fails after that time.
   static constexpr int seconds_to_time_out = 60;
 
   FakeHttp(Trace &trace, FakeClock &clock) : trace_(trace), clock_(clock) {}
@@ -22,23 +22,26 @@ class FakeHttp final : public HttpTransfer {
   void Serve(std::string_view address, std::string_view page, int waits = 1);
   void Refuse(std::string_view address);
 
+  /// Requests of `address` throw a foreign exception.
+  void Break(std::string_view address);
+
   /// Leaves requests of `address` without an answer. A stubborn one does not even end when it is cancelled.
   void Hold(std::string_view address) { servers_[std::string(address)] = {.holds = true}; }
   void HoldStubbornly(std::string_view address) {
     servers_[std::string(address)] = {.holds = true, .is_stubborn = true};
   }
 
-  /// The request with that number, counted from 1 and from now, fails whatever its server says.
+  /// The request with that number, counted from 1 and from now, fails whatever its server answers.
   void FailRequest(int number) { requests_until_failure_ = number; }
 
   /// Whether a request of `address` is under way.
   bool IsUnderWay(std::string_view address) const;
 
-  /// One wait passes: transfers whose answer is due end. Gives whether one has.
+  /// One wait passes: transfers whose answer is due end. Returns whether one has.
   bool PassWait();
 
-  /// Nothing happens any more: the oldest transfer without an answer times out, and the clock moves on to that moment.
-  /// Gives false when the network has nothing under way at all.
+  /// Nothing else happens: the oldest transfer without an answer times out, and the clock moves to that moment. Returns
+  /// false when no transfer is under way.
   bool PassTime();
 
   TransferNumber Start(std::string_view address) override;
@@ -49,6 +52,7 @@ class FakeHttp final : public HttpTransfer {
  private:
   struct Server {
     bool is_reachable = true;
+    bool is_broken = false;
     bool holds = false;
     bool is_stubborn = false;
     int waits = 1;

@@ -9,14 +9,14 @@
 
 namespace borvane {
 
-/// Questions that the test has answered beforehand; one without an answer is closed without a choice.
+/// Questions that the test has answered in advance; one without an answer is closed without a choice.
 class FakeMessageBox final : public MessageBox {
  public:
   explicit FakeMessageBox(Trace &trace) : trace_(trace) {}
 
   void Answer(MessageAnswer answer) { answers_.push_back(answer); }
 
-  /// `event` happens while the next question stands on the screen.
+  /// `event` happens while the next question is open.
   void DuringNext(std::function<void()> event) { event_ = std::move(event); }
 
   MessageAnswer Show(std::string_view text, std::string_view title, MessageButtons buttons, MessageIcon icon) override {

@@ -6,7 +6,7 @@
 
 namespace borvane {
 
-/// The process would be gone here. It is no std::exception, so that no trap and no door of the program holds it.
+/// The process would be gone here. It is no std::exception, so that nothing in the program catches it.
 struct ProcessEnded {
   int status = 0;
 };
@@ -20,10 +20,16 @@ class FakeProcess final : public Process {
     trace_.Add("error report " + IntegerText(number) + " " + std::string(description));
   }
 
+  std::string Folder() override { return folder; }
+  std::string ExecutableName() override { return executable_name; }
+
   [[noreturn]] void End(int status) override {
     trace_.Add("end " + IntegerText(status));
     throw ProcessEnded{status};
   }
+
+  std::string folder = "/programs";
+  std::string executable_name = "borvane";
 
  private:
   Trace &trace_;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "basic/number.h"
 #include "core/dispatch.h"
 #include "support/fake_process.h"
 
@@ -16,7 +17,7 @@ void FakePump::DuringRequest(std::string_view address, std::function<void()> eve
 }
 
 bool FakePump::RunScripted(Kind kind) {
-  // What is due is taken out of the script first: an event can let events run itself, and can script more.
+  // Events that are due leave the script first: an event can itself process events, and can script more.
   const int pump = ++pumps_;
   std::vector<std::function<void()>> due;
   std::erase_if(script_, [&](Scripted &scripted) {
@@ -37,12 +38,18 @@ void FakePump::LetEventsRun() {
   trace_.Add("pump out");
 }
 
+void FakePump::LetEventsRunFor(int milliseconds) {
+  trace_.Add("pump in for " + IntegerText(milliseconds) + " ms");
+  RunScripted(Kind::Pump);
+  trace_.Add("pump out");
+}
+
 void FakePump::WaitForEvents() {
   trace_.Add("wait in");
   const bool has_run = RunScripted(Kind::Wait);
   const bool has_ended = http_.PassWait();
   if (!has_run && !has_ended && !http_.PassTime()) {
-    ADD_FAILURE() << "the program waits, and nothing is to come";
+    ADD_FAILURE() << "the program waits for something that never comes";
     throw ProcessEnded{};
   }
   trace_.Add("wait out");

@@ -10,7 +10,7 @@
 
 namespace borvane {
 
-/// Lets in the events that the test has scripted, each through Dispatch.
+/// Runs the events that the test has scripted, each through Dispatch.
 class FakePump final : public EventPump {
  public:
   FakePump(Trace &trace, FakeHttp &http) : trace_(trace), http_(http) {}
@@ -22,6 +22,7 @@ class FakePump final : public EventPump {
   void DuringRequest(std::string_view address, std::function<void()> event);
 
   void LetEventsRun() override;
+  void LetEventsRunFor(int milliseconds) override;
   void WaitForEvents() override;
 
  private:
@@ -33,7 +34,7 @@ class FakePump final : public EventPump {
 
   enum class Kind { Pump, Wait };
 
-  /// Gives whether there was any event.
+  /// Returns whether there was any event.
   bool RunScripted(Kind kind);
 
   Trace &trace_;

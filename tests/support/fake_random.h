@@ -8,12 +8,13 @@
 
 namespace borvane {
 
-/// Random numbers that the test gives; 0.5 when it has given none.
+/// Random numbers that the test sets; 0.5 when none is left.
 class FakeRandom final : public RandomSource {
  public:
   explicit FakeRandom(Trace &trace) : trace_(trace) {}
 
-  void Give(double number) { numbers_.push_back(number); }
+  void Add(double number) { numbers_.push_back(number); }
+  bool is_empty() const { return numbers_.empty(); }
 
   void Seed(double seed) override { trace_.Add("seed " + DoubleText(seed)); }
 

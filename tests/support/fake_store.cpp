@@ -1,5 +1,7 @@
 #include "support/fake_store.h"
 
+#include <stdexcept>
+
 #include "basic/failure.h"
 #include "basic/number.h"
 
@@ -36,7 +38,7 @@ std::string StoreEntry::Shown() const {
     return "\"" + *text + "\"";
   if (const auto *number = std::get_if<std::uint32_t>(value))
     return "the number " + IntegerText(*number);
-  return "something that is neither text nor number";
+  return "a value that is neither text nor number";
 }
 
 void PrintTo(const StoreEntry &entry, std::ostream *stream) { *stream << entry.name_ << ": " << entry.Shown(); }
@@ -67,18 +69,26 @@ const StoredValue *FakeStore::Get(std::string_view key, std::string_view name) c
   return place == values_.end() ? nullptr : &place->second;
 }
 
-std::optional<StoredValue> FakeStore::Read(Hive /*hive*/, std::string_view key, std::string_view name) {
+std::optional<StoredValue> FakeStore::Read(std::string_view key, std::string_view name) {
   trace_.Add("read " + PathOf(key, name));
+  if (is_broken_)
+    throw std::length_error("broken");
   if (read_failure_ != 0)
     throw RuntimeError(read_failure_, "the store cannot be read");
   const StoredValue *value = Get(key, name);
   return value == nullptr ? std::nullopt : std::optional(*value);
 }
 
-void FakeStore::Write(Hive /*hive*/, std::string_view key, std::string_view name, std::string_view text) {
+void FakeStore::Write(std::string_view key, std::string_view name, std::string_view text) {
   trace_.Add("write " + PathOf(key, name) + "=" + std::string(text));
   if (takes_writes_)
     Put(key, name, std::string(text));
+}
+
+void FakeStore::Delete(std::string_view key, std::string_view name) {
+  trace_.Add("delete " + PathOf(key, name));
+  if (takes_writes_)
+    values_.erase({std::string(key), std::string(name)});
 }
 
 }  // namespace borvane

@@ -16,7 +16,7 @@ class StoreEntry {
  public:
   StoreEntry(FakeStore &store, std::string_view name) : store_(store), name_(name) {}
 
-  // They write through, like the store.
+  // They write to the store.
   // NOLINTBEGIN(misc-unconventional-assign-operator)
   void operator=(std::string_view text) { Put(std::string(text)); }
   void operator=(std::uint32_t number) { Put(number); }
@@ -36,8 +36,8 @@ class StoreEntry {
   std::string name_;
 };
 
-/// Settings in memory. Every access stands in the trace by the value's name, with its key where that is not the
-/// program's own: "read Area", "write Area=Los Angeles", "read Hosts\National".
+/// Settings in memory. Every access is in the trace by the value's name, with its key unless that is the program's
+/// own: "read Area", "write Area=Los Angeles", "read Hosts\National", "delete Area".
 class FakeStore final : public SettingsStore {
  public:
   explicit FakeStore(Trace &trace) : trace_(trace) {}
@@ -45,7 +45,7 @@ class FakeStore final : public SettingsStore {
   StoreEntry operator[](std::string_view name) { return {*this, name}; }
   bool Has(std::string_view name) const;
 
-  /// The text of a value of the program's key; empty when it is missing or no text.
+  /// The text of a value of the program's key; empty when it is missing or not a text.
   std::string TextOf(std::string_view name) const;
 
   /// The names of all values of the program's key.
@@ -54,20 +54,31 @@ class FakeStore final : public SettingsStore {
   void Put(std::string_view key, std::string_view name, StoredValue value);
   const StoredValue *Get(std::string_view key, std::string_view name) const;
 
-  /// The store takes no more writes, silently.
+  /// From now on, the store silently ignores writes.
   void RefuseWrites() { takes_writes_ = false; }
 
   /// Every read raises this error.
   void FailReads(int number) { read_failure_ = number; }
 
-  std::optional<StoredValue> Read(Hive hive, std::string_view key, std::string_view name) override;
-  void Write(Hive hive, std::string_view key, std::string_view name, std::string_view text) override;
+  /// Every read throws a foreign exception.
+  void BreakReads() { is_broken_ = true; }
+
+  std::optional<StoredValue> Read(std::string_view key, std::string_view name) override;
+  void Write(std::string_view key, std::string_view name, std::string_view text) override;
+  void Delete(std::string_view key, std::string_view name) override;
+  void BeginEvent() override { ++events_; }
+  void EndEvent() override { --events_; }
+
+  /// How many events it knows to be under way, one inside the other.
+  int events() const { return events_; }
 
  private:
   Trace &trace_;
   std::map<std::pair<std::string, std::string>, StoredValue> values_;
   bool takes_writes_ = true;
   int read_failure_ = 0;
+  bool is_broken_ = false;
+  int events_ = 0;
 };
 
 }  // namespace borvane

@@ -4,7 +4,8 @@
 
 namespace borvane {
 
-/// A host without a network, settings, screen or user, for what is run many thousand times: nothing is written down.
+/// A host without a network, screen or user, for code that runs many thousand times: nothing is recorded. Its settings
+/// hold one value, the magnitude of an event that none is stronger than.
 class IdleHost final : public SettingsStore,
                        public HttpTransfer,
                        public EventPump,
@@ -12,12 +13,15 @@ class IdleHost final : public SettingsStore,
                        public RandomSource,
                        public MessageBox,
                        public Shell,
+                       public Files,
+                       public Sound,
+                       public Region,
                        public Process,
                        public FormHost {
  public:
   Platform Services() { return ServicesWith(*this); }
 
-  /// The same with settings that are kept.
+  /// The same with stored settings.
   Platform ServicesWith(SettingsStore &settings) {
     return {.settings = settings,
             .http = *this,
@@ -26,13 +30,21 @@ class IdleHost final : public SettingsStore,
             .random = *this,
             .message_box = *this,
             .shell = *this,
+            .files = *this,
+            .sound = *this,
+            .region = *this,
             .process = *this};
   }
 
-  std::optional<StoredValue> Read(Hive /*hive*/, std::string_view /*key*/, std::string_view /*name*/) override {
-    return {};
+  std::optional<StoredValue> Read(std::string_view /*key*/, std::string_view name) override {
+    return name == "LastBig" ? std::optional<StoredValue>("9.9") : std::nullopt;
   }
-  void Write(Hive /*hive*/, std::string_view /*key*/, std::string_view /*name*/, std::string_view /*text*/) override {}
+  void Write(std::string_view /*key*/, std::string_view /*name*/, std::string_view /*text*/) override {}
+
+  void Delete(std::string_view /*key*/, std::string_view /*name*/) override {}
+
+  void BeginEvent() override {}
+  void EndEvent() override {}
 
   TransferNumber Start(std::string_view /*address*/) override { return 1; }
   bool IsDone(TransferNumber /*transfer*/) const override { return true; }
@@ -40,6 +52,7 @@ class IdleHost final : public SettingsStore,
   TransferResult Take(TransferNumber /*transfer*/) override { return {.failed = true, .text = {}}; }
 
   void LetEventsRun() override {}
+  void LetEventsRunFor(int /*milliseconds*/) override {}
   void WaitForEvents() override {}
 
   Date Now() override { return MakeDate({.year = 2018, .month = 2, .day = 7}); }
@@ -54,7 +67,20 @@ class IdleHost final : public SettingsStore,
   }
 
   void Open(std::string_view /*address*/, FormBase * /*owner*/) override {}
+  void OpenFile(std::string_view /*path*/, FormBase * /*owner*/) override {}
 
+  std::optional<std::string> SpecialFolder(std::int32_t /*number*/) override { return {}; }
+  bool Exists(std::string_view /*path*/) override { return false; }
+  void MakeFolder(std::string_view /*path*/) override {}
+  FileState StateOf(std::string_view /*path*/) override { return {}; }
+  bool Read(std::string_view /*path*/, const std::function<void(std::string_view)> & /*take*/) override { return true; }
+  FileState Append(std::string_view /*path*/, std::string_view /*text*/) override { return {}; }
+
+  void Beep(std::int32_t /*frequency*/, std::int32_t /*duration*/) override {}
+  char DecimalSeparator() override { return '.'; }
+
+  std::string Folder() override { return {}; }
+  std::string ExecutableName() override { return {}; }
   void ReportRuntimeError(int /*number*/, std::string_view /*description*/) override {}
   void End(int /*status*/) override {}
 
@@ -62,6 +88,11 @@ class IdleHost final : public SettingsStore,
   void FormUnloaded(FormBase & /*form*/) override {}
   void ShowForm(FormBase & /*form*/, FormBase * /*owner*/) override {}
   void HideForm(FormBase & /*form*/) override {}
+  void RepaintForm(FormBase & /*form*/) override {}
+  void KeepOnTop(FormBase & /*form*/, bool /*on*/) override {}
+  Size FirstScreen() override { return {}; }
+  Size SizeOfText(std::string_view /*text*/, const Font & /*font*/) override { return {}; }
+  void ShowPopupMenu(FormBase & /*form*/, Menu & /*menu*/) override {}
 };
 
 }  // namespace borvane

@@ -6,12 +6,12 @@
 
 namespace {
 
-std::atomic<std::size_t> pieces = 0;
+std::atomic<std::size_t> allocations = 0;
 
 }  // namespace
 
 void *operator new(std::size_t size) {
-  ++pieces;
+  ++allocations;
   if (void *memory = std::malloc(size))
     return memory;
   throw std::bad_alloc();
@@ -22,6 +22,6 @@ void operator delete(void *memory, std::size_t /*size*/) noexcept { std::free(me
 
 namespace borvane {
 
-std::size_t PiecesOfMemory() { return pieces; }
+std::size_t Allocations() { return allocations; }
 
 }  // namespace borvane

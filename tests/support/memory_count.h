@@ -4,7 +4,7 @@
 
 namespace borvane {
 
-/// How many pieces of memory this program has taken with new so far.
-std::size_t PiecesOfMemory();
+/// How many allocations this program has made with new so far.
+std::size_t Allocations();
 
 }  // namespace borvane

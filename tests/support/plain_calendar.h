@@ -1,6 +1,6 @@
 #pragma once
 
-/// The calendar by plain counting. It judges the quick one.
+/// The calendar by plain counting, as a reference for the quick one.
 namespace borvane::plain {
 
 inline bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }

@@ -37,6 +37,14 @@ bool IsNumber(const std::string &field, std::size_t fewest, std::size_t most) {
   return field.size() >= fewest && field.size() <= most && field.find_first_not_of("0123456789") == std::string::npos;
 }
 
+std::string Capitals(std::string word) {
+  for (char &c : word) {
+    if (c >= 'a' && c <= 'z')
+      c = static_cast<char>(c - 'a' + 'A');
+  }
+  return word;
+}
+
 /// Seconds from the base day to the day of `word`.
 std::optional<std::int64_t> ReadDay(const std::string &word) {
   const char separator = word.find('/') != std::string::npos ? '/' : '-';
@@ -91,10 +99,10 @@ std::optional<Date> ParseDate(const std::string &text) {
       return std::nullopt;
   }
   if (!words.empty()) {
-    const bool with_half = words.size() == 2 && (words[1] == "AM" || words[1] == "PM");
-    if (words.size() != (with_half ? 2U : 1U))
+    const std::string half = words.size() == 2 ? Capitals(words[1]) : "";
+    if (words.size() != 1 && half != "AM" && half != "PM")
       return std::nullopt;
-    const std::optional<std::int64_t> time = ReadTime(words[0], with_half ? words[1] : "");
+    const std::optional<std::int64_t> time = ReadTime(words[0], half);
     if (!time)
       return std::nullopt;
     seconds = seconds.value_or(0) + *time;

@@ -7,7 +7,7 @@
 
 namespace borvane::plain {
 
-/// The rule of a date's text once more, by cutting it into words and these into fields. It judges the quick reader.
+/// The rule of a date's text again, by splitting it into words and these into fields. A reference for the quick reader.
 std::optional<Date> ParseDate(const std::string &text);
 
 }  // namespace borvane::plain

@@ -4,8 +4,8 @@
 
 namespace borvane::plain {
 
-/// The rule of a numeric prefix once more: of all beginnings that are a number the longest, its value by the C library.
-/// It judges the quick reader.
+/// The rule of a numeric prefix again: the longest prefix that is a number, its value by the C library. A reference for
+/// the quick reader.
 double SaturatedPrefix(std::string text);
 
 }  // namespace borvane::plain

@@ -9,7 +9,7 @@ namespace {
 
 const std::string marker = "/recenteqs/Quakes/";
 
-/// A position, or a sum or difference made from one: it fits 16 bits or fails.
+/// A position, or a sum or difference made from one: fails unless it fits 16 bits.
 int Fits(int value) {
   if (value > 32767 || value < -32768)
     Fail(Failure::Overflow);
@@ -18,7 +18,7 @@ int Fits(int value) {
 
 int Position(const std::string &text, const std::string &what, int from) { return Fits(Find(text, what, Fits(from))); }
 
-/// Reads one row off the working text, behind the marker that stands at `marker_position`.
+/// Reads one row off the working text, after the marker at `marker_position`.
 std::array<std::string, 8> ReadRow(std::string &s, int marker_position) {
   std::array<std::string, 9> slot;
 

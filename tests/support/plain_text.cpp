@@ -14,7 +14,7 @@ int LengthOf(const std::string &text) { return static_cast<int>(text.size()); }
 /// The character at `position`, counted from 1.
 char CharacterAt(const std::string &text, int position) { return text.at(static_cast<std::size_t>(position - 1)); }
 
-bool StandsAt(const std::string &text, const std::string &what, int position) {
+bool IsAt(const std::string &text, const std::string &what, int position) {
   for (int i = 1; i <= LengthOf(what); ++i) {
     const int here = position + i - 1;
     if (here > LengthOf(text) || CharacterAt(text, here) != CharacterAt(what, i))
@@ -29,7 +29,7 @@ int Find(const std::string &text, const std::string &what, int from) {
   if (from < 1)
     Fail(Failure::InvalidArgument);
   for (int position = from; position <= LengthOf(text); ++position) {
-    if (StandsAt(text, what, position))
+    if (IsAt(text, what, position))
       return position;
   }
   return 0;

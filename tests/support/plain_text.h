@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// The rules of basic/text.h once more, slow and plain: characters are compared one by one at positions from 1, and
-/// every result is a copy. They judge the quick ones, and the scanners that are made of them.
+/// The rules of basic/text.h again, slow and plain: characters are compared one by one at positions from 1, and every
+/// result is a copy. A reference for the quick ones, and for the scanners that use them.
 namespace borvane::plain {
 
 int Find(const std::string &text, const std::string &what, int from);

@@ -8,14 +8,16 @@
 
 namespace borvane {
 
-Rig::Rig() : program_({store_, http_, pump_, clock_, random_, message_box_, shell_, process_}, screen_) {}
+Rig::Rig()
+    : program_({store_, http_, pump_, clock_, random_, message_box_, shell_, files_, sound_, region_, process_},
+               screen_) {}
 
 void Rig::happen(const Event &event) {
   if (end_status_.has_value()) {
-    ADD_FAILURE() << "an event comes, but the process has ended";
+    ADD_FAILURE() << "an event after the end of the process";
     return;
   }
-  // An event inside another, from a pump, lets the end of the process pass on to the outermost.
+  // An event inside another, from a pump, passes the end of the process on to the outermost.
   ++depth_;
   try {
     Dispatch(event);
@@ -65,6 +67,14 @@ void Rig::leave(Control &control) {
 
 void Rig::move_mouse(float x, float y) {
   happen([&] { frmRecords->Form_MouseMove({.button = 0, .shift = 0, .x = x, .y = y}); });
+}
+
+void Rig::move_mouse_over(Control &control) {
+  happen([&] { control.MouseMove.Raise({.button = 0, .shift = 0}); });
+}
+
+void Rig::release_mouse_on(Control &control) {
+  happen([&] { control.MouseUp.Raise({.button = 1, .shift = 0}); });
 }
 
 void Rig::tick(TimerControl &timer, int times) {

@@ -16,12 +16,15 @@
 #include "controls/toolbar.h"
 #include "core/program.h"
 #include "support/fake_clock.h"
+#include "support/fake_files.h"
 #include "support/fake_http.h"
 #include "support/fake_message_box.h"
 #include "support/fake_process.h"
 #include "support/fake_pump.h"
 #include "support/fake_random.h"
+#include "support/fake_region.h"
 #include "support/fake_shell.h"
+#include "support/fake_sound.h"
 #include "support/fake_store.h"
 #include "support/trace.h"
 #include "support/traced_properties.h"
@@ -30,7 +33,7 @@
 namespace borvane {
 
 /// A fresh program on fake services, and the user, the network and the clock around it. Whatever comes from outside
-/// enters through Dispatch, and what the program asks of its host stands in one trace.
+/// enters through Dispatch, and what the program asks of its host is recorded in one trace.
 class Rig {
  public:
   using Event = std::function<void()>;
@@ -42,7 +45,7 @@ class Rig {
   /// Starts the program.
   void start();
 
-  /// Any event of the outside. When it ends the process, the test goes on behind it; see end_status().
+  /// Any event from outside. When it ends the process, the test continues after it; see end_status().
   void happen(const Event &event);
 
   // The network.
@@ -57,7 +60,7 @@ class Rig {
   /// The same, and a cancelled request does not end either.
   void hold_stubbornly(std::string_view address) { http_.HoldStubbornly(address); }
 
-  // What happens while the program lets events run or waits for an answer.
+  // What happens while the program processes events or waits for an answer.
 
   void during_next_pump(Event event) { pump_.InPump(1, std::move(event)); }
   void during_pump(int number, Event event) { pump_.InPump(number, std::move(event)); }
@@ -73,6 +76,10 @@ class Rig {
   void type(TextBox &box, std::string_view text);
   void leave(Control &control);
   void move_mouse(float x, float y);
+
+  /// The pointer moves over a control, or the left button is released on it.
+  void move_mouse_over(Control &control);
+  void release_mouse_on(Control &control);
 
   /// The period of `timer` passes `times` times.
   void tick(TimerControl &timer, int times = 1);
@@ -97,13 +104,16 @@ class Rig {
   /// A line of the test's own.
   void note(std::string line) { trace_.Add(std::move(line)); }
 
-  /// The status with which the process has ended; nothing while it lives.
+  /// The status with which the process has ended; nothing while it runs.
   std::optional<int> end_status() const { return end_status_; }
 
   FakeStore &store() { return store_; }
   FakeHttp &http() { return http_; }
   FakeClock &clock() { return clock_; }
   FakeRandom &random() { return random_; }
+  FakeFiles &files() { return files_; }
+  FakeRegion &region() { return region_; }
+  FakeProcess &process() { return process_; }
   FakeMessageBox &message_box() { return message_box_; }
   TracedScreen &screen() { return screen_; }
 
@@ -118,6 +128,9 @@ class Rig {
   FakeRandom random_{trace_};
   FakeMessageBox message_box_{trace_};
   FakeShell shell_{trace_};
+  FakeFiles files_{trace_};
+  FakeSound sound_{trace_};
+  FakeRegion region_;
   FakeProcess process_{trace_};
   TracedScreen screen_{trace_};
   std::map<PropertyOwner *, std::unique_ptr<TracedProperties>> property_watchers_;

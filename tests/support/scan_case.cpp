@@ -40,11 +40,11 @@ int Number(std::string_view digits, int base) {
   int number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
   if (error != std::errc() || end != digits.data() + digits.size())
-    throw std::runtime_error("\"" + std::string(digits) + "\" is no number");
+    throw std::runtime_error("\"" + std::string(digits) + "\" is not a number");
   return number;
 }
 
-/// Takes the escape at the start of `text`, behind its backslash, off it and gives what it stands for.
+/// Removes the escape at the start of `text`, after its backslash, and returns what it means.
 std::string TakeEscape(std::string_view &text) {
   const auto take = [&](std::size_t length) {
     if (text.size() < length)
@@ -63,7 +63,7 @@ std::string TakeEscape(std::string_view &text) {
   const std::size_t brace = text.find('}');
   const std::size_t blank = text.find(' ');
   if (kind != '{' || brace == std::string_view::npos || blank > brace)
-    throw std::runtime_error("there is no escape \\" + std::string(1, kind));
+    throw std::runtime_error("unknown escape \\" + std::string(1, kind));
   const int times = Number(text.substr(0, blank), 10);
   const std::string piece = Unescaped(text.substr(blank + 1, brace - blank - 1));
   text.remove_prefix(brace + 1);
@@ -75,7 +75,7 @@ std::string TakeEscape(std::string_view &text) {
 
 std::vector<std::string> Fields(std::string_view line) {
   if (line.size() < 2 || line.front() != '|' || line.back() != '|')
-    throw std::runtime_error("a row stands between bars: " + std::string(line));
+    throw std::runtime_error("a row begins and ends with a bar: " + std::string(line));
   std::vector<std::string> fields;
   line.remove_prefix(1);
   while (!line.empty()) {
@@ -93,7 +93,7 @@ std::string FieldsText(const std::vector<std::string> &fields) {
   return text;
 }
 
-/// Takes the value of the line "`key`: value" off `lines`.
+/// Reads the value of the line "`key`: value" from `lines`.
 std::string TakeValue(std::istream &lines, const std::string &key) {
   std::string line;
   do {

@@ -7,28 +7,28 @@
 
 namespace borvane {
 
-/// What a scan leaves in the lists, and how it ends.
+/// What a scan writes into the lists, and how it ends.
 struct ScanOutcome {
   std::vector<std::vector<std::string>> rows;  // slots 1 to 8 of each row of ListView1
   std::vector<std::string> newest;             // the texts of ListView2's row
   int failure = 0;                             // the number of the failure that ended it; 0 when it ended normally
 };
 
-/// A page and what its scan must give, as a file:
+/// A page and the expected result of its scan, as a file:
 ///
 ///   name: PlaceEndsAtTheLineFeed
 ///   scanner: quakes
 ///   page:
-///   the page's lines, each with a line feed behind it
+///   the page's lines, each followed by a line feed
 ///   rows:
 ///   |2.0|2018/02/07|01:26:13|34.495N|118.667W|26.5|4 km W of Castaic, CA|recenteqs/Quakes/ci1.html|
 ///   newest: |2.0|4 km W of Castaic, CA|01:26:13, Wed 07|
 ///   ends: normal
 ///
-/// In the page and in the fields, \r \n \t \\ \xHH stand for one character, \p for "|", and \{32700 } for a text
-/// repeated that often: the number, a blank, the text up to the brace. A backslash at the end of a page's line takes
-/// away its line feed. A scan that fails ends with "failure" and the number of the run-time error. Lines in front of
-/// "page:" that begin with # are remarks.
+/// In the page and in the fields, \r \n \t \\ \xHH mean one character, \p means "|", and \{32700 } a text repeated that
+/// often: the number, a blank, the text up to the brace. A backslash at the end of a page's line removes its line feed.
+/// A scan that fails ends with "failure" and the number of the run-time error. Lines before "page:" that begin with #
+/// are comments.
 struct ScanCase {
   std::filesystem::path file;
   std::string name;
@@ -44,13 +44,13 @@ ScanCase ReadScanCase(const std::filesystem::path &file);
 /// All case files of a folder, by name.
 std::vector<std::filesystem::path> ScanCaseFiles(const std::filesystem::path &folder);
 
-/// `outcome` as it stands in a case file, from the line "rows:" on.
+/// `outcome` as text of a case file, from the line "rows:" on.
 std::string OutcomeText(const ScanOutcome &outcome);
 
-/// Bytes as text of a case file; long runs of one character are written short.
+/// Bytes as text of a case file; long runs of one character are abbreviated.
 std::string Escaped(std::string_view text);
 
-/// The reverse. Throws std::runtime_error for an escape that there is not.
+/// The reverse. Throws std::runtime_error for an unknown escape.
 std::string Unescaped(std::string_view text);
 
 }  // namespace borvane

@@ -20,7 +20,7 @@ struct Lines : std::vector<std::string> {
   }
 };
 
-/// What crossed the platform's border, a line each, in the order in which it happened. The first word says what it was:
+/// What crossed the platform interface, a line each, in order. The first word says what it was:
 /// "request http://…", "write Area=…", "pump in", "show frmRecords".
 class Trace {
  public:

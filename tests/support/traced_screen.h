@@ -3,16 +3,17 @@
 #include <functional>
 
 #include "controls/form.h"
+#include "controls/menu.h"
 #include "support/trace.h"
 
 namespace borvane {
 
-/// A screen that writes down which windows come and go.
+/// A screen that records which windows come and go.
 class TracedScreen final : public FormHost {
  public:
   explicit TracedScreen(Trace &trace) : trace_(trace) {}
 
-  /// Is called with each window that comes to life, before its Load handler runs.
+  /// Called with each new window, before its Load handler runs.
   std::function<void(FormBase &)> on_load;
 
   void FormLoaded(FormBase &form) override {
@@ -28,6 +29,28 @@ class TracedScreen final : public FormHost {
   }
 
   void HideForm(FormBase &form) override { trace_.Add("hide " + std::string(form.name())); }
+
+  void RepaintForm(FormBase &form) override { trace_.Add("repaint " + std::string(form.name())); }
+
+  void KeepOnTop(FormBase &form, bool on) override {
+    trace_.Add((on ? "topmost " : "not-topmost ") + std::string(form.name()));
+  }
+
+  Size FirstScreen() override { return {.width = 1280 * 15, .height = 1024 * 15}; }
+
+  /// Every character is 90 twips wide.
+  Size SizeOfText(std::string_view text, const Font & /*font*/) override {
+    return {.width = 90 * static_cast<float>(text.size()), .height = 195};
+  }
+
+  void ShowPopupMenu(FormBase &form, Menu &menu) override {
+    trace_.Add("popup " + menu.FullName() + " of " + std::string(form.name()));
+    if (on_popup)
+      on_popup(menu);
+  }
+
+  /// What the user does with a popup menu.
+  std::function<void(Menu &)> on_popup;
 
  private:
   Trace &trace_;

@@ -1,7 +1,7 @@
-"""A desk of its own for the real programs: a virtual screen with a window manager, a session bus, a fresh home. Programs are worked
+"""A separate desk for the real programs: a virtual screen with a window manager, a session bus, a fresh home. Programs are operated
 with real keys and clicks and read as a screen reader reads them.
 
-One desk per process: the screen reader's library speaks to one session bus only. Needs Debian's own /usr/bin/python3.
+One desk per process: the screen reader's library supports only one session bus. Needs Debian's own /usr/bin/python3.
 """
 import contextlib
 import ctypes
@@ -16,8 +16,8 @@ import tempfile
 import time
 from pathlib import Path
 
-LISTS = ("table", "tree", "tree table")  # how lists are called; their cells are no controls
-PATIENCE = 20  # seconds until what a test waits for counts as missing; a busy machine is slow
+LISTS = ("table", "tree", "tree table")  # the roles of lists; their cells are not controls
+TIMEOUT = 20  # seconds until what a test waits for counts as missing; a busy machine is slow
 
 FONTS = """<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
@@ -29,20 +29,20 @@ FONTS = """<?xml version="1.0"?>
 """
 
 
-def wait_for(what, condition, patience=PATIENCE):
-    """Gives what the condition gives as soon as that is true; raises TimeoutError naming `what` when it never is."""
-    end = time.monotonic() + patience
+def wait_for(what, condition, timeout=TIMEOUT):
+    """Returns what the condition returns as soon as that is true; raises TimeoutError naming `what` when it never is."""
+    end = time.monotonic() + timeout
     while True:
         result = condition()
         if result:
             return result
         if time.monotonic() > end:
-            raise TimeoutError(f"waited {patience} s for {what}")
+            raise TimeoutError(f"waited {timeout} s for {what}")
         time.sleep(0.05)
 
 
 def _die_with_parent():
-    """A started program ends with this process, however this one ends."""
+    """Makes a started program end with this process, however this one ends."""
     set_parent_death_signal = 1
     ctypes.CDLL(None).prctl(set_parent_death_signal, signal.SIGKILL)
 
@@ -55,8 +55,8 @@ class Desk:
         self.home = self.folder / "home"
         self.size = size
         self.programs = []
-        # For the sockets of the programs, killed ones too. Their paths must be short.
-        self.passing = tempfile.mkdtemp(prefix="borvane-desk-")
+        # For the sockets of the programs, also of killed ones. Their paths must be short.
+        self.sockets = tempfile.mkdtemp(prefix="borvane-desk-")
 
     def __enter__(self):
         try:
@@ -69,14 +69,14 @@ class Desk:
     def __exit__(self, *_):
         for program in reversed(self.programs):
             self.end(program)
-        shutil.rmtree(self.passing, ignore_errors=True)
+        shutil.rmtree(self.sockets, ignore_errors=True)
 
     @property
     def settings_file(self):
         return self.home / ".config/Nalvorin/Borvane.conf"
 
     def _start(self):
-        runtime = self.folder / "runtime"
+        runtime = Path(self.sockets) / "runtime"
         for folder in (self.home / ".config", runtime):
             folder.mkdir(parents=True, exist_ok=True)
         runtime.chmod(0o700)
@@ -90,16 +90,17 @@ class Desk:
             XDG_CACHE_HOME=str(self.home / ".cache"),
             XDG_DATA_HOME=str(self.home / ".local/share"),
             XDG_RUNTIME_DIR=str(runtime),
-            TMPDIR=self.passing,
+            TMPDIR=self.sockets,
             FONTCONFIG_FILE=str(fonts),
             LC_ALL="C.UTF-8",
             TZ="UTC",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+            PULSE_SERVER=f"unix:{self.sockets}/no-sound",
         )
-        os.environ["DISPLAY"] = ":" + self._start_telling("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_telling(
+        os.environ["DISPLAY"] = ":" + self._start_and_read("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_and_read(
             "dbus-daemon", "--session", "--nofork", "--nopidfile", option="--print-address")
-        # It announces itself before it is ready, and a window that shows in between never gets its place on the screen.
+        # It announces itself before it is ready, and a window that opens in between is never placed on the screen.
         ready = self.folder / "window-manager-is-ready"
         ready.unlink(missing_ok=True)
         self.start("openbox", "--sm-disable", "--startup", f"touch {shlex.quote(str(ready))}")
@@ -111,14 +112,14 @@ class Desk:
         self.atspi = Atspi
         Atspi.init()
 
-    def _start_telling(self, *command, option):
-        """Starts a program that writes one line to the file descriptor given by `option`, and gives the line."""
+    def _start_and_read(self, *command, option):
+        """Starts a program that writes one line to the file descriptor in `option`, and returns the line."""
         ours, theirs = os.pipe()
         arguments = [f"{option}={theirs}"] if option.startswith("--") else [option, str(theirs)]
         self.start(*command, *arguments, pass_fds=(theirs,))
         os.close(theirs)
         with open(ours, encoding="ascii") as pipe:
-            if not select.select([pipe], [], [], PATIENCE)[0]:
+            if not select.select([pipe], [], [], TIMEOUT)[0]:
                 raise TimeoutError(f"{command[0]} did not start")
             line = pipe.readline().strip()
         if not line:
@@ -142,7 +143,7 @@ class Desk:
 
     @staticmethod
     def end(program):
-        """Ends a program that was started here, gently first."""
+        """Terminates a program that was started here, and kills it if it does not end."""
         if program.poll() is None:
             program.terminate()
             try:
@@ -155,8 +156,8 @@ class Desk:
 
     @staticmethod
     def x(*command):
-        """Runs an X client to its end and gives what it printed; empty when it failed."""
-        return subprocess.run(command, capture_output=True, text=True, timeout=PATIENCE).stdout
+        """Runs an X client to its end and returns its output; empty when it failed."""
+        return subprocess.run(command, capture_output=True, text=True, timeout=TIMEOUT).stdout
 
     def windows(self, program):
         """Title -> window number, for the windows of the program that are on the screen."""
@@ -171,9 +172,9 @@ class Desk:
         return wait_for(f"a window titled {title}", look)
 
     def activate(self, number):
-        """Brings the window to the front and gives it the keyboard."""
+        """Brings the window to the front and gives it the keyboard focus."""
         def has_the_keyboard():
-            # Another window that shows meanwhile may take the keyboard back, so it is asked for again.
+            # Another window that opens meanwhile may take the keyboard back, so it is requested again.
             self.x("xdotool", "windowactivate", number)
             time.sleep(0.2)
             return self.x("xdotool", "getactivewindow").strip() == number
@@ -182,14 +183,14 @@ class Desk:
     def press(self, *keys):
         """Presses and releases keys, by their X names, in whatever window has the keyboard."""
         for key in keys:
-            subprocess.run(["xdotool", "key", "--clearmodifiers", key], check=True, timeout=PATIENCE)
+            subprocess.run(["xdotool", "key", "--clearmodifiers", key], check=True, timeout=TIMEOUT)
 
     def click_at(self, x, y, button=1):
-        subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True, timeout=PATIENCE)
+        subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True, timeout=TIMEOUT)
 
     def screenshot(self, path, window="root"):
         """Writes the screen, or one window of it, as a picture."""
-        subprocess.run(["import", "-silent", "-window", window, str(path)], check=True, timeout=PATIENCE)
+        subprocess.run(["import", "-silent", "-window", window, str(path)], check=True, timeout=TIMEOUT)
 
     # The screen reader's side.
 
@@ -206,7 +207,7 @@ class Desk:
 
     @staticmethod
     def _gone():
-        """What the library raises for something that has gone while it was looked at."""
+        """What the library raises for an accessible that disappears while it is read."""
         from gi.repository import GLib
         return GLib.Error
 
@@ -234,7 +235,7 @@ class Desk:
         return None
 
     def names(self, program):
-        """The names of all that shows."""
+        """The names of everything that shows."""
         application = self.application(program)
         found = []
         with contextlib.suppress(self._gone()):
@@ -257,13 +258,14 @@ class Desk:
         return states.contains(self.atspi.StateType.CHECKED) or states.contains(self.atspi.StateType.PRESSED)
 
     def rows(self, accessible):
-        """The rows of a list, each a list of the cells' texts."""
+        """The rows of a list, each a list of the cells' texts; None for a cell that a refresh has taken away meanwhile."""
         table = accessible.get_table_iface()
         columns = range(table.get_n_columns())
-        return [[table.get_accessible_at(row, column).get_name() for column in columns] for row in range(table.get_n_rows())]
+        cells = ([table.get_accessible_at(row, column) for column in columns] for row in range(table.get_n_rows()))
+        return [[cell and cell.get_name() for cell in row] for row in cells]
 
     def outline(self, program):
-        """All that the screen reader sees, a line each: for the message of a test that found something missing."""
+        """Everything that the screen reader sees, a line each: for the message of a failed test."""
         lines = []
 
         def visit(accessible, depth):

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """The ways to leave the monitor, and the one that does not."""
+import fcntl
 import unittest
 
 from monitor import TITLE
@@ -21,7 +22,7 @@ class Ending(SystemTest):
     def wait_for_the_end(self):
         self.wait_until("the end of the process", lambda: not self.is_running())
 
-    def test_esc_asks_first_and_no_goes_on(self):
+    def test_esc_asks_first_and_no_continues(self):
         self.monitor.press_key("Escape")
         self.desk.window(self.monitor.program, QUESTION)
         self.desk.click(self.desk.find(self.monitor.program, "No", "push button"))
@@ -40,7 +41,7 @@ class Ending(SystemTest):
         self.desk.activate(self.desk.window(self.monitor.program, QUESTION))
         self.desk.press("Escape")
         self.wait_until("the question to close", lambda: QUESTION not in self.desk.windows(self.monitor.program))
-        self.monitor.press_key("F10")  # a later key comes through, so the release of Esc has come before
+        self.monitor.press_key("F10")  # a later key is handled, so the release of Esc has been, too
         self.wait_until("the heartbeat", lambda: self.monitor.shows("[ ]"))
         self.assertNotIn(QUESTION, self.desk.windows(self.monitor.program))
         self.assertTrue(self.is_running())
@@ -49,12 +50,40 @@ class Ending(SystemTest):
         self.monitor.press_button("Quit")
         self.wait_for_the_end()
 
-    def test_the_close_box_hides_the_window_and_the_process_goes_on(self):
+    def test_the_close_box_hides_the_window_and_the_process_continues(self):
         self.desk.activate(self.monitor.window)
         self.desk.press("alt+F4")
         self.wait_until("the window to hide", lambda: TITLE not in self.desk.windows(self.monitor.program))
         self.assertTrue(self.is_running())
         self.assertIsNotNone(self.desk.application(self.monitor.program))
+
+    def lock_settings(self):
+        """Locks the settings file; returns the open lock file, which releases the lock when it is closed."""
+        file = open(f"{self.desk.settings_file}.lock", "w")
+        self.addCleanup(file.close)
+        fcntl.lockf(file, fcntl.LOCK_EX, 1)
+        return file
+
+    def stored_area(self):
+        return self.monitor.settings().get("Area")
+
+    def test_settings_that_another_program_locks_are_stored_later_or_named_at_the_end(self):
+        lock = self.lock_settings()
+        self.monitor.press_button("Settings")
+        self.monitor.choose_area("Los Angeles")
+        self.monitor.close_settings()
+        self.assertIsNone(self.stored_area())
+        lock.close()
+        self.wait_until("the area in the file", lambda: self.stored_area() == "Los Angeles")
+
+        self.lock_settings()
+        self.monitor.press_button("Settings")
+        self.monitor.choose_area("Seattle Area")
+        self.monitor.close_settings()
+        self.monitor.press_button("Quit")
+        self.wait_for_the_end()
+        self.assertEqual("Los Angeles", self.stored_area())
+        self.assertRegex(self.desk.output_of(self.monitor.program), r"settings lost, .*Borvane\.conf\.lock: .*Area")
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""A long run: as many refreshes as a week brings, with the mirror going and coming in between."""
+"""A long run: as many refreshes as in a week, with the mirror going and coming in between."""
 import os
 import signal
 import unittest
@@ -10,22 +10,22 @@ from relay import Relay
 from system_test import SystemTest
 
 AREA = "Los Angeles"
-A_WEEK = 7 * 24 * 3600 // 490  # a refresh takes place every 490 s
+A_WEEK = 7 * 24 * 3600 // 490  # a refresh every 490 s
 
 
 class Lasting(SystemTest):
-    def test_a_week_of_refreshes_leaves_nothing_behind(self):
+    def test_a_week_of_refreshes_leaks_nothing(self):
         port = self.run_mirror()
         mirror = self.desk.programs[-1]
         self.relay = self.enterContext(Relay(port))
         self.use_hosts(lambda name: f"{name.lower()}.localhost:{self.relay.address.rpartition(':')[2]}")
-        # A sanitizer would keep what has been freed for a while, to see whether it is still used.
+        # A sanitizer would keep freed memory for a while, to detect its use.
         with unittest.mock.patch.dict(os.environ, ASAN_OPTIONS="quarantine_size_mb=0:thread_local_quarantine_size_kb=0"):
             monitor = self.start_monitor()
         monitor.watch_area(AREA)
         rows = monitor.wait_for_rows()
         self.refresh(monitor, 100)
-        memory, files, threads = self.belongings(monitor)
+        memory, files, threads = self.resources(monitor)
 
         for _ in range(3):
             self.refresh(monitor, A_WEEK // 3)
@@ -36,24 +36,25 @@ class Lasting(SystemTest):
             mirror = self.desk.programs[-1]
 
         self.refresh(monitor, 10)
-        self.assertEqual(rows, monitor.rows())
-        self.wait_until("the transfers' ends", lambda: self.belongings(monitor)[1:] == (files, threads))
+        # The last request may still be under way, and more keys be waiting for their refresh.
+        self.wait_until("the rows of the start", lambda: monitor.rows() == rows)
+        self.wait_until("the transfers' ends", lambda: self.resources(monitor)[1:] == (files, threads))
         few_kilobytes = 2000
-        self.assertLess(self.belongings(monitor)[0], memory + few_kilobytes)
+        self.assertLess(self.resources(monitor)[0], memory + few_kilobytes)
 
     def refresh(self, monitor, times):
-        enough = self.pages() + times
-        while (before := self.pages()) < enough:
+        last_page = self.pages() + times
+        while (before := self.pages()) < last_page:
             self.desk.activate(monitor.window)
-            # A key may meet a refresh that is under way, which then asks for no page.
+            # A key may meet a refresh that is under way, which then requests no page.
             self.desk.press(*["r"] * 20)
-            self.wait_until("a page asked for", lambda: self.pages() > before)
+            self.wait_until("a page request", lambda: self.pages() > before)
 
     def pages(self):
         return sum(request.startswith(b"GET /recenteqs") for request in self.relay.requests)
 
     @staticmethod
-    def belongings(monitor):
+    def resources(monitor):
         """The monitor's own memory in kB, its open files, its threads."""
         process = Path("/proc") / str(monitor.program.pid)
         status = dict(line.split(":", 1) for line in (process / "status").read_text().splitlines())

@@ -1,13 +1,17 @@
-"""The monitor as its user has it: what can be pressed, chosen and read, each under its name on the screen."""
+"""The monitor as its user sees it: what can be pressed, chosen and read, each by its name on the screen."""
 from desk import LISTS, wait_for
 
 TITLE = "Borvane - Last Events"
 HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
 
 
-# What a user has who starts the program not for the first time, up to the hosts: the banner shows no more.
-LATER_START = """[General]
-MacID=500000
+# An alert shakes its popup inside the refresh, for up to some seconds, and the sample's newest events are strong enough: only the tests
+# of alerts let it come.
+NO_ALERT = "Alert=99\n"
+
+# The settings of a user who has started the program before, up to the hosts: the banner no longer shows.
+LATER_START = f"""[General]
+{NO_ALERT}MacID=500000
 RunTime=11
 ad=" 5"
 noBother=1
@@ -16,10 +20,17 @@ Area=Los Angeles
 [Hosts]
 """
 
-def write_hosts(settings_file, host_of):
-    """Puts hosts of the test's own in place of the default ones, before the monitor starts."""
+
+def write_settings(settings_file, text):
+    """Replaces the stored settings, before the monitor starts."""
     settings_file.parent.mkdir(parents=True, exist_ok=True)
-    settings_file.write_text("[Hosts]\n" + "".join(f"{name}={host_of(name)}\n" for name in HOSTS))
+    settings_file.write_text(text)
+
+
+def write_hosts(settings_file, host_of, general=NO_ALERT):
+    """Replaces the default hosts by the test's own. `general` has the lines of other settings, and more can be appended."""
+    hosts = "".join(f"{name}={host_of(name)}\n" for name in HOSTS)
+    write_settings(settings_file, f"[Hosts]\n{hosts}\n[General]\n{general}")
 
 
 class Monitor:
@@ -59,7 +70,7 @@ class Monitor:
         wait_for("the settings window to close", lambda: "Settings" not in self.desk.windows(self.program))
 
     def watch_area(self, name):
-        """From a fresh start to the rows of an area, by the way that the program leads its user."""
+        """From a fresh start to the rows of an area, the way the program guides its user."""
         self.press_button("Auto Refresh")
         self.choose_area(name)
         self.close_settings()
@@ -79,20 +90,24 @@ class Monitor:
     def last_event(self):
         return self.desk.rows(self.list("Last Activity"))
 
+    def has_rows(self):
+        """Whether a page with rows has been read to its end: then the title begins with a magnitude."""
+        return self.title()[:1].isdigit()
+
     def wait_for_rows(self):
         """The rows, as soon as the page has been read to its end."""
-        wait_for("the magnitude in the title", lambda: self.title()[:1].isdigit())
+        wait_for("the magnitude in the title", self.has_rows)
         return self.rows()
 
     def shows(self, text):
-        """Whether a label or a panel that shows has a text that begins so."""
+        """Whether a visible label or panel has a text that begins with `text`."""
         return any(name.startswith(text) for name in self.desk.names(self.program))
 
     def is_down(self, button):
         return self.desk.is_checked(self.desk.find(self.program, button))
 
     def picture(self):
-        """The pixels of the records window's list, as they stand on the screen."""
+        """The pixels of the records window's list, as they are on the screen."""
         extents = self.list("History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN)
         part = f"{extents.width}x{extents.height}+{extents.x}+{extents.y}"
         return self.desk.x("import", "-silent", "-window", "root", "-crop", part, "txt:-").split("\n", 1)[1]

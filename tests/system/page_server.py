@@ -1,10 +1,11 @@
-"""A page server that writes down what arrives, byte for byte, and holds answers back when told to. It takes request lines as the
+"""A page server that records what arrives, byte for byte, and holds answers back on request. It accepts request lines as the
 monitor sends them, with raw blanks, which the library's own HTTP server refuses."""
 import select
 import socket
 import threading
+import time
 
-# An area, where its page is asked for, and a page with one event.
+# An area, the target of its page, and a page with one event.
 AREA = "Los Angeles"
 TARGET = b"/recenteqs/Maps/Los_Angeles.html"
 PAGE = b"""<PRE>
@@ -19,7 +20,10 @@ class PageServer:
     def __init__(self, page=b""):
         self.page = page
         self.heads = []  # the heads of all requests, as they came
-        self.given_up = []  # the numbers of the page requests, from 0, that the monitor has left before their answer
+        self.arrivals = []  # and when, by the monotonic clock
+        self.further_headers = b""  # lines of every answer
+        self.hangs_up = False  # ends each connection instead of an answer
+        self.abandoned = []  # the numbers of the page requests, from 0, that the monitor has abandoned before their answer
         self.may_answer = True
         self._gates = []  # one for each page request; it answers when its gate is open
         self._socket = socket.create_server(("127.0.0.1", 0))
@@ -45,13 +49,17 @@ class PageServer:
             gate.set()
 
     def targets(self):
-        """What stood between "GET " and " HTTP/1.1" in each request."""
+        """The part between "GET " and " HTTP/1.1" of each request."""
         lines = [head.split(b"\r\n", 1)[0] for head in self.heads]
         return [line.removeprefix(b"GET ").rpartition(b" HTTP/")[0] for line in lines]
 
-    def pages_asked_for(self):
+    def pages_requested(self):
         """The targets of list pages, without the calls of the maker's service."""
         return [target for target in self.targets() if target.startswith(b"/recenteqs")]
+
+    def times_of(self, part):
+        """When requests arrived whose target has that part."""
+        return [time for time, target in zip(self.arrivals, self.targets()) if part in target]
 
     def _accept(self):
         while True:
@@ -69,32 +77,35 @@ class PageServer:
                 if not piece:
                     return
                 head += piece
+            self.arrivals.append(time.monotonic())
             self.heads.append(head)
+            if self.hangs_up:
+                return
             is_page = head.startswith(b"GET /recenteqs")
             if is_page and not self._wait_for_the_gate(connection):
                 return
             body = self.page if is_page else b"0"
             try:
-                connection.sendall(b"HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: %d\r\nConnection: close\r\n\r\n%s"
-                                   % (len(body), body))
+                connection.sendall(b"HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: %d\r\nConnection: close\r\n%s\r\n%s"
+                                   % (len(body), self.further_headers, body))
             except OSError:
-                pass  # the monitor gave up waiting
+                pass  # the monitor has abandoned the request
 
     def _wait_for_the_gate(self, connection):
-        """Gives false when the other side has gone first."""
+        """Returns False when the other side has closed the connection first."""
         gate = threading.Event()
         self._gates.append(gate)
         if self.may_answer:
             gate.set()
         while not gate.wait(0.02):
             if select.select([connection], [], [], 0)[0]:
-                self.given_up.append(self._gates.index(gate))
+                self.abandoned.append(self._gates.index(gate))
                 return False
         return True
 
 
 class Host(PageServer):
-    """A host that can fall silent as one behind a dead line does."""
+    """A host that can fall silent, as if its line were dead."""
 
     def __init__(self):
         super().__init__()
@@ -107,11 +118,11 @@ class Host(PageServer):
         self.answer_again()
 
     def fall_silent(self):
-        """Takes no request from now on: connections come about, and what is sent into them is never read."""
+        """Reads no request from now on: connections are established, and what is sent over them is never read."""
         self._listens.clear()
 
     def swallow_packets(self):
-        """Does not answer the first packet of a connection from now on: its queue is full."""
+        """Does not answer the first packet of a connection from now on: the queue is full."""
         self.fall_silent()
         self._socket.listen(0)
         while True:
@@ -129,7 +140,7 @@ class Host(PageServer):
         self._listens.set()
 
     def callers(self):
-        """The ports at the other ends of the connections that a program has, or tries to get."""
+        """The remote ports of the connections that a program has or tries to establish."""
         opening, established = "02", "01"
         own = {filler.getsockname()[1] for filler in self._fillers}
         ports = set()

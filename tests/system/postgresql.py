@@ -13,7 +13,7 @@ DATABASE = "felt"
 
 
 class Postgresql:
-    """Use as a context; `address` is what `borvane-mirror --store` takes. `settings` are the server's, as in "fsync=off"."""
+    """Use as a context; `address` is an argument of `borvane-mirror --store`. `settings` are the server's, as in "fsync=off"."""
 
     def __init__(self, *settings):
         self.settings = settings
@@ -51,7 +51,7 @@ class Postgresql:
         command = [newest / "bin" / program, *map(str, arguments)]
         if self._account:
             command = ["runuser", "-u", self._account, "--", *command]
-        # What pg_ctl starts keeps what it inherits, so that a pipe would never end.
+        # What pg_ctl starts keeps its inherited descriptors, so that a pipe would never end.
         with open(self._folder / "output", "w+", encoding="utf-8") as output:
             if subprocess.run(command, input=input, text=True, stdout=output, stderr=output, cwd=self._folder).returncode != 0:
                 output.seek(0)

@@ -1,4 +1,4 @@
-"""A relay in front of a server: passes bytes on both ways and writes down every request, byte for byte."""
+"""A relay in front of a server: forwards bytes both ways and records every request, byte for byte."""
 import socket
 import threading
 
@@ -28,10 +28,10 @@ class Relay:
             try:
                 server = socket.create_connection(("127.0.0.1", self._port))
             except OSError:
-                client.close()  # the server has gone
+                client.close()  # the server is gone
                 continue
-            threading.Thread(target=self._pass_on, args=(client, server, self._note_requests()), daemon=True).start()
-            threading.Thread(target=self._pass_on, args=(server, client, lambda piece: None), daemon=True).start()
+            threading.Thread(target=self._forward, args=(client, server, self._note_requests()), daemon=True).start()
+            threading.Thread(target=self._forward, args=(server, client, lambda piece: None), daemon=True).start()
 
     def _note_requests(self):
         received = b""
@@ -45,13 +45,13 @@ class Relay:
         return note
 
     @staticmethod
-    def _pass_on(source, target, note):
+    def _forward(source, target, note):
         try:
             while piece := source.recv(65536):
                 note(piece)
                 target.sendall(piece)
         except OSError:
-            pass  # either side has gone
+            pass  # either side is gone
         for end in (source, target):
             try:
                 end.shutdown(socket.SHUT_RDWR)

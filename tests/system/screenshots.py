@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Takes the pictures of the papers: the windows of the real program as a user has them, on a light and on a dark desktop, at 100 % and at
+"""Takes the pictures of the docs: the windows of the real program as a user has them, on a light and on a dark desktop, at 100 % and at
 200 %, with the mirror's sample of events.
 
 usage: screenshots.py FOLDER-OF-THE-PROGRAMS FOLDER-FOR-THE-PICTURES
@@ -12,7 +12,10 @@ import time
 from pathlib import Path
 
 from desk import Desk, wait_for
-from monitor import HOSTS, LATER_START, Monitor
+from monitor import HOSTS, LATER_START, NO_ALERT, Monitor, write_settings
+
+# The settings of a user whom every event alerts, and an area whose newest one is of some size.
+ALERTING_START = LATER_START.replace(NO_ALERT, "Alert=0\n").replace("Los Angeles", '"San Jose, CA"')
 
 # The colours of a dark desktop, in the file in which Qt finds those of KDE.
 DARK = {
@@ -55,25 +58,24 @@ class Photographer:
         wait_for("the mirror", lambda: ready in desk.output_of(mirror))
         self.port = desk.output_of(mirror).partition(ready)[2].split()[0]
 
-    def start_monitor(self, scale=1, dark=False):
-        self.desk.settings_file.parent.mkdir(parents=True, exist_ok=True)
+    def start_monitor(self, scale=1, dark=False, settings=LATER_START):
         hosts = "".join(f"{name}={name.lower()}.localhost:{self.port}\n" for name in HOSTS)
-        self.desk.settings_file.write_text(LATER_START + hosts)
+        write_settings(self.desk.settings_file, settings + hosts)
         os.environ.update(QT_SCALE_FACTOR=str(scale), XDG_CURRENT_DESKTOP="KDE" if dark else "", KDE_SESSION_VERSION="5")
         return Monitor(self.desk, self.programs / "borvane")
 
     def switch_on(self, monitor, scale):
-        """A click on the switch. The screen reader's places know of no scale, so its middle is given in the user's pixels."""
+        """A click on the switch. The screen reader's positions ignore the scale, so its middle is in the user's pixels."""
         self.desk.activate(monitor.window)
         self.desk.x("xdotool", "mousemove", "--window", monitor.window, str(33 * scale), str(168 * scale), "click", "1")
 
-    def keep(self, name, window):
-        """Writes the picture of a window, without the pointer over it and with all that is due painted."""
+    def keep(self, name, window, edits=()):
+        """Writes the picture of a window, without the pointer over it and completely painted."""
         self.desk.x("xdotool", "mousemove", "1900", "1290")
         time.sleep(0.7)
         file = self.pictures / f"{name}.png"
         self.desk.screenshot(file, window)
-        subprocess.run(["mogrify", "-strip", "+dither", "-colors", "64", "-define", "png:compression-level=9", file], check=True)
+        subprocess.run(["mogrify", *edits, "-strip", "+dither", "-colors", "64", "-define", "png:compression-level=9", file], check=True)
 
     def take(self, shot):
         monitor = self.start_monitor(shot.scale, shot.dark)
@@ -85,10 +87,22 @@ class Photographer:
         self.keep(shot.name, monitor.window)
         self.desk.end(monitor.program)
 
-    def take_settings(self):
-        monitor = self.start_monitor()
-        monitor.press_button("Settings")
-        self.keep("settings", self.desk.window(monitor.program, "^Settings$"))
+    def take_alert(self, name, dark):
+        """The popup over the records window, in the middle of the screen."""
+        monitor = self.start_monitor(dark=dark, settings=ALERTING_START)
+        self.desk.x("xdotool", "windowsize", "--sync", monitor.window, "740", "420")
+        self.desk.x("xdotool", "windowmove", "--sync", monitor.window, "590", "440")
+        self.switch_on(monitor, 1)
+        wait_for("the rows", lambda: monitor.title()[:1].isdigit())
+        self.keep(name, "root", ["-crop", "780x480+570+400", "+repage"])
+        self.desk.end(monitor.program)
+
+    def take_settings(self, name, scale=1, dark=False):
+        """The settings window with its boxes in use; the log and the coordinates are as a start leaves them."""
+        monitor = self.start_monitor(scale, dark)
+        self.desk.activate(monitor.window)
+        self.desk.x("xdotool", "mousemove", "--window", monitor.window, str(33 * scale), str(208 * scale), "click", "1")
+        self.keep(name, self.desk.window(monitor.program, "^Settings$"))
         self.desk.end(monitor.program)
 
 
@@ -98,7 +112,12 @@ def main(programs, pictures):
         photographer = Photographer(desk, programs.resolve(), pictures)
         for shot in SHOTS:
             photographer.take(shot)
-        photographer.take_settings()
+        photographer.take_alert("alert", dark=False)
+        photographer.take_alert("alert-dark", dark=True)
+        photographer.take_settings("settings")
+        photographer.take_settings("settings-200", scale=2)
+        photographer.take_settings("settings-dark", dark=True)
+        photographer.take_settings("settings-dark-200", scale=2, dark=True)
 
 
 if __name__ == "__main__":

@@ -1,12 +1,9 @@
 #!/usr/bin/env python3
-"""The monitor and the maker's service, on a file and on a database server: what goes over the wire, and what the user sees of it."""
+"""The monitor and the maker's service, on a file and on a database server: what goes over the wire, and what the user sees."""
 import contextlib
-import os
-import shlex
 import signal
 import socket
 import unittest
-import unittest.mock
 
 from postgresql import Postgresql
 from relay import Relay
@@ -23,8 +20,8 @@ class Service(SystemTest):
     def test_presence_on_a_database_server(self):
         self.check_presence(self.enterContext(Postgresql("fsync=off")).address)
 
-    def test_a_newer_version_is_told_of_once_the_refresh_is_on(self):
-        opened = self.catch_browser()
+    def test_a_newer_version_is_reported_once_the_refresh_is_on(self):
+        opened = self.catch_opened()
         monitor = self.start_with_a_newer_version()
         self.desk.press("Escape")
         self.wait_until("the users", lambda: any(b"cmd=whoson" in request for request in self.relay.requests))
@@ -32,7 +29,7 @@ class Service(SystemTest):
         self.assertFalse(opened.exists())
 
     def test_the_page_of_a_newer_version_opens_in_the_browser(self):
-        opened = self.catch_browser()
+        opened = self.catch_opened()
         self.start_with_a_newer_version()
         self.desk.press("Return")
         self.wait_until("the browser", opened.exists)
@@ -66,8 +63,7 @@ class Service(SystemTest):
     def check_presence(self, store):
         self.start_service(store)
         # Every tenth run is counted by the service.
-        file = self.desk.settings_file
-        file.write_text("[General]\nRunTime=9\n" + file.read_text())
+        self.use_settings(RunTime=9)
         monitor = self.start_monitor()
         monitor.watch_area(AREA)
         monitor.wait_for_rows()
@@ -104,37 +100,26 @@ class Service(SystemTest):
         self.desk.activate(question)
         return monitor
 
-    def catch_browser(self):
-        """Puts a program in the browser's place; gives the file that will hold the address that it was started with."""
-        opened = self.folder / "opened"
-        browser = self.folder / "bin" / "xdg-open"
-        browser.parent.mkdir()
-        whole = shlex.quote(str(opened))
-        browser.write_text(f'#!/bin/sh\necho "$1" > {whole}.part && mv {whole}.part {whole}\n')
-        browser.chmod(0o755)
-        self.enterContext(unittest.mock.patch.dict(os.environ, PATH=f"{browser.parent}:{os.environ['PATH']}"))
-        return opened
-
     def start_service(self, store, *options):
-        """Starts a mirror with that store and lets the monitor speak to its service through a relay, which writes down the requests."""
+        """Starts a mirror with that store and a relay between the monitor and its service, which records the requests."""
         self.mirror_port = self.run_mirror("--store", store, *options)
         self.relay = self.enterContext(Relay(self.mirror_port))
         self.use_hosts(lambda name: self.relay.address if name == "Maker" else f"{name.lower()}.localhost:{self.mirror_port}")
         return self.desk.programs[-1]
 
     def wait_for_users(self, monitor, text):
-        """Asks for the number of users until the label shows that."""
+        """Requests the number of users until the label shows it."""
         def look():
             monitor.press_key("f")
             return text in (name.strip() for name in self.desk.names(monitor.program))
         self.wait_until(text, look)
 
     def request(self, target):
-        """All that the monitor sends for a target."""
+        """Everything that the monitor sends for a target."""
         return f"GET {target} HTTP/1.1\r\nHost: {self.relay.address}\r\nAccept: */*\r\n\r\n".encode()
 
     def ask(self, query):
-        """What the service answers somebody else."""
+        """What the service answers another client."""
         with socket.create_connection(("127.0.0.1", self.mirror_port), timeout=10) as client:
             client.sendall(f"GET {SCRIPT}?{query} HTTP/1.1\r\nHost: maker.localhost\r\nConnection: close\r\n\r\n".encode())
             answer = b"".join(iter(lambda: client.recv(65536), b""))

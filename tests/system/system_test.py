@@ -1,7 +1,9 @@
-"""What the system tests share: a desk for each test, the two programs, the last screen left behind."""
+"""What the system tests share: a desk for each test, the two programs, a picture of the last screen of each test."""
 import os
+import shlex
 import shutil
 import unittest
+import unittest.mock
 from pathlib import Path
 
 from desk import Desk, wait_for
@@ -9,7 +11,7 @@ from monitor import Monitor, write_hosts
 
 
 class SystemTest(unittest.TestCase):
-    """Needs in the environment BORVANE_PROGRAMS, the folder of the two programs, and BORVANE_RESULTS, one for what tests leave."""
+    """Needs in the environment BORVANE_PROGRAMS, the folder of the two programs, and BORVANE_RESULTS, one for their output."""
 
     def setUp(self):
         self.programs = Path(os.environ["BORVANE_PROGRAMS"])
@@ -25,13 +27,13 @@ class SystemTest(unittest.TestCase):
         (self.folder / "outline.txt").write_text("\n".join(filter(None, outlines)), encoding="utf-8")
 
     def use_hosts(self, host_of):
-        """`host_of` gives the host with its port for the name of an endpoint."""
+        """`host_of` returns the host with its port for the name of an endpoint."""
         write_hosts(self.desk.settings_file, host_of)
 
     def use_settings(self, **values):
-        """Stores values of the program's own key, beside the hosts."""
+        """Stores values of the program's own key, after use_hosts."""
         with open(self.desk.settings_file, "a", encoding="utf-8") as file:
-            file.write("[General]\n" + "".join(f"{name}={text}\n" for name, text in values.items()))
+            file.write("".join(f"{name}={text}\n" for name, text in values.items()))
 
     def use_server(self, server):
         self.enterContext(server)
@@ -39,20 +41,42 @@ class SystemTest(unittest.TestCase):
         return server
 
     def start_mirror(self, *options):
-        """Starts a mirror with the bundled sample on a free port, for the monitor to use, and gives the port."""
+        """Starts a mirror with the bundled sample on a free port, for the monitor to use, and returns the port."""
         port = self.run_mirror(*options)
         self.use_hosts(lambda name: f"{name.lower()}.localhost:{port}")
         return port
 
     def run_mirror(self, *options, port=0):
-        """Starts a mirror with the bundled sample, on a free port unless told otherwise, and gives the port."""
+        """Starts a mirror with the bundled sample, on a free port by default, and returns the port."""
         mirror = self.desk.start(self.programs / "borvane-mirror", "--listen", f"127.0.0.1:{port}", *options)
         ready = "borvane-mirror listening on 127.0.0.1:"
         wait_for("the mirror", lambda: ready in self.desk.output_of(mirror))
         return int(self.desk.output_of(mirror).partition(ready)[2].split()[0])
 
+    def catch_opened(self):
+        """Replaces the desktop's other programs by a script; returns the file to which that writes the address that it is started with."""
+        opened = self.folder / "opened"
+        opener = self.folder / "bin" / "xdg-open"
+        opener.parent.mkdir()
+        whole = shlex.quote(str(opened))
+        opener.write_text(f'#!/bin/sh\necho "$1" > {whole}.part && mv {whole}.part {whole}\n')
+        opener.chmod(0o755)
+        self.enterContext(unittest.mock.patch.dict(os.environ, PATH=f"{opener.parent}:{os.environ['PATH']}"))
+        return opened
+
     def start_monitor(self):
         return Monitor(self.desk, self.programs / "borvane")
+
+    def catch_browser(self):
+        """Replaces the browser by a script; returns the file to which that writes the address that it is started with."""
+        opened = self.folder / "opened"
+        browser = self.folder / "bin" / "xdg-open"
+        browser.parent.mkdir()
+        whole = shlex.quote(str(opened))
+        browser.write_text(f'#!/bin/sh\necho "$1" > {whole}.part && mv {whole}.part {whole}\n')
+        browser.chmod(0o755)
+        self.enterContext(unittest.mock.patch.dict(os.environ, PATH=f"{browser.parent}:{os.environ['PATH']}"))
+        return opened
 
     def wait_until(self, what, condition):
         try:
@@ -61,7 +85,7 @@ class SystemTest(unittest.TestCase):
             self.fail(str(timeout))
 
     def assert_moves_and_repaints(self, monitor):
-        """The records window comes back from an icon as it was, at another place of the screen."""
+        """The records window comes back from an icon unchanged, at another place on the screen."""
         before = monitor.picture()
         monitor.come_back_from_icon()
         self.desk.x("xdotool", "windowmove", monitor.window, "300", "250")

@@ -40,7 +40,7 @@ class Watching(SystemTest):
         self.assertGreaterEqual(len(expected), 10)
         self.assertEqual(expected, rows)
 
-    def test_shows_the_newest_event_by_itself(self):
+    def test_shows_the_newest_event_in_its_own_list(self):
         port = self.start_mirror()
         monitor = self.start_monitor()
         monitor.watch_area(AREA)
@@ -51,7 +51,7 @@ class Watching(SystemTest):
         self.assertRegex(shown_time, f"^{time}, [A-Z][a-z][a-z] [0-9][0-9]$")
         self.assertEqual(f"{magnitude} - Borvane - Last Events", monitor.title())
 
-    def test_tells_that_it_has_refreshed(self):
+    def test_reports_a_refresh(self):
         self.start_mirror()
         monitor = self.start_monitor()
         self.wait_until("the panel", lambda: monitor.shows("Auto Refresh Off"))

@@ -24,7 +24,7 @@ class RecordsWindow(SystemTest):
         return self.client_area("Width", "Height")
 
     def double_click_title(self):
-        """Maximises the window, or brings it back to its size."""
+        """Maximises the window, or restores its size."""
         left, top = self.client_area("Absolute upper-left X", "Absolute upper-left Y")
         self.desk.x("xdotool", "mousemove", str(left + 300), str(top - 8), "click", "--repeat", "2", "--delay", "60", "1")
 
@@ -32,13 +32,13 @@ class RecordsWindow(SystemTest):
         return "MAXIMIZED_VERT" in self.desk.x("xprop", "-id", self.monitor.window, "_NET_WM_STATE")
 
     def list_width(self):
-        """Of the list, which the window's Resize gives the room that there is."""
+        """Of the list, which the window's Resize handler fits to the window."""
         return self.monitor.list("History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN).width
 
     def assert_stays(self, size):
-        """The size comes, and no answer of the program to it undoes it."""
+        """The size is applied, and no reaction of the program reverts it."""
         self.wait_until(f"the size {size}", lambda: self.size() == size)
-        self.monitor.press_key("F10")  # a later key comes through, so the program has done with the size
+        self.monitor.press_key("F10")  # a later key is handled, so the program has handled the size
         self.wait_until("the heartbeat", lambda: self.monitor.shows("[ ]"))
         self.monitor.press_key("F10")
         self.wait_until("no heartbeat", lambda: not self.monitor.shows("[ ]"))
@@ -60,7 +60,7 @@ class RecordsWindow(SystemTest):
         self.assertFalse(self.is_maximized())
         self.assertEqual(width, self.list_width())
 
-    def test_takes_both_sides_of_a_new_size_at_once(self):
+    def test_applies_both_sides_of_a_new_size_at_once(self):
         width = self.list_width()
         for size in ((900, 700), (650, 600), (820, 580)):
             self.desk.x("xdotool", "windowsize", self.monitor.window, *map(str, size))
@@ -91,12 +91,12 @@ class RecordsWindow(SystemTest):
         self.desk.click(self.desk.find(program, "Version"))
         self.wait_until("the about window", lambda: about in self.desk.windows(program).values())
 
-    def test_letter_keys_are_at_their_places_whatever_the_user_writes_in(self):
+    def test_letter_keys_keep_their_places_in_every_keyboard_layout(self):
         self.desk.x("setxkbmap", "ru")
         place_of_f, place_of_u = "41", "30"
         self.monitor.press_key(place_of_f)
         self.monitor.press_key(place_of_u)
-        self.wait_until("the users that F has asked for and U shows", lambda: self.monitor.shows("Users Online: "))
+        self.wait_until("the users that F has requested and U shows", lambda: self.monitor.shows("Users Online: "))
 
 
 if __name__ == "__main__":

@@ -5,7 +5,7 @@ create table version (
 );
 insert into version (number) values (1);
 
--- A monitor that told of itself. Times are in milliseconds since 1970 began.
+-- A monitor that reported itself. Times are in milliseconds since 1970 began.
 create table client (
   macid bytea not null primary key,
   version bytea not null,
@@ -14,7 +14,7 @@ create table client (
 );
 create index client_seen on client (seen);
 
--- A place that felt reports are told of. "reports" counts all that ever came.
+-- A place with felt reports. "reports" counts all that ever came.
 create table map (
   id bigint generated always as identity primary key,
   name bytea not null unique,

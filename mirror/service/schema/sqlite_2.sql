@@ -1,4 +1,4 @@
--- The answers behind the felt reports. Only those of putc name a zip code.
+-- The details of the felt reports. Only those of putc name a zip code.
 
 create table detail (
   id integer primary key autoincrement,

@@ -8,6 +8,7 @@ namespace borvane {
 class QtEventPump final : public EventPump {
  public:
   void LetEventsRun() override;
+  void LetEventsRunFor(int milliseconds) override;
   void WaitForEvents() override;
 };
 

@@ -1,41 +1,69 @@
 #pragma once
 
 #include <QLocalSocket>
+#include <QProcess>
 #include <QTcpSocket>
 #include <QTimer>
-#include <optional>
+#include <functional>
+#include <string>
+
+#include "desktop/services/growing_pause.h"
 
 namespace borvane {
 
-/// Sees to it that the companion mirror runs while the program's hosts are this computer's own: starts the one that
-/// lies beside the program when nothing answers at the mirror's port, and holds a local socket to it, by which it knows
-/// that a monitor is there. A mirror that ends is started again. What else answers at the port is left alone.
+/// Where the companion mirror is looked for and what is started.
+struct MirrorPlace {
+  quint16 port = 0;
+  QString executable;
+  QString socket_folder;  ///< for the socket at which the mirror counts its monitors; only this user may write there
+};
+
+/// Keeps the companion mirror running while the program's hosts are this computer's own: starts the executable when
+/// nothing answers at the port, and holds a connection to the mirror's local socket, by which the mirror knows that a
+/// monitor is there. A mirror that ends is started again, after pauses that grow from 0.1 s to a minute while it cannot
+/// start. Any other program at the port is left alone. Why there is no mirror is logged when that changes, not at each
+/// try. The mirror outlives the process, which ends without destroying this object.
 class MirrorStarter : public QObject {
  public:
-  /// `port` is where a mirror is looked for; `executable` is started with `arguments` when there is none.
-  MirrorStarter(quint16 port, QString executable, QStringList arguments);
+  using Log = std::function<void(const QString &)>;
+
+  MirrorStarter(MirrorPlace place, Log log);
+  ~MirrorStarter() override;
 
   /// Begins to look, without waiting for an answer.
   void Start();
 
  private:
-  void Ask();
-  void Heard();
-  void NobodyAnswered(QAbstractSocket::SocketError error);
-  void StartMirror();
-  void Attend();
+  void Look();
+  void OnAnswer();
+  void OnQuestionFailed(QAbstractSocket::SocketError error);
+  void OnMirrorFound();
+  void OnMirrorGone();
+  void OnNobodyListens();
+  void OnNoMirror(const QString &what);
+  void OnMirrorEnded(const QString &how);
+  void ForwardErrors();
+  QByteArray TakeErrors();
 
-  const quint16 port_;
-  const QString executable_;
-  const QStringList arguments_;
-  // The sockets tell their end to what stands before them, also at the end of this object.
+  bool IsStarting() const;
+  void LookAfter(std::chrono::milliseconds pause);
+  void SetTrouble(const QString &trouble);
+  QString PlaceText() const;
+
+  const MirrorPlace place_;
+  const Log log_;
+  GrowingPause between_tries_;
+  GrowingPause while_starting_;
+  QString trouble_;        // as it was logged last; empty when there is none
+  QString end_;            // how the mirror that was started last ended; empty while it has not
+  bool is_found_ = false;  // by the last look
+  std::string answer_;
+  // The sockets and the process report their end to the members before them, also when this object goes.
   QTimer next_look_;
-  QByteArray answer_;
+  QTimer timeout_;
   QTcpSocket question_;
   QLocalSocket attendance_;
+  QProcess mirror_;
 };
-
-/// The port at which the program's default hosts are looked for; nothing when the settings name others for all of them.
-std::optional<quint16> PortOfDefaultHosts();
 
 }  // namespace borvane

@@ -1,5 +1,8 @@
 #include "desktop/services/process.h"
 
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <cstdlib>
 #include <utility>
@@ -9,7 +12,8 @@
 
 namespace borvane {
 
-DesktopProcess::DesktopProcess(std::function<void()> stop) : stop_(std::move(stop)) {}
+DesktopProcess::DesktopProcess(std::function<void()> stop, std::function<void()> finish)
+    : stop_(std::move(stop)), finish_(std::move(finish)) {}
 
 void DesktopProcess::ReportRuntimeError(int number, std::string_view description) {
   stop_();
@@ -21,8 +25,15 @@ void DesktopProcess::ReportRuntimeError(int number, std::string_view description
   box.exec();
 }
 
+std::string DesktopProcess::Folder() { return QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString(); }
+
+std::string DesktopProcess::ExecutableName() {
+  return QFile::encodeName(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()).toStdString();
+}
+
 void DesktopProcess::End(int status) {
-  // Nothing is left to write: every setting was stored when it changed. What still runs is not waited for.
+  finish_();
+  // Nothing is left to write. What still runs is not waited for.
   std::_Exit(status);
 }
 

@@ -4,10 +4,11 @@
 
 namespace borvane {
 
-/// The desktop's default browser.
+/// The desktop's default programs.
 class DesktopShell final : public Shell {
  public:
   void Open(std::string_view address, FormBase *owner) override;
+  void OpenFile(std::string_view path, FormBase *owner) override;
 };
 
 }  // namespace borvane

@@ -1,29 +1,41 @@
+#include <array>
+
 #include "desktop/widgets/binders.h"
 
 namespace borvane {
 
 namespace {
 
-/// Binds `control` if it is of kind T.
-template <class T>
-bool BindAs(Binder *(*bind)(T &, const Surroundings &), Control &control, const Surroundings &surroundings,
-            Binder *&binder) {
+/// Binds `control` by `bind` if it is of kind T; gives null if it is not.
+template <class T, Binder *(*bind)(T &, const Surroundings &)>
+Binder *BindAs(Control &control, const Surroundings &surroundings) {
   auto *of_kind = dynamic_cast<T *>(&control);
-  if (of_kind != nullptr)
-    binder = bind(*of_kind, surroundings);
-  return of_kind != nullptr;
+  return of_kind == nullptr ? nullptr : bind(*of_kind, surroundings);
 }
+
+constexpr std::array kinds = {
+    BindAs<Label, BindLabel>,
+    BindAs<Frame, BindFrame>,
+    BindAs<TextBox, BindTextBox>,
+    BindAs<CheckBox, BindCheckBox>,
+    BindAs<OptionButton, BindOptionButton>,
+    BindAs<CommandButton, BindCommandButton>,
+    BindAs<ComboBox, BindComboBox>,
+    BindAs<PictureBox, BindPictureBox>,
+    BindAs<Image, BindImage>,
+    BindAs<Toolbar, BindToolbar>,
+    BindAs<StatusBar, BindStatusBar>,
+    BindAs<ListView, BindListView>,
+};
 
 }  // namespace
 
 Binder *BindControl(Control &control, const Surroundings &surroundings) {
-  Binder *binder = nullptr;
-  const auto bind_as = [&](auto bind) { return BindAs(bind, control, surroundings, binder); };
-  static_cast<void>(bind_as(BindLabel) || bind_as(BindFrame) || bind_as(BindTextBox) || bind_as(BindCheckBox) ||
-                    bind_as(BindOptionButton) || bind_as(BindCommandButton) || bind_as(BindComboBox) ||
-                    bind_as(BindPictureBox) || bind_as(BindImage) || bind_as(BindToolbar) || bind_as(BindStatusBar) ||
-                    bind_as(BindListView));
-  return binder;
+  for (const auto bind_as : kinds) {
+    if (Binder *binder = bind_as(control, surroundings))
+      return binder;
+  }
+  return nullptr;
 }
 
 }  // namespace borvane

@@ -13,7 +13,7 @@
 
 namespace borvane {
 
-MouseState MouseStateOf(const QMouseEvent &event) {
+MouseState MouseStateOf(const QMouseEvent &event, const QPoint &origin) {
   constexpr int left = 1;
   constexpr int right = 2;
   constexpr int middle = 4;
@@ -22,7 +22,7 @@ MouseState MouseStateOf(const QMouseEvent &event) {
   button |= buttons.testFlag(Qt::LeftButton) ? left : 0;
   button |= buttons.testFlag(Qt::RightButton) ? right : 0;
   button |= buttons.testFlag(Qt::MiddleButton) ? middle : 0;
-  const QPointF position = event.position();
+  const QPointF position = event.position() - origin;
   return {.button = button,
           .shift = ShiftStateOf(event.modifiers()),
           .x = static_cast<float>(position.x()) * twips_per_pixel,
@@ -88,7 +88,7 @@ bool Binder::eventFilter(QObject *object, QEvent *event) {
     case QEvent::MouseMove:
       if (!control_.MouseMove.IsWired())
         return false;
-      Enter([&] { control_.MouseMove.Raise(MouseStateOf(static_cast<QMouseEvent &>(*event))); });
+      Enter([&] { control_.MouseMove.Raise(MouseStateOf(static_cast<QMouseEvent &>(*event), MouseOrigin())); });
       return true;
     case QEvent::MouseButtonRelease:
       return control_.MouseUp.IsWired() && RaiseMouseUp(static_cast<QMouseEvent &>(*event));
@@ -100,9 +100,10 @@ bool Binder::eventFilter(QObject *object, QEvent *event) {
 /// MouseUp comes when the widget has done with the release: a check box has its new value by then.
 bool Binder::RaiseMouseUp(QMouseEvent &event) {
   const QPointer<QWidget> widget(&widget_);
+  const QPoint origin = MouseOrigin();
   static_cast<QObject &>(widget_).event(&event);
   if (widget)
-    Enter([&] { control_.MouseUp.Raise(MouseStateOf(event)); });
+    Enter([&] { control_.MouseUp.Raise(MouseStateOf(event, origin)); });
   return true;
 }
 

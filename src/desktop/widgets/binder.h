@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <functional>
 
 #include "controls/control.h"
@@ -53,6 +54,9 @@ class Binder : public QObject, public PropertyWatcher {
   /// Gives the widget the control's place.
   virtual void Place();
 
+  /// Where the positions of the control's mouse events count from, in the widget's pixels.
+  virtual QPoint MouseOrigin() const { return {}; }
+
   bool is_released() const { return is_released_; }
   Placing placing() const { return placing_; }
 
@@ -68,7 +72,7 @@ class Binder : public QObject, public PropertyWatcher {
   bool is_released_ = false;
 };
 
-/// The pointer of `event`, with its place in twips.
-MouseState MouseStateOf(const QMouseEvent &event);
+/// The pointer of `event`, with its place in twips from `origin`.
+MouseState MouseStateOf(const QMouseEvent &event, const QPoint &origin = {});
 
 }  // namespace borvane

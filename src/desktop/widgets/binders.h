@@ -5,6 +5,7 @@
 #include "controls/frame.h"
 #include "controls/label.h"
 #include "controls/list_view.h"
+#include "controls/pictures.h"
 #include "controls/status_bar.h"
 #include "controls/text_box.h"
 #include "controls/toolbar.h"

@@ -70,7 +70,7 @@ class OptionButtonBinder final : public Binder {
   void ShowCaption() { radio_.setText(ShownText(option_button_.Caption())); }
 
   void ShowValue() {
-    // A group that is exclusive by itself would keep its last choice.
+    // An automatically exclusive group would keep its last choice.
     radio_.setAutoExclusive(false);
     radio_.setChecked(option_button_.Value());
     radio_.setAutoExclusive(true);

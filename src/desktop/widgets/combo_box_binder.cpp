@@ -54,8 +54,8 @@ class ComboBoxBinder final : public Binder {
 
   void Take(const QString &text) {
     const QPointer<ComboBoxBinder> self(this);
-    Enter([&] { combo_box_.Text = ProgramText(text); });
-    // The program tells of no change where a character that it cannot hold stands for the "?" that it holds already.
+    Enter([&] { combo_box_.Text = EditedText(combo_box_.Text(), text); });
+    // The program reports no change where a character that it cannot hold takes the place of a "?" that it holds.
     if (!self.isNull() && !is_released())
       ShowText();
   }

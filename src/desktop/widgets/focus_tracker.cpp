@@ -29,7 +29,7 @@ void FocusTracker::KeyboardMoved(QWidget *widget) {
     left->Left();
 }
 
-/// The control to which `widget` belongs: a button of a toolbar is a widget by itself. Null for what is no control,
+/// The control to which `widget` belongs: a button of a toolbar is a widget of its own. Null for what is no control,
 /// such as a message box or the list that a combo box drops.
 Binder *FocusTracker::BinderOf(const QWidget *widget) const {
   for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {

@@ -6,7 +6,7 @@
 namespace borvane {
 
 /// An outline with a caption set into its upper edge. The styles draw a group box's caption above its outline, which
-/// would leave too little room for what stands inside at fixed places.
+/// would leave too little room for what is inside at fixed places.
 class FrameWidget final : public QGroupBox {
  public:
   explicit FrameWidget(QWidget *parent);

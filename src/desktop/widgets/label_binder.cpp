@@ -1,37 +1,63 @@
-#include <QFontMetrics>
+#include <QApplication>
+#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOptionFocusRect>
-#include <string_view>
 
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/colors.h"
+#include "desktop/widgets/fonts.h"
+#include "desktop/widgets/label_text.h"
 #include "desktop/widgets/twips.h"
-#include "desktop/windows_1252.h"
 
 namespace borvane {
 
 namespace {
 
-/// A label shows no more of its text, which may come from a host and be of any length. That is more than a screen is
-/// wide, and Qt lays out whatever it is given, seen or not.
-constexpr std::size_t most_shown = 1'000;
+Qt::Alignment AlignmentOf(const Label &label) {
+  switch (label.alignment()) {
+    case Alignment::Right:
+      return Qt::AlignRight | Qt::AlignTop;
+    case Alignment::Center:
+      return Qt::AlignHCenter | Qt::AlignTop;
+    default:
+      return Qt::AlignLeft | Qt::AlignTop;
+  }
+}
+
+/// `place` grown to the size that the text needs, away from the edge at which the text begins.
+QRect Grown(const QRect &place, const QSize &needed, Alignment alignment) {
+  const QSize size = place.size().expandedTo(needed);
+  const int extra = size.width() - place.width();
+  int shift = 0;
+  if (alignment == Alignment::Right)
+    shift = extra;
+  else if (alignment == Alignment::Center)
+    shift = extra / 2;
+  return {place.topLeft() - QPoint(shift, 0), size};
+}
 
 /// A label that only shows its text. The text may come from a page, so it is never taken as markup.
 class PlainLabel final : public QLabel {
  public:
-  explicit PlainLabel(QWidget *parent) : QLabel(parent) {
+  PlainLabel(const Label &label, QWidget *parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
-    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setAlignment(AlignmentOf(label));
+    setWordWrap(label.word_wrap());
   }
 };
 
 /// A label that can be clicked. It is a button for the keyboard and the screen reader, and looks like a label.
 class LinkLabel final : public QPushButton {
  public:
-  explicit LinkLabel(QWidget *parent) : QPushButton(parent) {
-    setCursor(Qt::PointingHandCursor);
+  LinkLabel(const Label &label, QWidget *parent)
+      : QPushButton(parent),
+        text_flags_(static_cast<int>(AlignmentOf(label)) |
+                    static_cast<int>(label.word_wrap() ? Qt::TextWordWrap : Qt::TextSingleLine)) {
+    // A window with a pointer of its own keeps it over its links.
+    if (parent->cursor().shape() != Qt::BitmapCursor)
+      setCursor(Qt::PointingHandCursor);
     setAutoDefault(false);
     setFocusPolicy(Qt::TabFocus);
   }
@@ -42,7 +68,7 @@ class LinkLabel final : public QPushButton {
     QPushButton::setText(QString(text).replace(QLatin1Char('&'), QLatin1String("&&")));
   }
 
-  QSize sizeHint() const override { return fontMetrics().size(Qt::TextSingleLine, caption_); }
+  QSize sizeHint() const override { return TextSize(caption_, font()); }
 
  protected:
   void paintEvent(QPaintEvent * /*event*/) override {
@@ -52,7 +78,7 @@ class LinkLabel final : public QPushButton {
     painter.setFont(underlined);
     const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
     painter.setPen(palette().color(group, QPalette::WindowText));
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, caption_);
+    painter.drawText(rect(), text_flags_, caption_);
     if (hasFocus()) {
       QStyleOptionFocusRect option;
       option.initFrom(this);
@@ -64,6 +90,7 @@ class LinkLabel final : public QPushButton {
   void leaveEvent(QEvent * /*event*/) override { update(); }
 
  private:
+  int text_flags_;
   QString caption_;
 };
 
@@ -90,20 +117,38 @@ class LabelBinder final : public Binder {
       ShowFont();
   }
 
-  /// A text that is wider than its label is not cut off.
+  /// A colour of the system is another one when the desktop's colours change.
+  bool eventFilter(QObject *object, QEvent *event) override {
+    if (event->type() == QEvent::PaletteChange && object == &label_widget_ && !is_released())
+      ShowColor();
+    return Binder::eventFilter(object, event);
+  }
+
+  /// A label's positions are those of its container.
+  QPoint MouseOrigin() const override { return -label_widget_.pos(); }
+
+  /// A text that is larger than its label is not cut off.
   void Place() override {
     const QRect place = RectOf(label_.Left(), label_.Top(), label_.Width(), label_.Height());
-    label_widget_.setGeometry(QRect(place.topLeft(), place.size().expandedTo(label_widget_.sizeHint())));
+    label_widget_.setGeometry(Grown(place, NeededSize(place.width()), label_.alignment()));
   }
 
  private:
+  QSize NeededSize(int width) const {
+    if (label_.auto_size())
+      return {};
+    if (!label_.word_wrap())
+      return label_widget_.sizeHint();
+    return WrappedTextSize(LabelText(label_.Caption()), label_widget_.font(), width);
+  }
+
   void PlaceByText() {
     if (placing() == Placing::ByTwips)
       Place();
   }
 
   void ShowCaption() {
-    label_widget_.setText(ShownText(std::string_view(label_.Caption()).substr(0, most_shown)));
+    label_widget_.setText(LabelText(label_.Caption()));
     PlaceByText();
   }
 
@@ -112,17 +157,16 @@ class LabelBinder final : public Binder {
       label_widget_.setPalette({});
       return;
     }
-    QPalette palette = label_widget_.palette();
-    palette.setColor(QPalette::Active, QPalette::WindowText, ScreenColor(label_.ForeColor(), palette));
-    palette.setColor(QPalette::Inactive, QPalette::WindowText, ScreenColor(label_.ForeColor(), palette));
+    const QColor background = label_widget_.parentWidget()->palette().color(QPalette::Window);
+    const QColor color = TextColor(label_.ForeColor(), background, QApplication::palette());
+    QPalette palette;
+    palette.setColor(QPalette::Active, QPalette::WindowText, color);
+    palette.setColor(QPalette::Inactive, QPalette::WindowText, color);
     label_widget_.setPalette(palette);
   }
 
   void ShowFont() {
-    QFont font = label_widget_.parentWidget()->font();
-    if (!label_.FontName().empty())
-      font.setFamilies(QStringList(ShownText(label_.FontName())) + font.families());
-    font.setBold(label_.Bold());
+    QFont font = ScreenFont(label_.font());
     font.setUnderline(label_.Underline());
     label_widget_.setFont(font);
     PlaceByText();
@@ -136,9 +180,9 @@ class LabelBinder final : public Binder {
 
 Binder *BindLabel(Label &label, const Surroundings &surroundings) {
   if (!label.Click.IsWired())
-    return new LabelBinder<PlainLabel>(label, *new PlainLabel(&surroundings.parent), surroundings);
+    return new LabelBinder<PlainLabel>(label, *new PlainLabel(label, &surroundings.parent), surroundings);
 
-  auto *link = new LinkLabel(&surroundings.parent);
+  auto *link = new LinkLabel(label, &surroundings.parent);
   auto *binder = new LabelBinder<LinkLabel>(label, *link, surroundings);
   QObject::connect(link, &QPushButton::clicked, binder,
                    [binder, &label] { binder->Enter([&] { label.Click.Raise(); }); });

@@ -21,7 +21,7 @@ class ListModel final : public QAbstractTableModel, public ListWatcher {
   QVariant data(const QModelIndex &index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-  /// The columns as they are published. Each time they have been set anew, headerDataChanged tells so.
+  /// The columns as they are published. Each time they have been replaced, headerDataChanged is emitted.
   const std::vector<ColumnHeader> &columns() const { return columns_; }
 
  private:

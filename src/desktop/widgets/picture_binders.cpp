@@ -1,37 +1,17 @@
+#include <QApplication>
+#include <QMouseEvent>
 #include <QPainter>
-#include <QPushButton>
 #include <QStyle>
 
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/colors.h"
 #include "desktop/widgets/pictures.h"
+#include "desktop/widgets/swatch.h"
 #include "desktop/windows_1252.h"
 
 namespace borvane {
 
 namespace {
-
-/// A box filled with a colour. It is a button for the keyboard and the screen reader.
-class Swatch final : public QPushButton {
- public:
-  explicit Swatch(QWidget *parent) : QPushButton(parent) { setAutoDefault(false); }
-
-  void ShowColor(Color color) {
-    color_ = color;
-    update();
-  }
-
- protected:
-  void paintEvent(QPaintEvent * /*event*/) override {
-    QPainter painter(this);
-    painter.setPen(QPen(hasFocus() ? palette().color(QPalette::Highlight) : LineColor(palette()), hasFocus() ? 2 : 1));
-    painter.setBrush(ScreenColor(color_, palette()));
-    painter.drawRect(rect().adjusted(hasFocus() ? 1 : 0, hasFocus() ? 1 : 0, -1, -1));
-  }
-
- private:
-  Color color_ = color_button_face;
-};
 
 class PictureBoxBinder final : public Binder {
  public:
@@ -47,6 +27,44 @@ class PictureBoxBinder final : public Binder {
  private:
   PictureBox &picture_box_;
   Swatch &swatch_;
+};
+
+/// A box filled with a colour that holds other controls, which have its colour as their background.
+class ContainerBoxBinder final : public Binder {
+ public:
+  ContainerBoxBinder(PictureBox &picture_box, QWidget &box, const Surroundings &surroundings)
+      : Binder(picture_box, box, surroundings), picture_box_(picture_box) {
+    box.setAutoFillBackground(true);
+    ShowColor();
+  }
+
+ protected:
+  void Show(const PropertyBase & /*property*/) override { ShowColor(); }
+
+  bool eventFilter(QObject *object, QEvent *event) override {
+    if (object != &widget() || is_released())
+      return false;
+    if (event->type() == QEvent::PaletteChange)
+      ShowColor();
+    const bool is_mouse = event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonRelease;
+    if (is_mouse && !IsOnBox(static_cast<QMouseEvent &>(*event)))
+      return false;
+    if (event->type() == QEvent::MouseButtonRelease && IsClick(static_cast<QMouseEvent &>(*event)))
+      Enter([this] { picture_box_.Click.Raise(); });
+    return Binder::eventFilter(object, event);
+  }
+
+ private:
+  void ShowColor() { widget().setPalette(BackgroundPalette(picture_box_.BackColor(), QApplication::palette())); }
+
+  /// A control in the box passes on what it has no use for.
+  bool IsOnBox(const QMouseEvent &event) const { return widget().childAt(event.position().toPoint()) == nullptr; }
+
+  bool IsClick(const QMouseEvent &event) const {
+    return event.button() == Qt::LeftButton && widget().rect().contains(event.position().toPoint());
+  }
+
+  PictureBox &picture_box_;
 };
 
 /// A watermark: one of the program's own pictures, over what lies beneath.
@@ -90,6 +108,8 @@ class ImageBinder final : public Binder {
 }  // namespace
 
 Binder *BindPictureBox(PictureBox &picture_box, const Surroundings &surroundings) {
+  if (!picture_box.children().empty())
+    return new ContainerBoxBinder(picture_box, *new QWidget(&surroundings.parent), surroundings);
   return new PictureBoxBinder(picture_box, *new Swatch(&surroundings.parent), surroundings);
 }
 

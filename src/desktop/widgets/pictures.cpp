@@ -39,7 +39,7 @@ QPixmap PicturePixels(std::string_view name, const QSize &size, const QColor &co
   return pixels;
 }
 
-/// Draws a picture anew at each size, in the colours that the desktop has at that moment.
+/// Draws a picture again at each size, in the colours that the desktop has at that moment.
 class PictureEngine final : public QIconEngine {
  public:
   explicit PictureEngine(std::string_view name) : name_(name) {}
@@ -83,6 +83,14 @@ void DrawPicture(QPainter &painter, std::string_view name, const QRect &place, c
 }
 
 QIcon PictureIcon(std::string_view name) { return QIcon(new PictureEngine(name)); }
+
+QCursor PicturePointer(std::string_view name, qreal pixel_ratio) {
+  constexpr int pixels = 24;
+  const QSize size = (QSizeF(pixels, pixels) * pixel_ratio).toSize();
+  QPixmap picture = PicturePixels(name, size, Qt::black);
+  picture.setDevicePixelRatio(pixel_ratio);
+  return QCursor(picture, 0, 0);
+}
 
 QIcon ProgramIcon() { return QIcon(new PictureEngine("borvane")); }
 

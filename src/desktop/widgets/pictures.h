@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCursor>
 #include <QIcon>
 #include <string_view>
 
@@ -17,6 +18,10 @@ void DrawPicture(QPainter &painter, std::string_view name, const QRect &place, c
 
 /// The picture `name` for a button: its lines have the colour of the palette's button text, at any size.
 QIcon PictureIcon(std::string_view name);
+
+/// The picture `name` as a mouse pointer, sharp on a screen with that many device pixels to a pixel. Its upper left
+/// corner is what it points at.
+QCursor PicturePointer(std::string_view name, qreal pixel_ratio);
 
 /// The program's own icon, for its windows.
 QIcon ProgramIcon();

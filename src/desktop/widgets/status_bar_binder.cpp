@@ -4,8 +4,8 @@
 #include <list>
 
 #include "desktop/widgets/binders.h"
+#include "desktop/widgets/label_text.h"
 #include "desktop/widgets/twips.h"
-#include "desktop/windows_1252.h"
 
 namespace borvane {
 
@@ -20,7 +20,7 @@ class PanelWatcher final : public PropertyWatcher {
     PropertyChanged(panel_.Text);
   }
 
-  void PropertyChanged(const PropertyBase & /*property*/) override { label_.setText(ShownText(panel_.Text())); }
+  void PropertyChanged(const PropertyBase & /*property*/) override { label_.setText(LabelText(panel_.Text())); }
 
   void Release() { panel_.Watch(nullptr); }
 

@@ -23,8 +23,8 @@ class TextBoxBinder final : public Binder {
  private:
   void Take(const QString &text) {
     const QPointer<TextBoxBinder> self(this);
-    Enter([&] { text_box_.Text = ProgramText(text); });
-    // The program tells of no change where a character that it cannot hold stands for the "?" that it holds already.
+    Enter([&] { text_box_.Text = EditedText(text_box_.Text(), text); });
+    // The program reports no change where a character that it cannot hold takes the place of a "?" that it holds.
     if (!self.isNull() && !is_released())
       ShowText();
   }

@@ -1,10 +1,18 @@
 #include "desktop/windows/desktop_forms.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 #include <vector>
 
 #include "controls/control.h"
+#include "controls/menu.h"
+#include "core/dispatch.h"
+#include "desktop/widgets/fonts.h"
+#include "desktop/widgets/label_text.h"
+#include "desktop/widgets/popup_menu.h"
 #include "desktop/widgets/timer_binder.h"
+#include "desktop/widgets/twips.h"
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/records_window.h"
 #include "desktop/windows/settings_window.h"
@@ -36,6 +44,7 @@ std::unique_ptr<FormWindow, DeleteLater> MakeWindow(FormBase &form, FocusTracker
 
 struct DesktopForms::LoadedForm {
   FormBase &form;
+  bool is_on_top = false;
   std::vector<std::unique_ptr<TimerBinder, DeleteLater>> timers = {};
   std::unique_ptr<FormWindow, DeleteLater> window = nullptr;
 };
@@ -47,6 +56,8 @@ DesktopForms::~DesktopForms() = default;
 void DesktopForms::FormLoaded(FormBase &form) { AddTimers(form, forms_.emplace_back(LoadedForm{form})); }
 
 void DesktopForms::FormUnloaded(FormBase &form) {
+  if (open_menu_ != nullptr && menu_form_ == &form)
+    open_menu_->close();
   LoadedForm *loaded = Find(form);
   Release(*loaded);
   if (loaded->window != nullptr)
@@ -56,14 +67,56 @@ void DesktopForms::FormUnloaded(FormBase &form) {
 
 void DesktopForms::ShowForm(FormBase &form, FormBase *owner) {
   LoadedForm &loaded = *Find(form);
-  if (loaded.window == nullptr)
+  if (loaded.window == nullptr) {
     loaded.window = MakeWindow(form, focus_);
+    loaded.window->KeepOnTop(loaded.is_on_top);
+  }
   loaded.window->Present(owner == nullptr ? nullptr : WindowOf(*owner));
 }
 
 void DesktopForms::HideForm(FormBase &form) {
   if (FormWindow *window = WindowOf(form))
     window->hide();
+}
+
+void DesktopForms::RepaintForm(FormBase &form) {
+  if (FormWindow *window = WindowOf(form))
+    window->repaint();
+}
+
+void DesktopForms::KeepOnTop(FormBase &form, bool on) {
+  LoadedForm &loaded = *Find(form);
+  loaded.is_on_top = on;
+  if (loaded.window != nullptr)
+    loaded.window->KeepOnTop(on);
+}
+
+Size DesktopForms::FirstScreen() {
+  const QScreen *screen = QGuiApplication::primaryScreen();
+  const QSize size = screen == nullptr ? QSize() : screen->size();
+  return {.width = TwipsOf(size.width()), .height = TwipsOf(size.height())};
+}
+
+Size DesktopForms::SizeOfText(std::string_view text, const Font &font) {
+  const QSize size = TextSize(LabelText(text), ScreenFont(font));
+  return {.width = TwipsOf(size.width()), .height = TwipsOf(size.height())};
+}
+
+void DesktopForms::ShowPopupMenu(FormBase &form, Menu &menu) {
+  // One menu at a time: a timer may ask for another while the user looks at the first.
+  if (open_menu_ != nullptr)
+    return;
+  MenuItem *chosen = ChosenEntry(form, menu);
+  // The form may have been unloaded meanwhile.
+  if (chosen != nullptr && Find(form) != nullptr)
+    Dispatch([chosen] { chosen->Click.Raise(); });
+}
+
+MenuItem *DesktopForms::ChosenEntry(const FormBase &form, const Menu &menu) {
+  PopupMenu popup(menu);
+  open_menu_ = &popup;
+  menu_form_ = &form;
+  return popup.Choose(WindowOf(form));
 }
 
 FormWindow *DesktopForms::WindowOf(const FormBase &form) const {
@@ -73,6 +126,8 @@ FormWindow *DesktopForms::WindowOf(const FormBase &form) const {
 }
 
 void DesktopForms::Stop() {
+  if (open_menu_ != nullptr)
+    open_menu_->close();
   for (LoadedForm &loaded : forms_)
     Release(loaded);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <list>
 #include <memory>
 
@@ -9,6 +10,8 @@
 namespace borvane {
 
 class FormWindow;
+class MenuItem;
+class PopupMenu;
 class TimerBinder;
 
 /// Puts the program's windows on the screen. A loaded window costs no more than its timers until it is first shown.
@@ -23,6 +26,11 @@ class DesktopForms final : public FormHost {
   void FormUnloaded(FormBase &form) override;
   void ShowForm(FormBase &form, FormBase *owner) override;
   void HideForm(FormBase &form) override;
+  void RepaintForm(FormBase &form) override;
+  void KeepOnTop(FormBase &form, bool on) override;
+  Size FirstScreen() override;
+  Size SizeOfText(std::string_view text, const Font &font) override;
+  void ShowPopupMenu(FormBase &form, Menu &menu) override;
 
   /// The window that shows `form`; null while it has never been shown.
   FormWindow *WindowOf(const FormBase &form) const;
@@ -36,9 +44,12 @@ class DesktopForms final : public FormHost {
   LoadedForm *Find(const FormBase &form);
   static void AddTimers(const Container &container, LoadedForm &loaded);
   static void Release(LoadedForm &loaded);
+  MenuItem *ChosenEntry(const FormBase &form, const Menu &menu);
 
   FocusTracker focus_;
   std::list<LoadedForm> forms_;
+  QPointer<PopupMenu> open_menu_;
+  const FormBase *menu_form_ = nullptr;  // the form whose menu is open
 };
 
 }  // namespace borvane

@@ -1,6 +1,7 @@
 #include "desktop/windows/form_window.h"
 
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,17 +12,19 @@
 #include "controls/form_set.h"
 #include "core/dispatch.h"
 #include "desktop/widgets/binders.h"
+#include "desktop/widgets/colors.h"
 #include "desktop/widgets/key_codes.h"
 #include "desktop/widgets/pictures.h"
 #include "desktop/widgets/twips.h"
+#include "desktop/windows/task_bar.h"
 #include "desktop/windows_1252.h"
 
 namespace borvane {
 
 namespace {
 
-/// Tells keys apart by their place on the keyboard, since Shift may change what one of them means between its press and
-/// its release. Keys of a screen without scan codes are told apart by their meaning.
+/// Distinguishes keys by their place on the keyboard, since Shift may change what one of them means between its press
+/// and its release. Keys of a screen without scan codes are distinguished by their meaning.
 quint32 PlaceOf(const QKeyEvent &event) {
   return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
 }
@@ -34,6 +37,8 @@ Qt::WindowFlags FrameOf(BorderStyle border) {
       return Qt::Window | fixed | Qt::WindowMinimizeButtonHint;
     case BorderStyle::FixedDialog:
       return Qt::Dialog | fixed;
+    case BorderStyle::None:
+      return Qt::Window | Qt::FramelessWindowHint;
     default:
       return Qt::Window;
   }
@@ -43,7 +48,7 @@ QPoint PlaceOf(const FormBase &form) { return {PixelsOf(form.Left()), PixelsOf(f
 
 QSize ClientSizeOf(const FormBase &form) { return {PixelsOf(form.ScaleWidth()), PixelsOf(form.ScaleHeight())}; }
 
-/// A screen reader is told of a window; Qt itself would tell of something that holds other things.
+/// A screen reader gets a window; Qt itself would report a container.
 class SpokenWindow final : public QAccessibleWidget {
  public:
   explicit SpokenWindow(QWidget *window) : QAccessibleWidget(window, QAccessible::Window) {}
@@ -62,6 +67,8 @@ FormWindow::FormWindow(FormBase &form, FocusTracker &focus) : form_(form), focus
   setWindowIcon(ProgramIcon());
   QAccessible::installFactory(Speak);
   setMouseTracking(true);
+  setAttribute(Qt::WA_ShowWithoutActivating, !form.takes_focus());
+  ShowBackground();
   ShowCaption();
   ShowPointer();
   ShowSize();
@@ -97,6 +104,8 @@ void FormWindow::Release() {
 }
 
 void FormWindow::Present(FormWindow *owner) {
+  if (isVisible() && !form_.takes_focus())
+    return;
   if (windowHandle() == nullptr) {
     if (form_.Left.is_set() || form_.Top.is_set())
       ShowPlace();
@@ -107,8 +116,26 @@ void FormWindow::Present(FormWindow *owner) {
   windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->windowHandle());
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();
-  raise();
-  activateWindow();
+  if (form_.border() == BorderStyle::None)
+    LeaveOutOfTaskBar(*windowHandle());
+  if (form_.takes_focus()) {
+    raise();
+    activateWindow();
+  }
+}
+
+void FormWindow::KeepOnTop(bool on) {
+  // setWindowFlag would hide the window and create it again.
+  overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+  if (windowHandle() != nullptr)
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on);
+}
+
+void FormWindow::changeEvent(QEvent *event) {
+  // A colour of the system changes with the desktop's colours.
+  if (event->type() == QEvent::PaletteChange && !is_released_)
+    ShowBackground();
+  QWidget::changeEvent(event);
 }
 
 void FormWindow::closeEvent(QCloseEvent *event) {
@@ -117,15 +144,19 @@ void FormWindow::closeEvent(QCloseEvent *event) {
 }
 
 void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
-  // The size that the form asked for is not told back: its twips would come back rounded.
+  // The size that the form asked for is not reported back: its twips would come back rounded.
   if (is_released_ || size() == ClientSizeOf(form_))
     return;
-  Enter(
-      [this] { form_.SetSize(TwipsOf(width()) + FormBase::frame_width, TwipsOf(height()) + FormBase::frame_height); });
+  const Size frame = form_.FrameSize();
+  Enter([&] { form_.SetSize(TwipsOf(width()) + frame.width, TwipsOf(height()) + frame.height); });
 }
 
 void FormWindow::moveEvent(QMoveEvent * /*event*/) {
   if (is_released_ || pos() == PlaceOf(form_))
+    return;
+  // A window without a frame offers the user nothing to drag: it is where the form says, also if the window manager
+  // keeps it from being there, say for a panel.
+  if (form_.border() == BorderStyle::None)
     return;
   // The screen confirms a move only after a while: the form may have gone on from there, and must not be set back.
   if (std::find(asked_places_.begin(), asked_places_.end(), pos()) != asked_places_.end())
@@ -171,6 +202,8 @@ void FormWindow::PropertyChanged(const PropertyBase &property) {
     ShowCaption();
   else if (&property == &form_.MousePointer)
     ShowPointer();
+  else if (&property == &form_.BackColor)
+    ShowBackground();
   else if (&property == &form_.Width || &property == &form_.Height)
     ShowSize();
   else
@@ -178,7 +211,7 @@ void FormWindow::PropertyChanged(const PropertyBase &property) {
 }
 
 void FormWindow::ShowCaption() {
-  // "[*]" is Qt's own sign in a title; doubled, it stands for itself.
+  // "[*]" is Qt's own sign in a title; doubled, it is shown as it is.
   setWindowTitle(ShownText(form_.Caption()).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
 }
 
@@ -200,9 +233,13 @@ void FormWindow::ShowPlace() {
   move(place);
 }
 
+void FormWindow::ShowBackground() { setPalette(BackgroundPalette(form_.BackColor(), QApplication::palette())); }
+
 void FormWindow::ShowPointer() {
   if (form_.MousePointer() == pointer_hourglass)
     setCursor(Qt::WaitCursor);
+  else if (form_.MousePointer() == pointer_custom)
+    setCursor(PicturePointer("pointer", devicePixelRatioF()));
   else
     unsetCursor();
 }

@@ -11,7 +11,7 @@
 
 namespace borvane {
 
-/// Shows a window of the program: its frame and its controls. Controls stand where the form's twips put them, unless a
+/// Shows a window of the program: its frame and its controls. Controls are where the form's twips put them, unless a
 /// window has a layout of its own.
 class FormWindow : public QWidget, public PropertyWatcher {
  public:
@@ -25,13 +25,17 @@ class FormWindow : public QWidget, public PropertyWatcher {
   /// Takes window and widgets off the form, which is about to go.
   void Release();
 
-  /// Brings the window onto the screen, above `owner` if there is one, or to the front when it is there already.
+  /// Shows the window, above `owner` if there is one, as FormHost::ShowForm says.
   void Present(FormWindow *owner);
+
+  /// Keeps the window above those of other programs, or no longer; open windows are switched without flicker.
+  void KeepOnTop(bool on);
 
  protected:
   /// Makes the widget of `control` in `parent`; null for a control that is never seen.
   QWidget *Bind(Control &control, QWidget &parent, Placing placing);
 
+  void changeEvent(QEvent *event) override;
   void closeEvent(QCloseEvent *event) override;
   void resizeEvent(QResizeEvent *event) override;
   void moveEvent(QMoveEvent *event) override;
@@ -44,6 +48,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
   void ShowCaption();
   void ShowSize();
   void ShowPlace();
+  void ShowBackground();
   void ShowPointer();
   bool KeyReleased(const QKeyEvent &event);
   void Enter(const std::function<void()> &handler);

@@ -6,7 +6,7 @@ namespace borvane {
 
 struct RecordsForm;
 
-/// The records window. Its controls stand where the form puts them.
+/// The records window. Its controls are where the form puts them.
 class RecordsWindow final : public FormWindow {
  public:
   RecordsWindow(RecordsForm &form, FocusTracker &focus);

@@ -1,12 +1,14 @@
 #include "desktop/windows/settings_window.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QScreen>
+#include <QLineEdit>
 #include <QVBoxLayout>
 #include <array>
 
 #include "desktop/widgets/frame_widget.h"
+#include "desktop/widgets/swatch.h"
 #include "desktop/windows_1252.h"
 #include "settings/conffrm.h"
 
@@ -16,8 +18,11 @@ namespace {
 
 constexpr int margin = 6;
 constexpr int spacing = 5;
+constexpr int group_spacing = 8;
 constexpr int row_height = 19;
 constexpr int number_width = 52;
+constexpr int code_width = 14;
+constexpr int label_width = 56;  // of the first labels of the rows: the boxes after them are a column
 
 QVBoxLayout &LayOut(QWidget &group) {
   auto *rows = new QVBoxLayout(&group);
@@ -43,14 +48,12 @@ QHBoxLayout &AddRow(QBoxLayout &group) {
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(SettingsForm &form, FocusTracker &focus) : FormWindow(form, focus), settings_(form) {
-  move(screen()->availableGeometry().center() - rect().center());
-}
+SettingsWindow::SettingsWindow(SettingsForm &form, FocusTracker &focus) : FormWindow(form, focus), settings_(form) {}
 
 void SettingsWindow::Build() {
   auto *groups = new QVBoxLayout(this);
   groups->setContentsMargins(margin, margin, margin, margin);
-  groups->setSpacing(spacing);
+  groups->setSpacing(group_spacing);
   BuildArea(*groups);
   BuildBars(*groups);
   BuildEdge(*groups);
@@ -65,14 +68,15 @@ void SettingsWindow::BuildArea(QBoxLayout &groups) {
   QVBoxLayout &group = AddGroup(groups);
 
   QHBoxLayout &zone = AddRow(group);
-  QWidget &areas = AddLabelled(zone, settings_.Label1(0), settings_.Combo2);
+  QWidget &areas = AddLabelled(zone, settings_.Label1(0), settings_.Combo2, label_width);
   zone.setStretchFactor(&areas, 1);
+  areas.setFocus();
 
   QHBoxLayout &numbers = AddRow(group);
-  AddLabelled(numbers, settings_.Label1(1), settings_.Text2).setFixedWidth(number_width);
+  AddNumber(numbers, settings_.Label1(1), settings_.Text2, label_width);
   Add(numbers, settings_.Label1(2));
   numbers.addStretch();
-  AddLabelled(numbers, settings_.Label1(3), settings_.Text1).setFixedWidth(number_width);
+  AddNumber(numbers, settings_.Label1(3), settings_.Text1);
 
   QHBoxLayout &hint = AddRow(group);
   Add(hint, settings_.Label5);
@@ -80,36 +84,40 @@ void SettingsWindow::BuildArea(QBoxLayout &groups) {
   QHBoxLayout &position = AddRow(group);
   Add(position, settings_.Check4);
   position.addStretch();
-  AddLabelled(position, settings_.Label1(9), settings_.Text6(0)).setFixedWidth(number_width);
-  AddLabelled(position, settings_.Label1(10), settings_.Text6(1)).setFixedWidth(number_width);
+  AddNumber(position, settings_.Label1(9), settings_.Text6(0));
+  position.addSpacing(margin);
+  AddNumber(position, settings_.Label1(10), settings_.Text6(1));
 }
 
 void SettingsWindow::BuildBars(QBoxLayout &groups) {
   QVBoxLayout &group = AddGroup(groups);
 
   QHBoxLayout &place = AddRow(group);
-  AddLabelled(place, settings_.Label1(5), settings_.Text3).setFixedWidth(number_width);
-  AddLabelled(place, settings_.Label1(6), settings_.Text4).setFixedWidth(number_width);
+  AddNumber(place, settings_.Label1(5), settings_.Text3, label_width);
   place.addStretch();
-  Add(place, settings_.Check6);
+  AddNumber(place, settings_.Label1(6), settings_.Text4);
 
   QHBoxLayout &colors = AddRow(group);
   Add(colors, settings_.Check3);
-  colors.addStretch();
   const std::array labels = {&settings_.Label1(4), &settings_.Label1(11), &settings_.Label3};
   for (int box = 0; box < settings_.Picture1.Count(); ++box) {
-    constexpr int swatch_size = 16;
-    QWidget &swatch = Add(colors, settings_.Picture1(box));
-    swatch.setFixedSize(swatch_size, swatch_size);
-    Label &label = *labels[static_cast<std::size_t>(box)];
-    Add(colors, label);
-    swatch.setAccessibleName(ShownText(label.Caption()));
+    colors.addStretch();
+    AddSwatch(colors, settings_.Picture1(box), *labels[static_cast<std::size_t>(box)]);
   }
 
   QHBoxLayout &code = AddRow(group);
+  Add(code, settings_.Check6);
   code.addStretch();
   Add(code, settings_.Label1(13));
-  Add(code, settings_.Label1(14)).setFixedWidth(number_width);
+  Add(code, settings_.Label1(14)).setFixedWidth(code_width);
+}
+
+void SettingsWindow::AddSwatch(QBoxLayout &row, PictureBox &box, Label &label) {
+  constexpr int size = 17;
+  auto &swatch = dynamic_cast<Swatch &>(Add(row, box));
+  swatch.setFixedSize(size, size);
+  swatch.SetLabel(ShownText(label.Caption()));
+  Add(row, label);
 }
 
 void SettingsWindow::BuildEdge(QBoxLayout &groups) {
@@ -154,13 +162,14 @@ void SettingsWindow::BuildSound(QBoxLayout &groups) {
   Add(row, settings_.Command1(1));
 
   QHBoxLayout &tone = AddRow(group);
-  AddLabelled(tone, settings_.Label1(7), settings_.Text5(0)).setFixedWidth(number_width);
+  AddNumber(tone, settings_.Label1(7), settings_.Text5(0), label_width);
   tone.addStretch();
-  AddLabelled(tone, settings_.Label1(8), settings_.Text5(1)).setFixedWidth(number_width);
+  AddNumber(tone, settings_.Label1(8), settings_.Text5(1));
 }
 
 void SettingsWindow::BuildLastRow(QBoxLayout &groups) {
   QHBoxLayout &row = AddRow(groups);
+  row.addSpacing(margin);
   AddLabelled(row, settings_.Label1(15), settings_.Combo1);
   row.addStretch();
   Add(row, settings_.Command2);
@@ -173,10 +182,18 @@ QWidget &SettingsWindow::Add(QBoxLayout &row, Control &control) {
   return widget;
 }
 
-QWidget &SettingsWindow::AddLabelled(QBoxLayout &row, Label &label, Control &control) {
+void SettingsWindow::AddNumber(QBoxLayout &row, Label &label, TextBox &box, int least_label_width) {
+  AddLabelled(row, label, box, least_label_width).setFixedWidth(number_width);
+}
+
+QWidget &SettingsWindow::AddLabelled(QBoxLayout &row, Label &label, Control &control, int least_label_width) {
   auto *text = dynamic_cast<QLabel *>(&Add(row, label));
+  text->setMinimumWidth(least_label_width);
   QWidget &widget = Add(row, control);
-  widget.setAccessibleName(ShownText(label.Caption()).trimmed());
+  const QString name = ShownText(label.Caption()).trimmed();
+  widget.setAccessibleName(name);
+  if (const auto *box = dynamic_cast<QComboBox *>(&widget); box != nullptr && box->isEditable())
+    box->lineEdit()->setAccessibleName(name);
   // A combo box is read with its text for a name, and is known by its label.
   text->setBuddy(&widget);
   return widget;

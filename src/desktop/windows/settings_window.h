@@ -7,6 +7,8 @@ class QBoxLayout;
 namespace borvane {
 
 class Label;
+class PictureBox;
+class TextBox;
 struct SettingsForm;
 
 /// The settings window. It has a layout of its own, in groups with an outline.
@@ -28,8 +30,14 @@ class SettingsWindow final : public FormWindow {
   /// Puts the widget of `control` at the end of `row`.
   QWidget &Add(QBoxLayout &row, Control &control);
 
-  /// The same behind its label, whose text is its name for a screen reader.
-  QWidget &AddLabelled(QBoxLayout &row, Label &label, Control &control);
+  /// The same after its label, whose text is its name for a screen reader.
+  QWidget &AddLabelled(QBoxLayout &row, Label &label, Control &control, int least_label_width = 0);
+
+  /// The same for a box that takes a number.
+  void AddNumber(QBoxLayout &row, Label &label, TextBox &box, int least_label_width = 0);
+
+  /// A colour box before its label.
+  void AddSwatch(QBoxLayout &row, PictureBox &box, Label &label);
 
   SettingsForm &settings_;
 };

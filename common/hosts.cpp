@@ -1,0 +1,29 @@
+#include "common/hosts.h"
+
+#include "common/letters.h"
+
+namespace borvane {
+
+namespace {
+
+constexpr std::string_view loopback_domain = ".localhost";
+
+}  // namespace
+
+std::string MirrorHost(Endpoint endpoint, std::uint16_t port) {
+  const EndpointHost &row = endpoint_hosts[static_cast<std::size_t>(endpoint)];
+  return std::string(row.label).append(loopback_domain) + ':' + std::to_string(port);
+}
+
+std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host) {
+  const std::string_view name = host.substr(0, host.find(':'));
+  const std::size_t dot = name.find('.');
+  if (dot == std::string_view::npos || !EqualInAnyCase(name.substr(dot), loopback_domain))
+    return {};
+  for (const EndpointHost &row : endpoint_hosts)
+    if (EqualInAnyCase(name.substr(0, dot), row.label))
+      return row.endpoint;
+  return {};
+}
+
+}  // namespace borvane

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace borvane {
+
+/// The kinds of endpoints that the monitor speaks to. Each is a host of its own, and the mirror plays them all.
+enum class Endpoint {
+  National,
+  Southern,
+  Northern,
+  PacificNorthwest,
+  Alaska,
+  Utah,
+  Memphis,
+  Northeastern,
+  PuertoRico,
+  Maker,
+};
+
+/// An endpoint's name in the monitor's settings, and the label by which the mirror recognises it in a host's name.
+struct EndpointHost {
+  Endpoint endpoint;
+  std::string_view name;
+  std::string_view label;
+};
+
+/// All endpoints, in the order of Endpoint.
+inline constexpr std::array endpoint_hosts = {
+    EndpointHost{Endpoint::National, "National", "national"},
+    EndpointHost{Endpoint::Southern, "Southern", "southern"},
+    EndpointHost{Endpoint::Northern, "Northern", "northern"},
+    EndpointHost{Endpoint::PacificNorthwest, "PacificNorthwest", "pacificnorthwest"},
+    EndpointHost{Endpoint::Alaska, "Alaska", "alaska"},
+    EndpointHost{Endpoint::Utah, "Utah", "utah"},
+    EndpointHost{Endpoint::Memphis, "Memphis", "memphis"},
+    EndpointHost{Endpoint::Northeastern, "Northeastern", "northeastern"},
+    EndpointHost{Endpoint::PuertoRico, "PuertoRico", "puertorico"},
+    EndpointHost{Endpoint::Maker, "Maker", "maker"},
+};
+
+/// The port of the loopback address at which the mirror listens by default and the monitor expects it.
+inline constexpr std::uint16_t mirror_port = 17650;
+
+/// The host, with its port, under which a mirror on this computer plays the endpoint: "southern.localhost:17650".
+std::string MirrorHost(Endpoint endpoint, std::uint16_t port = mirror_port);
+
+/// The endpoint that a mirror plays under this host, which may have a port and be in any case; nothing for all others.
+std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host);
+
+}  // namespace borvane

@@ -1,0 +1,32 @@
+#include "http/html_page.h"
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr const char *style =
+    ":root { color-scheme: light dark; "
+    "--ink: #1b1f24; --ground: #fff; --line: #c9ced6; --quiet: #5a6472; --quake: #c4321c; } "
+    "@media (prefers-color-scheme: dark) { :root { "
+    "--ink: #e6e8eb; --ground: #16191d; --line: #3d444d; --quiet: #9aa4b1; --quake: #ff6b4f; } } "
+    "body { max-width: 44rem; margin: 2rem auto; padding: 0 1rem; font: 1rem/1.5 sans-serif; "
+    "color: var(--ink); background: var(--ground); } "
+    "h1 { font-size: 1.5rem; line-height: 1.25; } "
+    "dl { display: grid; grid-template-columns: max-content 1fr; gap: .25rem 1.5rem; } "
+    "dt { color: var(--quiet); } "
+    "dd { margin: 0; } "
+    "pre { overflow-x: auto; } "
+    "a { color: inherit; } "
+    "figure { margin: 1.5rem 0; } "
+    "figcaption, footer { color: var(--quiet); font-size: .875rem; } "
+    "svg { max-width: 100%; height: auto; }";
+
+}  // namespace
+
+QByteArray HtmlPage(const QByteArray &title, const QByteArray &body) {
+  return "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"windows-1252\"/>"
+         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/><title>" +
+         title + "</title><style>" + style + "</style></head><body>" + body + "</body></html>";
+}
+
+}  // namespace borvane::mirror

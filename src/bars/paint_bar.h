@@ -1,0 +1,8 @@
+#pragma once
+
+namespace borvane {
+
+/// Colours the labels of the long bar and lays them out.
+void PaintBar();
+
+}  // namespace borvane

@@ -1,0 +1,70 @@
+#include "desktop/widgets/outline_style.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+#include "desktop/widgets/colors.h"
+
+namespace borvane {
+
+namespace {
+
+constexpr qreal square = 0;
+constexpr qreal rounded = 2;
+constexpr qreal circle = 100;
+
+/// Draws over the outline that Fusion has drawn along the edge of `place`.
+void DrawOutline(QPainter &painter, const QRect &place, const QColor &color, qreal radius) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(color);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  painter.restore();
+}
+
+/// The colour of the outline, which also shows where the keyboard is.
+QColor OutlineColor(const QStyleOption &option, QStyle::State focus) {
+  return (option.state & focus) == focus ? option.palette.color(QPalette::Highlight) : LineColor(option.palette);
+}
+
+}  // namespace
+
+OutlineStyle::OutlineStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void OutlineStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                                 const QWidget *widget) const {
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const State reached_by_keyboard = State_HasFocus | State_KeyboardFocusChange;
+  switch (element) {
+    case PE_IndicatorCheckBox:
+      DrawOutline(*painter, option->rect, OutlineColor(*option, reached_by_keyboard), square);
+      break;
+    case PE_IndicatorRadioButton:
+      DrawOutline(*painter, option->rect, OutlineColor(*option, reached_by_keyboard), circle);
+      break;
+    case PE_PanelButtonCommand:
+    case PE_PanelButtonTool:
+      DrawOutline(*painter, option->rect, OutlineColor(*option, reached_by_keyboard), rounded);
+      break;
+    case PE_FrameLineEdit:
+      DrawOutline(*painter, option->rect, OutlineColor(*option, State_HasFocus), rounded);
+      break;
+    case PE_Frame:
+      DrawOutline(*painter, option->rect, LineColor(option->palette), square);
+      break;
+    default:
+      break;
+  }
+}
+
+void OutlineStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                                      const QWidget *widget) const {
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+  if (control == CC_ScrollBar) {
+    const QRect slider = subControlRect(control, option, SC_ScrollBarSlider, widget);
+    DrawOutline(*painter, slider, LineColor(option->palette), square);
+  }
+}
+
+}  // namespace borvane

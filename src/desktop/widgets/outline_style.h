@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace borvane {
+
+/// Qt's Fusion style with outlines that are seen on any ground. Fusion makes them from the window's colour, and on a
+/// dark desktop they vanish.
+class OutlineStyle final : public QProxyStyle {
+ public:
+  OutlineStyle();
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                          const QWidget *widget) const override;
+};
+
+}  // namespace borvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QHash>
+#include <QMenu>
+
+namespace borvane {
+
+class Menu;
+class MenuItem;
+
+/// A menu of the program on the screen, with its entries as they are at that moment.
+class PopupMenu final : public QMenu {
+ public:
+  explicit PopupMenu(const Menu &menu);
+
+  /// Shows the menu at the pointer, for `window` if there is one, and lets events run until the user has chosen an
+  /// entry or closed the menu. Returns the entry, or null.
+  MenuItem *Choose(const QWidget *window);
+
+ private:
+  void Add(MenuItem &item);
+
+  QHash<QAction *, MenuItem *> items_;
+};
+
+}  // namespace borvane

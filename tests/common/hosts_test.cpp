@@ -1,0 +1,46 @@
+#include "common/hosts.h"
+
+#include <gtest/gtest.h>
+
+namespace borvane {
+namespace {
+
+TEST(MirrorHost, IsTheEndpointsLabelUnderLocalhostWithThePort) {
+  EXPECT_EQ(MirrorHost(Endpoint::National), "national.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Southern), "southern.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Northern), "northern.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::PacificNorthwest), "pacificnorthwest.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Alaska), "alaska.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Utah), "utah.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Memphis), "memphis.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Northeastern), "northeastern.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::PuertoRico), "puertorico.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Maker), "maker.localhost:17650");
+  EXPECT_EQ(MirrorHost(Endpoint::Maker, 80), "maker.localhost:80");
+}
+
+TEST(EndpointHosts, HaveTheNamesUnderWhichTheSettingsKeepThem) {
+  std::string names;
+  for (const EndpointHost &row : endpoint_hosts)
+    names.append(row.name).append(" ");
+  EXPECT_EQ(names, "National Southern Northern PacificNorthwest Alaska Utah Memphis Northeastern PuertoRico Maker ");
+}
+
+TEST(EndpointOfMirrorHost, FindsEveryEndpointByItsHost) {
+  for (const EndpointHost &row : endpoint_hosts)
+    EXPECT_EQ(EndpointOfMirrorHost(MirrorHost(row.endpoint)), row.endpoint) << row.name;
+}
+
+TEST(EndpointOfMirrorHost, TakesAHostInAnyCaseAndWithoutAPort) {
+  EXPECT_EQ(EndpointOfMirrorHost("Memphis.LocalHost"), Endpoint::Memphis);
+  EXPECT_EQ(EndpointOfMirrorHost("MEMPHIS.localhost:80"), Endpoint::Memphis);
+}
+
+TEST(EndpointOfMirrorHost, FindsNothingForAnyOtherHost) {
+  for (const char *host : {"", "localhost", "127.0.0.1:17650", "[::1]:17650", "memphis", "memphis.localhost.example",
+                           "x.memphis.localhost", ".localhost", "memphislocalhost", "memphis.example"})
+    EXPECT_EQ(EndpointOfMirrorHost(host), std::nullopt) << host;
+}
+
+}  // namespace
+}  // namespace borvane

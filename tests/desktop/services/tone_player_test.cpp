@@ -1,0 +1,145 @@
+#include "desktop/services/tone_player.h"
+
+#include <algorithm>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "desktop/services/tone_generator.h"
+#include "support/desktop/fake_tone_stream.h"
+
+namespace borvane {
+namespace {
+
+using std::chrono::hours;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+
+/// A player that waits for its stream as long as a busy machine needs.
+struct PlayerTest : testing::Test {
+  std::shared_ptr<FakeLoudspeaker> speaker = std::make_shared<FakeLoudspeaker>();
+  TonePlayer player{WayTo(speaker), seconds(20)};
+
+  /// A tone that is followed by others.
+  void Play(std::int32_t frequency, milliseconds duration) {
+    player.AwaitStream();
+    player.Play({.frequency = frequency, .duration = duration, .end = steady_clock::now() + hours(1)});
+  }
+
+  /// The last tone of an alarm.
+  void PlayLast(std::int32_t frequency, milliseconds duration) {
+    player.AwaitStream();
+    player.Play({.frequency = frequency, .duration = duration, .end = steady_clock::now()});
+  }
+};
+
+TEST_F(PlayerTest, OpensNothingBeforeTheFirstTone) { EXPECT_EQ(speaker->Log(), Lines{}); }
+
+TEST_F(PlayerTest, HandsAnAlarmOverInOneStreamAndEndsItAfterTheLastTone) {
+  for (int frequency = 100; frequency < 1000; frequency += 10)
+    Play(frequency, milliseconds(10));
+  PlayLast(1000, milliseconds(10));
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+
+  Lines expected = {"open"};
+  expected.insert(expected.end(), 91, "write 480");
+  expected.insert(expected.end(), {"write 240", "drain", "close"});
+  EXPECT_EQ(speaker->Log(), expected);
+
+  ToneGenerator generator;
+  std::vector<std::int16_t> samples(91 * 480 + 240);
+  const std::span all(samples);
+  for (std::size_t tone = 0; tone < 91; ++tone)
+    generator.Generate(100 + static_cast<std::int32_t>(tone) * 10, all.subspan(tone * 480, 480));
+  generator.Fade(all.last(240));
+  EXPECT_EQ(speaker->Samples(), samples);
+}
+
+TEST_F(PlayerTest, HandsALongToneOverInPieces) {
+  Play(440, milliseconds(250));
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  EXPECT_EQ(speaker->Log(),
+            (Lines{"open", "write 4800", "write 4800", "write 2400", "write 48", "write 240", "drain", "close"}));
+}
+
+TEST_F(PlayerTest, OpensAStreamForEachAlarm) {
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("close", 2));
+  EXPECT_EQ(speaker->Log(), (Lines{"open", "write 48", "write 240", "drain", "close", "open", "write 48", "write 240",
+                                   "drain", "close"}));
+}
+
+TEST_F(PlayerTest, StartsAToneAfterAPauseAnew) {
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("drain"));
+  Play(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("write 48", 2));
+  const std::vector<std::int16_t> samples = speaker->Samples();
+  ASSERT_EQ(samples.size(), 48U + 240 + 48);
+  EXPECT_EQ(std::vector(samples.begin(), samples.begin() + 48), std::vector(samples.end() - 48, samples.end()));
+}
+
+TEST_F(PlayerTest, IsSilentWithoutALoudspeakerAndLooksForItAgainAtTheNextAlarm) {
+  speaker->is_missing = true;
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("missing"));
+  speaker->Set(&FakeLoudspeaker::is_missing, false);
+  // The alarm without a stream ends unseen: whatever tone comes after its end opens one.
+  const auto timeout = steady_clock::now() + seconds(20);
+  while (speaker->Samples().empty() && steady_clock::now() < timeout) {
+    PlayLast(440, milliseconds(1));
+    std::this_thread::sleep_for(milliseconds(700));
+  }
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  EXPECT_EQ(speaker->Samples().size(), 48U + 240);
+}
+
+TEST_F(PlayerTest, PassesTheRestOfAnAlarmInSilenceWhenItsStreamFails) {
+  speaker->writes_until_failure = 2;
+  for (int tone = 0; tone < 5; ++tone)
+    Play(440, milliseconds(10));
+  PlayLast(440, milliseconds(10));
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  EXPECT_EQ(speaker->Log(), (Lines{"open", "write 480", "write 480", "fail", "close"}));
+  EXPECT_EQ(speaker->Samples().size(), 2U * 480);
+}
+
+TEST(TonePlayer, WaitsForAServerThatNeverAnswersOnlyForAWhileAndOnce) {
+  const auto speaker = std::make_shared<FakeLoudspeaker>();
+  speaker->answers = false;
+  {
+    TonePlayer player(WayTo(speaker));
+    for (int tone = 0; tone < 50; ++tone) {
+      player.AwaitStream();
+      player.Play({.frequency = 440, .duration = milliseconds(10), .end = steady_clock::now()});
+    }
+    EXPECT_EQ(speaker->Log(), Lines{"open"}) << "nobody opens a second one meanwhile";
+  }
+  // The player has gone without its thread, which ends when it can.
+  speaker->Set(&FakeLoudspeaker::answers, true);
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  const std::vector<std::int16_t> samples = speaker->Samples();
+  EXPECT_TRUE(std::all_of(samples.begin(), samples.end(), [](int sample) { return sample == 0; }));
+}
+
+TEST(TonePlayer, SoundsTheTonesThatComeAfterALateAnswer) {
+  const auto speaker = std::make_shared<FakeLoudspeaker>();
+  speaker->answers = false;
+  TonePlayer player(WayTo(speaker), milliseconds(1));
+  player.AwaitStream();
+  player.Play({.frequency = 440, .duration = milliseconds(10), .end = steady_clock::now()});
+  speaker->Set(&FakeLoudspeaker::answers, true);
+  const auto timeout = steady_clock::now() + seconds(20);
+  while (speaker->Samples().empty() && steady_clock::now() < timeout) {
+    player.Play({.frequency = 440, .duration = milliseconds(1), .end = steady_clock::now()});
+    std::this_thread::sleep_for(milliseconds(1));
+  }
+  EXPECT_FALSE(speaker->Samples().empty());
+}
+
+}  // namespace
+}  // namespace borvane

@@ -1,0 +1,139 @@
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QtTest/QTest>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "desktop/settings/settings_file_store.h"
+#include "desktop/settings/write_lock.h"
+#include "support/desktop/settings_on_disk.h"
+#include "support/desktop/waiting_for_lock.h"
+
+namespace borvane {
+namespace {
+
+constexpr int generous = 60'000;  // milliseconds
+
+/// Another program holds the lock while a value is written.
+class SettingsWhileLocked : public SettingsOnDisk {
+ protected:
+  SettingsWhileLocked() {
+    WriteFile("[General]\nArea=Utah\n");
+    lock_.emplace(lock_file(), 0);
+  }
+
+  void Unlock() { lock_.reset(); }
+
+  /// Starts another Borvane that writes so many values.
+  std::unique_ptr<QProcess> StartWriter(int number, int values) const {
+    auto writer = std::make_unique<QProcess>();
+    writer->start(QCoreApplication::applicationFilePath(),
+                  {"--write-settings", file(), QString::number(number), QString::number(values)});
+    return writer;
+  }
+
+  /// What a writer reports of its settings, when it has ended.
+  static QByteArray ReportOf(QProcess &writer) {
+    EXPECT_TRUE(writer.waitForFinished(10 * generous));
+    EXPECT_EQ(writer.exitCode(), 0);
+    const QByteArray errors = writer.readAllStandardError();
+    const qsizetype report = errors.indexOf("borvane:");
+    return report < 0 ? QByteArray() : errors.sliced(report);
+  }
+
+ private:
+  std::optional<WriteLock> lock_;
+};
+
+TEST_F(SettingsWhileLocked, AreKeptAndWrittenInOrderWhenTheLockIsFree) {
+  SettingsFileStore store(file(), 0);
+  Write(store, "Area", "Seattle Area");
+  Write(store, "Refresh", "60");
+  Write(store, "Area", "Los Angeles");
+
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n") << "no write goes past another's lock";
+  EXPECT_EQ(Text(store, "Area"), "Los Angeles");
+  EXPECT_EQ(Text(store, "Refresh"), "60");
+  SettingsFileStore other(file());
+  EXPECT_EQ(Text(other, "Area"), "Utah");
+
+  Unlock();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ReadFile() != "[General]\nArea=Utah\n"; }, generous));
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Los Angeles\nRefresh=60\n");
+}
+
+TEST_F(SettingsWhileLocked, AreWrittenWithTheNextValue) {
+  SettingsFileStore store(file(), 0);
+  Write(store, "Area", "Seattle Area");
+  Unlock();
+  Write(store, "Refresh", "60");
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Seattle Area\nRefresh=60\n");
+
+  WriteFile("[General]\nArea=Utah\n");
+  store.Finish();
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n") << "what has been written is kept no longer";
+}
+
+TEST_F(SettingsWhileLocked, AreWaitedForOnce) {
+  constexpr int timeout = 500;
+  SettingsFileStore store(file(), timeout);
+  QElapsedTimer time;
+  time.start();
+  Write(store, "Area", "Seattle Area");
+  EXPECT_GE(time.restart(), timeout);
+  for (int value = 0; value < 10; ++value)
+    Write(store, "Refresh", std::to_string(value));
+  EXPECT_LT(time.elapsed(), 10 * timeout) << "one that hangs is not waited for again";
+  Unlock();
+  store.Finish();
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Seattle Area\nRefresh=9\n");
+}
+
+TEST_F(SettingsWhileLocked, AreWrittenBeforeTheEndOfTheProcessIfTheLockComesFree) {
+  SettingsFileStore store(file(), 0);
+  Write(store, "Area", "Seattle Area");
+  std::thread holder([&] {
+    EXPECT_TRUE(AwaitWaiting(lock_file()));
+    Unlock();
+  });
+  testing::internal::CaptureStderr();
+  store.Finish();
+  holder.join();
+
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Seattle Area\n");
+}
+
+TEST_F(SettingsWhileLocked, AreNamedWhenTheyAreLostAtTheEndOfTheProcess) {
+  const auto writer = StartWriter(1, 2);
+  EXPECT_EQ(ReportOf(*writer),
+            "borvane: settings lost, since another program holds " + lock_file().toLocal8Bit() + ": W1-0, W1-1\n");
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
+}
+
+TEST_F(SettingsWhileLocked, AreAllWrittenByEightBorvanesAtOnce) {
+  constexpr int writers = 8;
+  constexpr int values = 40;
+  QByteArray content = "[General]\n";
+  for (int writer = 0; writer < writers; ++writer) {
+    for (int value = 0; value < values; ++value)
+      content += "W" + QByteArray::number(writer) + "-" + QByteArray::number(value) + "=none\n";
+  }
+  WriteFile(content);
+  Unlock();
+
+  std::vector<std::unique_ptr<QProcess>> processes;
+  for (int writer = 0; writer < writers; ++writer)
+    processes.push_back(StartWriter(writer, values));
+  for (const auto &process : processes)
+    EXPECT_EQ(ReportOf(*process), "");
+
+  EXPECT_EQ(ReadFile(), content.replace("=none", "=done"));
+}
+
+}  // namespace
+}  // namespace borvane

@@ -1,0 +1,158 @@
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QToolButton>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+#include "support/desktop/sample_form.h"
+#include "support/desktop/screen_rig.h"
+
+namespace borvane {
+namespace {
+
+class TextBoxOnScreen : public testing::Test {
+ protected:
+  TextBoxOnScreen() {
+    sample->Text1.Change = [this] { rig.note("change " + sample->Text1.Text()); };
+    sample->Text1.LostFocus = [this] { rig.note("left with " + sample->Text1.Text()); };
+    sample->Show();
+    Settle();
+    rig.events();
+  }
+
+  QWidget &box() const { return rig.widget(*sample, "Text1"); }
+
+  ScreenRig rig;
+};
+
+TEST_F(TextBoxOnScreen, ShowsItsText) {
+  EXPECT_EQ(SpokenValue(box()), "10");
+
+  sample->Text1.Text = "caf\xE9";
+
+  EXPECT_EQ(SpokenValue(box()), "café");
+}
+
+TEST_F(TextBoxOnScreen, RaisesChangeAtEachKey) {
+  QTest::keyClicks(&box(), "5x");
+
+  EXPECT_EQ(rig.events(), Lines({"change 105", "change 105x"}));
+}
+
+TEST_F(TextBoxOnScreen, ShowsTheQuestionMarkThatItHolds) {
+  QInputMethodEvent omega;
+  omega.setCommitString(QString::fromUtf8("Ω"));
+  QApplication::sendEvent(&box(), &omega);
+
+  EXPECT_EQ(rig.events(), Lines({"change 10?"}));
+  EXPECT_EQ(SpokenValue(box()), "10?");
+}
+
+TEST_F(TextBoxOnScreen, ShowsTheQuestionMarkThatItHoldsAlready) {
+  sample->Text1.Text = "10?";
+  rig.events();
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  edit.setSelection(2, 1);
+  QInputMethodEvent omega;
+  omega.setCommitString(QString::fromUtf8("Ω"));
+  QApplication::sendEvent(&edit, &omega);
+
+  EXPECT_EQ(rig.events(), Lines());
+  EXPECT_EQ(sample->Text1.Text(), "10?");
+  EXPECT_EQ(SpokenValue(edit), "10?");
+}
+
+TEST_F(TextBoxOnScreen, KeepsAByteThatItCannotShowWhileTheRestIsEdited) {
+  sample->Text1.Text = "\x81";
+  QTest::keyClicks(&box(), "5");
+
+  EXPECT_EQ(sample->Text1.Text(),
+            "\x81"
+            "5");
+  EXPECT_EQ(SpokenValue(box()), "?5");
+}
+
+TEST_F(TextBoxOnScreen, MayUnloadItsWindowWhileItIsTypedInto) {
+  sample->Text1.Change = [] { sample.Unload(); };
+  QTest::keyClicks(&box(), "5");
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+}
+
+TEST_F(TextBoxOnScreen, KeepsTheCursorWhenTheTextChangesUnderIt) {
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  edit.setCursorPosition(1);
+  sample->Text1.Text = "7123";
+  QTest::keyClicks(&edit, "x");
+
+  EXPECT_EQ(sample->Text1.Text(), "7x123");
+}
+
+TEST_F(TextBoxOnScreen, TakesNoKeysWhileItIsDisabled) {
+  sample->Text1.Enabled = false;
+  QTest::keyClicks(&box(), "5");
+
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(TextBoxOnScreen, IsLeftForAnotherControl) {
+  box().setFocus();
+  QTest::keyClicks(&box(), "5");
+  QTest::keyClick(&box(), Qt::Key_Tab);
+
+  EXPECT_EQ(rig.events(), Lines({"change 105", "left with 105"}));
+}
+
+TEST_F(TextBoxOnScreen, IsLeftForAButtonOfAToolbar) {
+  box().setFocus();
+  rig.widget<QToolButton>(*sample, "quit").setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+
+  sample->Toolbar1.LostFocus = [this] { rig.note("toolbar left"); };
+  rig.widget<QToolButton>(*sample, "refresh").setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(rig.events(), Lines());
+  box().setFocus();
+  EXPECT_EQ(rig.events(), Lines({"toolbar left"}));
+}
+
+TEST_F(TextBoxOnScreen, IsLeftForAControlOfAnotherWindow) {
+  box().setFocus();
+  other_form->Show();
+  other_form->Text1.Visible = true;
+  QWidget &other = rig.widget(*other_form, "Text1");
+  QApplication::setActiveWindow(&rig.window(*other_form));
+  other.setFocus();
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+}
+
+TEST_F(TextBoxOnScreen, IsNotLeftForAnotherProgram) {
+  box().setFocus();
+  Settle();
+  QApplication::setActiveWindow(nullptr);
+  Settle();
+  EXPECT_FALSE(box().hasFocus());
+
+  QApplication::setActiveWindow(&rig.window(*sample));
+  Settle();
+
+  EXPECT_TRUE(box().hasFocus());
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(TextBoxOnScreen, IsLeftWhenTheUserComesBackToAnotherControl) {
+  box().setFocus();
+  QApplication::setActiveWindow(nullptr);
+  rig.widget(*sample, "Text2").setFocus();
+  QApplication::setActiveWindow(&rig.window(*sample));
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+}
+
+}  // namespace
+}  // namespace borvane

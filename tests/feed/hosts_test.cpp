@@ -1,0 +1,38 @@
+#include "feed/hosts.h"
+
+#include <gtest/gtest.h>
+
+#include "core/program.h"
+#include "support/rig.h"
+
+namespace borvane {
+namespace {
+
+TEST(HostOf, ReturnsTheHostStoredUnderEachEndpointsName) {
+  Rig rig;
+  for (const EndpointHost &row : endpoint_hosts) {
+    EXPECT_EQ(HostOf(row.endpoint), MirrorHost(row.endpoint));
+    const std::string other = std::string(row.name) + ".example";
+    rig.store().Put(hosts_key, row.name, other);
+    EXPECT_EQ(HostOf(row.endpoint), other);
+    EXPECT_EQ(AddressOf(row.endpoint, "/x y|z"), "http://" + other + "/x y|z");
+  }
+}
+
+TEST(HostOf, ReturnsTheDefaultForAnEmptyText) {
+  Rig rig;
+  rig.store().Put(hosts_key, "Maker", "");
+  EXPECT_EQ(HostOf(Endpoint::Maker), "maker.localhost:17650");
+}
+
+TEST(UsesMirror, IsTrueUntilTheStoreNamesAnotherHostForEveryEndpoint) {
+  Rig rig;
+  for (const EndpointHost &row : endpoint_hosts) {
+    EXPECT_TRUE(UsesMirror());
+    rig.store().Put(hosts_key, row.name, "example.org");
+  }
+  EXPECT_FALSE(UsesMirror());
+}
+
+}  // namespace
+}  // namespace borvane

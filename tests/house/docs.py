@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+"""Keeps the docs accurate: every folder has its line in docs/architecture.md, and every file that they name exists.
+
+usage: docs.py ROOT
+"""
+import json
+import re
+import sys
+from pathlib import Path
+
+DOCUMENTS = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/*.md")
+
+# Names in backticks that look like files of the project and are not: what a run creates or what is on a user's machine.
+ELSEWHERE = re.compile(r"build/|~/|\$|quakes\.log$|Borvane\.conf$|/cgi-bin/|/borvane/|/recenteqs|[\w.]+\.localhost")
+
+FILE_NAME = re.compile(r"(\./)?[\w.*-]+(/[\w.*-]+)*/?$")
+HAS_SUFFIX = re.compile(r"\.(h|cpp|md|py|sh|txt|csv|json|cmake|case|html|png|svg)$")
+INLINE_CODE = re.compile(r"(?<!`)`([^`\n]+)`(?!`)")
+CODE_BLOCK = re.compile(r"^```\w*\n(.*?)^```", re.M | re.S)
+LINK = re.compile(r"\]\((?!https?:|#)([^)#\s]+)")
+EMPTY_PROCEDURE = re.compile(r"^(?!  )(?:void|bool|std::string|Integer) (\w+)\([^()]*\) \{\}$", re.M)
+STILL_TO_COME = re.compile(r"^\| `(\w+)` \|", re.M)
+PRESET = re.compile(r"--preset[ =]([\w-]+)")
+
+
+def is_file_name(text):
+    return bool(FILE_NAME.match(text)) and ("/" in text or bool(HAS_SUFFIX.search(text))) and not ELSEWHERE.search(text)
+
+
+def exists(root, paths, name):
+    """Whether the name is a path from the root, or the end of one; with * as in a shell."""
+    name = name.removeprefix("./").rstrip("/")
+    pattern = re.compile("(?:.*/)?" + re.escape(name).replace(r"\*", "[^/]*") + "$")
+    return (root / name).exists() or any(pattern.match(path) for path in paths)
+
+
+def named_files(text):
+    """What a document names: inline code, links, and the commands of its code blocks."""
+    for code in INLINE_CODE.findall(text):
+        yield from (word for word in code.split() if is_file_name(word))
+    yield from LINK.findall(text)
+    for block in CODE_BLOCK.findall(text):
+        yield from (word for word in block.split() if word.startswith("./"))
+
+
+def paths_of(root):
+    """All files and folders of the project, without what a build creates."""
+    top = [entry for entry in root.iterdir() if entry.name not in ("build", ".git")]
+    files = top + [path for entry in top if entry.is_dir() for path in entry.rglob("*")]
+    return {str(path.relative_to(root)) for path in files}
+
+
+def faults_of_empty_procedures(root, architecture):
+    """The procedures listed as still to come are exactly those that do nothing yet."""
+    listed = set(STILL_TO_COME.findall(architecture.partition("## Still to come")[2]))
+    files = (file for file in (root / "src").rglob("*.cpp") if "desktop" not in file.relative_to(root).parts)
+    empty = {name for file in files for name in EMPTY_PROCEDURE.findall(file.read_text(encoding="utf-8"))}
+    for name in sorted(listed - empty):
+        yield f"docs/architecture.md: {name} is no longer an empty procedure"
+    for name in sorted(empty - listed):
+        yield f"docs/architecture.md: {name} does nothing and is not listed as still to come"
+
+
+def faults(root):
+    paths = paths_of(root)
+    presets = {preset["name"] for preset in json.loads((root / "CMakePresets.json").read_text())["configurePresets"]}
+    for pattern in DOCUMENTS:
+        documents = sorted(root.glob(pattern))
+        if not documents:
+            yield f"there is no {pattern}"
+        for document in documents:
+            text = document.read_text(encoding="utf-8")
+            here = document.relative_to(root)
+            for name in sorted(set(named_files(text))):
+                if not exists(root, paths, name) and not (document.parent / name).exists():
+                    yield f"{here}: {name} does not exist"
+            for preset in sorted(set(PRESET.findall(text)) - presets):
+                yield f"{here}: there is no preset {preset}"
+    architecture = (root / "docs/architecture.md").read_text(encoding="utf-8")
+    yield from faults_of_empty_procedures(root, architecture)
+    for folder in ("common", "transfer"):
+        if f"`{folder}/`" not in architecture:
+            yield f"docs/architecture.md: says nothing about `{folder}/`"
+    for top in ("src", "mirror"):
+        for folder in sorted(path for path in (root / top).rglob("*") if path.is_dir() and any(path.iterdir())):
+            if f"`{folder.relative_to(root / top)}/`" not in architecture:
+                yield f"docs/architecture.md: says nothing about `{folder.relative_to(root / top)}/` of {top}"
+
+
+if __name__ == "__main__":
+    found = list(faults(Path(sys.argv[1])))
+    print("\n".join(found))
+    sys.exit(1 if found else 0)

@@ -1,0 +1,309 @@
+#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include "support/mirror/client.h"
+#include "support/mirror/mirror_process.h"
+#include "support/mirror/quakes_list_reader.h"
+
+// The real program over a real socket.
+
+namespace borvane::mirror {
+namespace {
+
+TEST(Mirror, PrintsOneLineWhenItListens) {
+  MirrorProcess mirror;
+  const quint16 port = mirror.Port();
+  EXPECT_NE(port, 0);
+  EXPECT_EQ(mirror.Output(), "borvane-mirror listening on 127.0.0.1:" + QByteArray::number(port) + '\n');
+  EXPECT_EQ(mirror.Errors(), "");
+}
+
+TEST(Mirror, ListensAtBothLoopbackAddresses) {
+  MirrorProcess mirror({"--listen", "localhost:0"});
+  const quint16 port = mirror.Port();
+  const QByteArray number = QByteArray::number(port);
+  Client ipv4(port, QHostAddress::LocalHost);
+  ipv4.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(ipv4.Read().value().status, 200);
+
+  Client ipv6(port, QHostAddress::LocalHostIPv6);
+  if (!ipv6.IsOpen()) {
+    EXPECT_TRUE(mirror.Errors().contains("goes on with IPv4 alone")) << "a computer without IPv6";
+    return;
+  }
+  ipv6.Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(ipv6.Read().value().status, 200);
+  EXPECT_EQ(mirror.Output(),
+            "borvane-mirror listening on 127.0.0.1:" + number + "\nborvane-mirror listening on [::1]:" + number + '\n');
+}
+
+TEST(Mirror, NamesItselfAndItsPages) {
+  MirrorProcess mirror;
+  const Response index = Get(mirror.Port(), "/").value();
+  EXPECT_EQ(index.status, 200);
+  EXPECT_EQ(index.headers["server"], "borvane-mirror/2.3.5");
+  EXPECT_EQ(index.headers["content-type"], "text/html; charset=windows-1252");
+  EXPECT_TRUE(index.body.contains("http://southern.localhost:" + QByteArray::number(mirror.Port()) +
+                                  "/recenteqs/Maps/Los_Angeles.html"));
+  EXPECT_TRUE(index.body.contains("U.S. Geological Survey"));
+}
+
+TEST(Mirror, ServesEachAreaWithAtLeastTenRows) {
+  MirrorProcess mirror;
+  for (const auto &[host, path] :
+       std::vector<std::pair<QByteArray, QByteArray>>{{"southern", "/recenteqs/Maps/Los_Angeles.html"},
+                                                      {"southern", "/recenteqs/Maps/San_Francisco.html"},
+                                                      {"southern", "/recenteqs/Maps/Long_Valley.html"},
+                                                      {"southern", "/recenteqs/Maps/116-33.html"},
+                                                      {"southern", "/recenteqs/Maps/117-33.html"},
+                                                      {"southern", "/recenteqs/Maps/121-37.html"},
+                                                      {"southern", "/recenteqs/Maps/33-116.html"},
+                                                      {"pacificnorthwest", "/recenteqs/Quakes/quakes0.html"},
+                                                      {"northern", "/recenteqs/Maps/Parkfield.html"},
+                                                      {"memphis", "/recenteqs/Quakes/quakes0.html"}}) {
+    const Response page = Get(mirror.Port(), path, host + ".localhost:17650").value();
+    EXPECT_EQ(page.status, 200);
+    const ListReading reading = ReadQuakesList(page.body.toStdString());
+    EXPECT_EQ(reading.fault, "");
+    EXPECT_GE(reading.rows.size(), 10U) << host.toStdString() << path.toStdString();
+  }
+}
+
+TEST(Mirror, ServesTwoNetworksAtOnePathByTheHost) {
+  MirrorProcess mirror;
+  const QByteArray path = "/recenteqs/Quakes/quakes0.html";
+  const QByteArray northwest = Get(mirror.Port(), path, "PacificNorthwest.localhost").value().body;
+  const QByteArray central = Get(mirror.Port(), path, "memphis.localhost").value().body;
+  EXPECT_NE(northwest, central);
+  EXPECT_EQ(Get(mirror.Port(), path, "127.0.0.1").value().status, 404);
+}
+
+TEST(Mirror, ServesAnEmptyPageOfTheCoordinatesZero) {
+  MirrorProcess mirror;
+  const Response page = Get(mirror.Port(), "/recenteqs/Maps/0-0.html").value();
+  EXPECT_EQ(page.status, 200);
+  EXPECT_TRUE(ReadQuakesList(page.body.toStdString()).rows.empty());
+}
+
+TEST(Mirror, ServesThePageOfEachRowsLink) {
+  MirrorProcess mirror;
+  const Response list = Get(mirror.Port(), "/recenteqs/Maps/Los_Angeles.html").value();
+  Client client(mirror.Port());
+  for (const ListRow &row : ReadQuakesList(list.body.toStdString()).rows) {
+    client.Send("GET /" + QByteArray::fromStdString(row.link) + " HTTP/1.1\r\nHost: southern.localhost\r\n\r\n");
+    const Response page = client.Read().value();
+    EXPECT_EQ(page.status, 200) << row.link;
+    EXPECT_TRUE(page.body.contains("<dd>" + QByteArray::fromStdString(row.magnitude) + "</dd>")) << row.link;
+  }
+}
+
+TEST(Mirror, AnswersAnUnknownPathWithAPage) {
+  MirrorProcess mirror;
+  for (const char *path : {"/nowhere", "/recenteqs/Quakes/none.html", "/recenteqs/Quakes/", "/../../etc/passwd",
+                           "/recenteqs/Quakes/../../../etc/passwd.html"}) {
+    const Response page = Get(mirror.Port(), path).value();
+    EXPECT_EQ(page.status, 404) << path;
+    EXPECT_TRUE(page.body.contains("<h1>404 Not Found</h1>"));
+  }
+}
+
+TEST(Mirror, RefusesAListPageWithoutABodyAndAnEventPageWithOne) {
+  MirrorProcess mirror;
+  const auto refusal = [&](const QByteArray &bytes) {
+    Client client(mirror.Port());
+    client.Send(bytes);
+    return client.Read().value();
+  };
+  const QByteArray rest(70'000, 'x');
+  const std::vector<std::pair<int, QByteArray>> refused = {{400, " HTTP/1.1\r\nHost\r\n\r\n"},
+                                                           {405, " HTTP/1.1\r\n\r\n"},
+                                                           {414, "?" + rest},
+                                                           {431, " HTTP/1.1\r\nA: " + rest},
+                                                           {505, " HTTP/2.0\r\n\r\n"}};
+  for (const auto &[status, after_path] : refused) {
+    const QByteArray method = status == 405 ? "POST " : "GET ";
+    const Response list = refusal(method + "/recenteqs/Maps/Los_Angeles.html" + after_path);
+    EXPECT_EQ(list.status, status);
+    EXPECT_EQ(list.body, "") << status;
+    const Response event = refusal(method + "/recenteqs/Quakes/ci1.html" + after_path);
+    EXPECT_EQ(event.status, status);
+    EXPECT_GT(event.body.indexOf('<', 25), 0) << status;
+  }
+}
+
+TEST(Mirror, IgnoresAQuery) {
+  MirrorProcess mirror;
+  EXPECT_EQ(Get(mirror.Port(), "/recenteqs/Maps/116-33.html?x=1 2").value().body,
+            Get(mirror.Port(), "/recenteqs/Maps/116-33.html").value().body);
+}
+
+TEST(Mirror, ShowsTheTimesOfItsOwnZone) {
+  MirrorProcess utc({}, {.variables = {"TZ=UTC"}});
+  MirrorProcess tokyo({}, {.variables = {"TZ=JST-9"}});
+  const auto newest = [](MirrorProcess &mirror) {
+    const Response page = Get(mirror.Port(), "/recenteqs/Maps/116-33.html").value();
+    const ListRow row = ReadQuakesList(page.body.toStdString()).rows.at(0);
+    return row.date + ' ' + row.time;
+  };
+  EXPECT_EQ(newest(utc), "2025/05/15 00:25:18");
+  EXPECT_EQ(newest(tokyo), "2025/05/15 09:25:18");
+}
+
+/// Lets this process open as many files as the system allows it.
+rlim_t OpenManyFiles() {
+  rlimit limit = {};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = limit.rlim_max;
+  setrlimit(RLIMIT_NOFILE, &limit);
+  return limit.rlim_cur;
+}
+
+/// One of many addresses of this computer.
+QHostAddress AddressOf(int number) { return QHostAddress(QString("127.0.1.%1").arg(number + 1)); }
+
+TEST(Mirror, ServesOthersWhenAClientTakesAllTheConnectionsItCan) {
+  ASSERT_GE(OpenManyFiles(), 1200U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {.files = {.soft = 256, .hard = 4096}});
+  std::vector<std::unique_ptr<Client>> greedy;
+  for (int i = 0; i < 600; ++i)
+    greedy.push_back(std::make_unique<Client>(mirror.Port(), QHostAddress::LocalHost, AddressOf(0)));
+  EXPECT_TRUE(greedy.back()->EndsWithin(15'000));
+  EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
+}
+
+TEST(Mirror, HoldsAThousandIdleConnectionsAndServesOn) {
+  ASSERT_GE(OpenManyFiles(), 1200U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {.files = {.soft = 256, .hard = 4096}});
+  std::vector<std::unique_ptr<Client>> idle;
+  for (int i = 0; i < 1000; ++i)
+    idle.push_back(std::make_unique<Client>(mirror.Port(), QHostAddress::LocalHost, AddressOf(i / 500)));
+  QElapsedTimer clock;
+  clock.start();
+  EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
+  EXPECT_LT(clock.elapsed(), 1000);
+  for (const auto &client : idle) {
+    client->Send("GET /recenteqs/Maps/0-0.html HTTP/1.1\r\n\r\n");
+    ASSERT_EQ(client->Read().value().status, 200);
+  }
+}
+
+TEST(Mirror, RefusesConnectionsBeforeItsFilesRunOut) {
+  ASSERT_GE(OpenManyFiles(), 400U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {.files = {.soft = 100, .hard = 100}});
+  std::vector<std::unique_ptr<Client>> clients;
+  for (int i = 0; i < 150; ++i)
+    clients.push_back(std::make_unique<Client>(mirror.Port(), QHostAddress::LocalHost, AddressOf(i / 10)));
+  clients[60]->Send("GET /recenteqs/Maps/Los_Angeles.html HTTP/1.1\r\n\r\n");
+  const Response refusal = clients[60]->Read().value();
+  EXPECT_EQ(refusal.status, 503);
+  EXPECT_EQ(refusal.body, "") << "the monitor keeps its rows";
+  EXPECT_TRUE(clients[149]->EndsWithin(15'000));
+  clients.front()->Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(clients.front()->Read().value().status, 200);
+}
+
+TEST(Mirror, RestsWhileItHasNoFilesLeftToOpen) {
+  ASSERT_GE(OpenManyFiles(), 400U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {.files = few_files});
+  ASSERT_NE(mirror.Port(), 0);
+  std::vector<std::unique_ptr<Client>> clients;
+  for (int i = 0; i < 124; ++i)
+    clients.push_back(std::make_unique<Client>(mirror.Port()));
+  clients.front()->Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(clients.front()->Read().value().status, 200);
+  const qint64 before = mirror.ProcessorMilliseconds();
+  QThread::msleep(2000);
+  EXPECT_LT(mirror.ProcessorMilliseconds() - before, 200) << "of 2000 ms, though clients wait";
+}
+
+TEST(Mirror, ServesAgainAfterItHadNoFilesLeftToOpen) {
+  ASSERT_GE(OpenManyFiles(), 400U) << "this computer allows too few open files for the test";
+  MirrorProcess mirror({}, {.files = few_files});
+  // A sanitizer that meets a type for the first time opens a pipe to look at it, which must happen before the files run
+  // out.
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
+  std::vector<std::unique_ptr<Client>> clients;
+  for (int i = 0; i < 100; ++i)
+    clients.push_back(std::make_unique<Client>(mirror.Port()));
+  clients.front()->Send("GET / HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(clients.front()->Read().value().status, 200);
+  clients.clear();
+  QThread::msleep(500);
+  EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
+}
+
+TEST(Mirror, PrintsItsOptionsAndItsVersion) {
+  MirrorProcess help({"--help"});
+  EXPECT_EQ(help.StatusWithin(5000), 0);
+  for (const char *option : {"--catalogue", "--listen", "--store", "--attended"})
+    EXPECT_TRUE(help.Output().contains(option)) << option;
+  MirrorProcess version({"--version"});
+  EXPECT_EQ(version.StatusWithin(5000), 0);
+  EXPECT_EQ(version.Output(), "borvane-mirror 2.3.5\n");
+}
+
+TEST(Mirror, RefusesWrongUsageWithStatusTwo) {
+  MirrorProcess mirror({"--frobnicate"});
+  EXPECT_EQ(mirror.StatusWithin(5000), 2);
+  EXPECT_TRUE(mirror.Errors().contains("--frobnicate"));
+  EXPECT_TRUE(mirror.Errors().contains("Usage:"));
+  EXPECT_EQ(mirror.Output(), "");
+}
+
+TEST(Mirror, LeavesAnAddressAloneThatIsNotThisComputers) {
+  MirrorProcess mirror({"--listen", "192.0.2.1:0"});
+  EXPECT_EQ(mirror.StatusWithin(5000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("cannot listen on 192.0.2.1:0: "));
+}
+
+TEST(Mirror, EndsInPeaceWhenAnotherMirrorHasThePort) {
+  MirrorProcess first;
+  const QString place = QString("127.0.0.1:%1").arg(first.Port());
+  MirrorProcess second({"--listen", place});
+  EXPECT_EQ(second.StatusWithin(5000), 0);
+  EXPECT_EQ(second.Output(), "");
+  EXPECT_TRUE(second.Errors().contains("another borvane-mirror serves " + place.toLatin1()));
+  EXPECT_EQ(Get(first.Port(), "/").value().status, 200);
+}
+
+TEST(Mirror, LeavesAForeignProgramOnThePortAlone) {
+  QTcpServer silent;
+  ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+  MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(silent.serverPort())});
+  EXPECT_EQ(mirror.StatusWithin(8000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("another program listens there"));
+  EXPECT_EQ(mirror.Output(), "");
+}
+
+TEST(Mirror, EndsWhenAMirrorOfAnotherVersionServesThePort) {
+  QTcpServer other;
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
+  MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(other.serverPort())});
+  ASSERT_TRUE(other.waitForNewConnection(5000));
+  QTcpSocket *visitor = other.nextPendingConnection();
+  visitor->write("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nContent-Length: 0\r\n\r\n");
+  visitor->waitForBytesWritten();
+  EXPECT_EQ(mirror.StatusWithin(5000), 0);
+  EXPECT_EQ(mirror.Errors(), "borvane-mirror: a borvane-mirror of another version serves 127.0.0.1:" +
+                                 QByteArray::number(other.serverPort()) +
+                                 " already: 99.0.1, this is " BORVANE_VERSION "\n");
+}
+
+TEST(Mirror, TellsAnotherWebServerOnThePortApart) {
+  QTcpServer other;
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
+  MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(other.serverPort())});
+  ASSERT_TRUE(other.waitForNewConnection(5000));
+  QTcpSocket *visitor = other.nextPendingConnection();
+  visitor->write("HTTP/1.1 200 OK\r\nServer: not-borvane-mirror/1.0\r\nContent-Length: 0\r\n\r\n");
+  visitor->waitForBytesWritten();
+  EXPECT_EQ(mirror.StatusWithin(5000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("another program listens there"));
+}
+
+}  // namespace
+}  // namespace borvane::mirror

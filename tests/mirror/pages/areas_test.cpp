@@ -1,0 +1,74 @@
+#include "pages/areas.h"
+
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+namespace borvane::mirror {
+namespace {
+
+TEST(Areas, AreAtTheirPathsOnTheirHosts) {
+  const auto is_served = [](Endpoint host, const char *path) { return FindArea(path, host) != nullptr; };
+  EXPECT_TRUE(is_served(Endpoint::Southern, "/recenteqs/Maps/Los_Angeles.html"));
+  EXPECT_TRUE(is_served(Endpoint::Southern, "/recenteqs/Maps/San_Francisco.html"));
+  EXPECT_TRUE(is_served(Endpoint::Southern, "/recenteqs/Maps/Long_Valley.html"));
+  EXPECT_TRUE(is_served(Endpoint::Southern, "/recenteqs/Maps/116-33.html"));
+  EXPECT_TRUE(is_served(Endpoint::Southern, "/recenteqs/Maps/117-33.html"));
+  EXPECT_TRUE(is_served(Endpoint::Southern, "/recenteqs/Maps/121-37.html"));
+  EXPECT_TRUE(is_served(Endpoint::Northern, "/recenteqs/Maps/Parkfield.html"));
+  EXPECT_TRUE(is_served(Endpoint::PacificNorthwest, "/recenteqs/Quakes/quakes0.html"));
+  EXPECT_TRUE(is_served(Endpoint::Memphis, "/recenteqs/Quakes/quakes0.html"));
+}
+
+TEST(Areas, HaveTheirNamesAndBoxes) {
+  std::ostringstream table;
+  for (const Area &area : Areas())
+    table << area.name << ": " << area.box.south << ' ' << area.box.north << ' ' << area.box.west << ' '
+          << area.box.east << '\n';
+  EXPECT_EQ(table.str(),
+            "Los Angeles: 33 35 -119.5 -116.5\n"
+            "San Francisco: 36.8 38.8 -123.5 -121.2\n"
+            "Long Valley: 37 38.3 -119.6 -118\n"
+            "El Centro: 32 34 -117 -115\n"
+            "San Diego: 32 34 -118 -116\n"
+            "San Jose, Salinas, Monterey: 36 38 -122 -120\n"
+            "Pacific Northwest: 45.5 49.2 -124.8 -119.5\n"
+            "Parkfield, San Andreas Fault: 35.4 36.7 -121.2 -119.8\n"
+            "Central US: 33 39.5 -95 -84\n");
+}
+
+TEST(ListPaths, AreThoseOfEveryNetworkServedOrNot) {
+  for (const char *path :
+       {"/recenteqs/Maps/Los_Angeles.html", "/recenteqs/Maps/116-33.html", "/recenteqs/Maps/None.html",
+        "/recenteqs/Quakes/quakes0.html", "/recenteqs_sub/", "/recenteqs/eqs_all.htm",
+        "/req2webdir/recenteqs/Quakes/quakes0.html", "/LCSN/recenteqs/Quakes/quakes0.html",
+        "/eqcenter/recenteqsww/Quakes/quakes_all.php", "/eqcenter/recenteqsww/Quakes/quakes_big.php"})
+    EXPECT_TRUE(IsListPath(path)) << path;
+  for (const char *path : {"", "/", "/recenteqs/Quakes/", "/recenteqs/Quakes/ci1.html", "/recenteqs/Quakes/quakes0.htm",
+                           "/recenteqs/Maps", "/borvane/", "/x/recenteqs/Maps/116-33.html"})
+    EXPECT_FALSE(IsListPath(path)) << path;
+}
+
+TEST(Areas, ThatShareAPathAreToldApartByTheHost) {
+  EXPECT_STREQ(FindArea("/recenteqs/Quakes/quakes0.html", Endpoint::Memphis)->name, "Central US");
+  EXPECT_STREQ(FindArea("/recenteqs/Quakes/quakes0.html", Endpoint::PacificNorthwest)->name, "Pacific Northwest");
+  EXPECT_EQ(FindArea("/recenteqs/Quakes/quakes0.html", Endpoint::Southern), nullptr);
+}
+
+TEST(Areas, AreServedToAnUnknownHostWhereOnlyOneHasThePath) {
+  EXPECT_STREQ(FindArea("/recenteqs/Maps/Parkfield.html", std::nullopt)->name, "Parkfield, San Andreas Fault");
+  EXPECT_EQ(FindArea("/recenteqs/Quakes/quakes0.html", std::nullopt), nullptr);
+}
+
+TEST(Areas, HoldTheEventsOnTheEdgesOfTheirBoxes) {
+  const Box box = {.south = 33, .north = 35, .west = -119, .east = -117};
+  EXPECT_TRUE(box.Contains(33, -119));
+  EXPECT_TRUE(box.Contains(35, -117));
+  EXPECT_FALSE(box.Contains(32.999, -118));
+  EXPECT_FALSE(box.Contains(35.001, -118));
+  EXPECT_FALSE(box.Contains(34, -119.001));
+  EXPECT_FALSE(box.Contains(34, -116.999));
+}
+
+}  // namespace
+}  // namespace borvane::mirror

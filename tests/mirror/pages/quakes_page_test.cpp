@@ -1,0 +1,194 @@
+#include "pages/quakes_page.h"
+
+#include <gtest/gtest.h>
+
+#include "catalogue/sample.h"
+#include "pages/areas.h"
+#include "pages/figures.h"
+#include "pages/text.h"
+#include "support/mirror/quakes_list_reader.h"
+#include "support/mirror/time_zone.h"
+
+namespace borvane::mirror {
+namespace {
+
+Event Yucaipa() {
+  return {.id = "ci14155392",
+          .origin_time = 1118932584000,
+          .latitude = 34.049,
+          .longitude = -116.990,
+          .depth = 11.6,
+          .magnitude = 1.6,
+          .place = "6km ENE of Yucaipa, CA",
+          .network = "ci",
+          .kind = "earthquake"};
+}
+
+QByteArray PageOf(std::vector<Event> events) {
+  return QuakesPage("Test", Catalogue(std::move(events)), [](const Event &) { return true; });
+}
+
+ListReading ReadingOf(std::vector<Event> events) { return ReadQuakesList(PageOf(std::move(events)).toStdString()); }
+
+TEST(QuakesPage, WritesARowInTheFormThatTheScannerReads) {
+  const TimeZone zone("UTC");
+  const QByteArray row =
+      "\n<A HREF=\"/recenteqs/Maps/116-34.html\">map</A> 1.6  "
+      "<A HREF=\"/recenteqs/Quakes/ci14155392.html\">2005/06/16 14:36:24 34.049N 116.990W 11.6</A>"
+      "    6 km ( 4 mi) ENE of Yucaipa, CA\n";
+  EXPECT_TRUE(PageOf({Yucaipa()}).contains(row)) << PageOf({Yucaipa()}).constData();
+}
+
+TEST(QuakesPage, GivesEveryFieldOfARowBackToTheScanner) {
+  const TimeZone zone("UTC");
+  const ListReading reading = ReadingOf({Yucaipa()});
+  EXPECT_EQ(reading.fault, "");
+  ASSERT_EQ(reading.rows.size(), 1U);
+  const ListRow expected = {.magnitude = "1.6",
+                            .date = "2005/06/16",
+                            .time = "14:36:24",
+                            .latitude = "34.049N",
+                            .longitude = "116.990W",
+                            .depth = "11.6",
+                            .place = "6 km ( 4 mi) ENE of Yucaipa, CA",
+                            .link = "recenteqs/Quakes/ci14155392.html"};
+  EXPECT_EQ(reading.rows[0], expected);
+}
+
+TEST(QuakesPage, ShowsTheTimeOfTheComputersOwnZone) {
+  const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+  const ListReading reading = ReadingOf({Yucaipa()});
+  ASSERT_EQ(reading.rows.size(), 1U);
+  EXPECT_EQ(reading.rows[0].date + ' ' + reading.rows[0].time, "2005/06/16 07:36:24");
+}
+
+TEST(QuakesPage, PutsTheNewestEventFirst) {
+  Event older = Yucaipa();
+  older.id = "older";
+  older.origin_time -= 1000;
+  const ListReading reading = ReadingOf({older, Yucaipa()});
+  ASSERT_EQ(reading.rows.size(), 2U);
+  EXPECT_EQ(reading.rows[0].link, "recenteqs/Quakes/ci14155392.html");
+  EXPECT_EQ(reading.rows[1].link, "recenteqs/Quakes/older.html");
+}
+
+TEST(QuakesPage, LeavesOutAnEventWithoutAMagnitude) {
+  Event event = Yucaipa();
+  event.magnitude.reset();
+  const ListReading reading = ReadingOf({event});
+  EXPECT_TRUE(reading.rows.empty());
+  EXPECT_EQ(reading.fault, "");
+}
+
+TEST(QuakesPage, HasAPageWithoutRowsThatEndsNormally) {
+  const ListReading reading = ReadingOf({});
+  EXPECT_TRUE(reading.rows.empty());
+  EXPECT_EQ(reading.fault, "");
+  EXPECT_FALSE(PageOf({}).isEmpty());
+}
+
+TEST(QuakesPage, LeavesTheDepthEmptyWhenItIsNotKnown) {
+  Event event = Yucaipa();
+  event.depth.reset();
+  const ListReading reading = ReadingOf({event});
+  ASSERT_EQ(reading.rows.size(), 1U);
+  EXPECT_EQ(reading.rows[0].depth, "");
+  EXPECT_EQ(reading.rows[0].longitude, "116.990W");
+  EXPECT_EQ(reading.rows[0].place, "6 km ( 4 mi) ENE of Yucaipa, CA");
+}
+
+TEST(QuakesPage, HasRoomForEveryMagnitudeThatAnEventMayHave) {
+  for (const auto &[magnitude, text] : {std::pair(-9.9, "-9.9"), std::pair(-0.5, "-0.5"), std::pair(-0.04, "0.0"),
+                                        std::pair(0.0, "0.0"), std::pair(10.2, "10.2"), std::pair(99.9, "99.9")}) {
+    Event event = Yucaipa();
+    event.magnitude = magnitude;
+    Event second = event;
+    second.id = "second";
+    const ListReading reading = ReadingOf({event, second});
+    EXPECT_EQ(reading.fault, "");
+    ASSERT_EQ(reading.rows.size(), 2U);
+    EXPECT_EQ(reading.rows[0].magnitude, text);
+    EXPECT_EQ(reading.rows[1].magnitude, text);
+  }
+}
+
+TEST(QuakesPage, KeepsItsRowsInShapeWhateverThePlaceSays) {
+  const QStringList places = {
+      "",
+      "Hawaii",
+      "a < b > c & d \" e ' f = g",
+      "</A><A HREF=\"/recenteqs/Quakes/fake.html\">2005/01/01 00:00:00 1 2 3</A>",
+      "/recenteqs/Quakes/fake.html",
+      "<script>alert(1)</script>",
+      "two\nlines\r\nand\ta tab",
+      QString("null") + QChar(0) + "character",
+      "Norðurþing, Acarí, Ōita, ʻŌlaʻa, Bāndar, \U0001F30B",
+      QString(100000, 'x'),
+  };
+  std::vector<Event> events;
+  for (const QString &place : places) {
+    Event event = Yucaipa();
+    event.id = QString("id%1").arg(events.size());
+    event.place = place;
+    events.push_back(event);
+  }
+  const ListReading reading = ReadingOf(events);
+  EXPECT_EQ(reading.fault, "");
+  ASSERT_EQ(reading.rows.size(), events.size());
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    EXPECT_EQ(reading.rows[i].link, "recenteqs/Quakes/id" + std::to_string(i) + ".html");
+    EXPECT_EQ(reading.rows[i].depth, "11.6");
+    EXPECT_EQ(reading.rows[i].magnitude, "1.6");
+    const QByteArray place = RowText(places[static_cast<qsizetype>(i)]);
+    EXPECT_EQ(reading.rows[i].place, place.toStdString());
+  }
+}
+
+TEST(QuakesPage, LinksEachRowToAMapPageByWholeDegrees) {
+  Event event = Yucaipa();
+  event.latitude = -17.9;
+  event.longitude = 178.6;
+  EXPECT_TRUE(PageOf({event}).contains("<A HREF=\"/recenteqs/Maps/-178--17.html\">map</A>"))
+      << PageOf({event}).constData();
+}
+
+/// Each area of the table, with the whole sample.
+class SampleAreas : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(SampleAreas, ComeBackFromTheScannerAsTheyWentIn) {
+  const TimeZone zone("JST-9");
+  const Area &area = Areas()[GetParam()];
+  const Catalogue catalogue(SampleEvents());
+  const auto belongs = [&](const Event &event) { return area.box.Contains(event.latitude, event.longitude); };
+  const ListReading reading = ReadQuakesList(QuakesPage(area.name, catalogue, belongs).toStdString());
+  EXPECT_EQ(reading.fault, "");
+
+  std::vector<ListRow> expected;
+  for (const Event &event : catalogue.events()) {
+    if (!belongs(event))
+      continue;
+    const std::string time = LocalTimeText(event.origin_time).toStdString();
+    expected.push_back({.magnitude = MagnitudeText(event.magnitude.value()).toStdString(),
+                        .date = time.substr(0, 10),
+                        .time = time.substr(11),
+                        .latitude = LatitudeText(event.latitude).toStdString(),
+                        .longitude = LongitudeText(event.longitude).toStdString(),
+                        .depth = DepthText(event.depth).toStdString(),
+                        .place = PageText(PlaceWithMiles(event.place)).toStdString(),
+                        .link = "recenteqs/Quakes/" + event.id.toStdString() + ".html"});
+  }
+  EXPECT_GE(expected.size(), 10U);
+  EXPECT_EQ(reading.rows, expected);
+}
+
+/// The area's name with nothing but letters, as a test's name has it.
+std::string NameOf(const testing::TestParamInfo<std::size_t> &info) {
+  std::string name = Areas()[info.param].name;
+  std::erase_if(name, [](char c) { return c < 'A' || c > 'z'; });
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SampleAreas, testing::Range<std::size_t>(0, Areas().size()), NameOf);
+
+}  // namespace
+}  // namespace borvane::mirror

@@ -1,0 +1,110 @@
+#include <functional>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "bars/colors.h"
+#include "core/program.h"
+#include "support/program/watching_rig.h"
+
+namespace borvane {
+namespace {
+
+TEST(ColorBox, GoesOnToTheNextColorAtEachClick) {
+  WatchingRig rig;
+  for (int click = 1; click <= 15; ++click) {
+    rig.clear_trace();
+    rig.click(conffrm->Picture1(1));
+    EXPECT_EQ(conffrm->Picture1(1).BackColor(), ColorFromCode(click)) << click;
+    EXPECT_EQ(conffrm->Label1(14).Caption(), std::to_string(click));
+    EXPECT_EQ(rig.trace(), Lines{"write Color1= " + std::to_string(click)});
+  }
+}
+
+TEST(ColorBox, IsBlackTwiceAfterTheLastColor) {
+  RecordProperty("quirk", "code-sixteen-is-black");
+  WatchingRig rig;
+  for (int click = 1; click <= 18; ++click) {
+    rig.click(conffrm->Picture1(0));
+    if (click == 16 || click == 17) {
+      EXPECT_EQ(conffrm->Picture1(0).BackColor(), 0u) << click;
+    }
+  }
+  const Lines writes = rig.trace({"write"});
+  ASSERT_EQ(writes.size(), 18u);
+  EXPECT_EQ(Lines(writes.begin() + 14, writes.end()),
+            (Lines{"write Color0= 15", "write Color0= 16", "write Color0= 0", "write Color0= 1"}));
+}
+
+TEST(ColorBox, StartsAtCodeOneInEveryRun) {
+  RecordProperty("quirk", "color-codes-start-at-zero");
+  Rig rig;
+  rig.store()["Color1"] = " 12";
+  rig.start();
+  EXPECT_EQ(conffrm->Picture1(1).BackColor(), 0xFFA43Cu);
+  rig.move_mouse_over(conffrm->Picture1(1));
+  EXPECT_EQ(conffrm->Label1(14).Caption(), "0");
+  rig.click(conffrm->Picture1(1));
+  EXPECT_EQ(conffrm->Picture1(1).BackColor(), 0xFF0000u);
+  EXPECT_EQ(conffrm->Label1(14).Caption(), "1");
+}
+
+TEST(ColorBox, HasACodeOfItsOwn) {
+  WatchingRig rig;
+  rig.click(conffrm->Picture1(0));
+  rig.click(conffrm->Picture1(2));
+  rig.click(conffrm->Picture1(2));
+  EXPECT_EQ(rig.trace({"write"}), (Lines{"write Color0= 1", "write Color2= 1", "write Color2= 2"}));
+  for (const auto &[box, code] : {std::pair(0, "1"), std::pair(1, "0"), std::pair(2, "2")}) {
+    rig.move_mouse_over(conffrm->Picture1(box));
+    EXPECT_EQ(conffrm->Label1(14).Caption(), code) << box;
+  }
+}
+
+TEST(ColorBox, ShowsItsCodeInWholeNumbersBeyondTheTable) {
+  WatchingRig rig;
+  Module1->ColorCodes[0] = 300;
+  rig.click(conffrm->Picture1(0));
+  EXPECT_EQ(rig.trace(), Lines{"write Color0= 0"});
+}
+
+/// What an event does with that face up and that value of "Colorize Bar tags".
+Lines WithFace(std::uint8_t face, int colorize, const std::function<void(Rig &)> &event) {
+  WatchingRig rig;
+  conffrm->Check3.Value = colorize;
+  Module1->BarMode = face;
+  rig.clear_trace();
+  event(rig);
+  return rig.trace();
+}
+
+TEST(ColorBox, RepaintsTheBarThatIsUpWhileTagsAreColored) {
+  const auto click = [](Rig &rig) { rig.click(conffrm->Picture1(0)); };
+  EXPECT_EQ(WithFace(face_short_bar, 1, click), (Lines{"write Color0= 1", "load Form1"}));
+  EXPECT_EQ(WithFace(face_long_bar, 1, click), (Lines{"write Color0= 1", "load newTagFrm"}));
+  EXPECT_EQ(WithFace(face_records, 1, click), Lines{"write Color0= 1"});
+  for (const int off : {0, 2}) {
+    EXPECT_EQ(WithFace(face_short_bar, off, click), Lines{"write Color0= 1"}) << off;
+    EXPECT_EQ(WithFace(face_long_bar, off, click), Lines{"write Color0= 1"}) << off;
+  }
+}
+
+TEST(ColorizeBox, IsStoredAndRepaintsTheBarThatIsUpWhenTheMouseIsReleased) {
+  const auto release = [](Rig &rig) { rig.release_mouse_on(conffrm->Check3); };
+  EXPECT_EQ(WithFace(face_records, 1, release), Lines{"write Colorize= 1"});
+  EXPECT_EQ(WithFace(face_short_bar, 1, release), (Lines{"write Colorize= 1", "load Form1"}));
+  EXPECT_EQ(WithFace(face_long_bar, 1, release), (Lines{"write Colorize= 1", "load newTagFrm"}));
+  EXPECT_EQ(WithFace(face_short_bar, 0, release), (Lines{"write Colorize= 0", "load Form1"}));
+  EXPECT_EQ(WithFace(face_long_bar, 0, release), (Lines{"write Colorize= 0", "load newTagFrm"}));
+}
+
+TEST(ColorizeBox, StoresNothingWhenTheKeyboardTicksIt) {
+  RecordProperty("quirk", "two-boxes-act-on-the-mouse-alone");
+  for (const std::uint8_t face : {face_records, face_short_bar, face_long_bar})
+    EXPECT_TRUE(WithFace(face, 0, [](Rig &rig) { rig.tick_off(conffrm->Check3, 1); }).empty());
+  EXPECT_TRUE(WithFace(face_records, 0, [](Rig &rig) { rig.tick_off(conffrm->Check2, 1); }).empty());
+}
+
+}  // namespace
+}  // namespace borvane

@@ -1,0 +1,72 @@
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "core/registry.h"
+#include "desktop/appearance.h"
+#include "desktop/services/region.h"
+#include "desktop/settings/settings_file_store.h"
+#include "support/desktop/windows_on_show.h"
+
+namespace {
+
+/// What Qt warns of is a fault of the program, but for what a screen without a window manager cannot do.
+void FailOnWarning(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &message) {
+  if (!message.startsWith(QLatin1String("This plugin does not support")))
+    ADD_FAILURE() << message.toStdString();
+}
+
+/// Another Borvane that writes settings, for the tests of several at once: arguments are the file, a number of its own
+/// and how many values.
+int WriteSettings(const char *file, const std::string &writer, int values) {
+  borvane::SettingsFileStore store(QString::fromLocal8Bit(file));
+  for (int value = 0; value < values; ++value) {
+    const std::string name = "W" + writer + "-" + std::to_string(value);
+    store.Write(borvane::program_key, name, "done");
+  }
+  store.Finish();
+  return 0;
+}
+
+/// The region is that of the environment at the start of a process: prints its decimal separator.
+int PrintDecimalSeparator() {
+  borvane::DesktopRegion region;
+  std::printf("%c", region.DecimalSeparator());
+  return 0;
+}
+
+}  // namespace
+
+// The windows are real, their screen is not: nothing of these tests shows up on a desktop or depends on one. With
+// --show-windows the system tests see a few of them on a screen with a window manager.
+int main(int argc, char *argv[]) {
+  const bool shows_windows = argc == 2 && std::string_view(argv[1]) == "--show-windows";
+  if (!shows_windows)
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  // No test comes near the settings of whoever runs it.
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));
+  // Nor does it make a noise.
+  qputenv("PULSE_SERVER", "unix:/nonexistent/no-sound");
+  const QApplication application(argc, argv);
+  if (argc == 5 && std::string_view(argv[1]) == "--write-settings")
+    return WriteSettings(argv[2], argv[3], std::stoi(argv[4]));
+  if (argc == 2 && std::string_view(argv[1]) == "--decimal-separator")
+    return PrintDecimalSeparator();
+  borvane::SetAppearance();
+  if (shows_windows)
+    return borvane::ShowWindows();
+
+  // Nothing of a test is left over, also when a program is killed that it has started.
+  const QTemporaryDir folder;
+  qputenv("TMPDIR", QFile::encodeName(folder.path()));
+
+  testing::InitGoogleTest(&argc, argv);
+  qInstallMessageHandler(FailOnWarning);
+  return RUN_ALL_TESTS();
+}

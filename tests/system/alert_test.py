@@ -1,0 +1,83 @@
+#!/usr/bin/env python3
+"""The alert's popup among other windows."""
+import unittest
+
+from alerting import MAGNITUDE, POPUP, AlertingTest
+
+
+class Alert(AlertingTest):
+    def stacking(self):
+        """The numbers of the windows, the lowest first."""
+        return [int(number, 16) for number in
+                self.desk.x("xprop", "-root", "_NET_CLIENT_LIST_STACKING").partition("#")[2].split(",")]
+
+    def start_other_program(self):
+        """A window of another program; its number."""
+        name = "Another Program"
+        self.desk.start("xev", "-geometry", "1000x700+100+100", "-name", name)
+        self.wait_until("its window", lambda: self.desk.x("xdotool", "search", "--onlyvisible", "--name", name))
+        return self.desk.x("xdotool", "search", "--onlyvisible", "--name", name).split()[0]
+
+    def active_window(self):
+        return self.desk.x("xdotool", "getactivewindow").strip()
+
+    def test_the_popup_is_above_all_windows_and_leaves_the_keyboard_alone(self):
+        other = self.start_other_program()
+        monitor = self.start_alerting()
+        self.server.hold()
+        monitor.press_key("r")
+        self.wait_until("the request", self.server.pages_requested)
+        self.desk.activate(other)
+        self.server.release()
+
+        popup = self.desk.window(monitor.program, POPUP)
+        self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
+        self.assertEqual(other, self.active_window())
+        self.assertEqual(int(popup), self.stacking()[-1])
+
+        self.desk.activate(monitor.window)
+        self.desk.activate(other)
+        self.assertEqual(int(popup), self.stacking()[-1])
+
+    def test_the_popup_that_is_open_is_not_activated_by_the_next_alert(self):
+        monitor = self.start_alerting()
+        popup = self.raise_alert(monitor)
+        self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
+        self.assertEqual(popup, self.raise_alert(monitor))
+        self.assertEqual(monitor.window, self.active_window())
+
+    def test_the_popup_wanders(self):
+        monitor = self.start_alerting()
+        places = set()
+
+        def has_wandered():
+            # A shaking has 0 to 599 steps.
+            places.add(self.place(self.raise_alert(monitor)))
+            return len(places) > 2
+        self.wait_until("the popup at several places", has_wandered)
+        for x, y in places:
+            self.assertLess(abs(x - 640) + abs(y - 512), 600, "it wanders off in small steps")
+
+    def test_the_magnitude_opens_the_page_of_the_area_by_the_keyboard(self):
+        opened = self.catch_browser()
+        monitor = self.start_alerting()
+        popup = self.raise_alert(monitor)
+        self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
+        self.assertIsNotNone(self.desk.look(monitor.program, MAGNITUDE, "push button"))
+        self.desk.activate(popup)
+        self.desk.press("Tab", "space")
+        self.wait_until("the browser", opened.exists)
+        self.assertEqual(f"http://{self.server.address}/recenteqs/Maps/Los_Angeles.html\n", opened.read_text())
+
+    def test_a_popup_that_was_closed_comes_again(self):
+        monitor = self.start_alerting()
+        popup = self.raise_alert(monitor)
+        self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
+        self.desk.activate(popup)
+        self.desk.press("alt+F4")
+        self.wait_until("the popup to close", lambda: not any(POPUP in title for title in self.desk.windows(monitor.program)))
+        self.raise_alert(monitor)
+
+
+if __name__ == "__main__":
+    unittest.main()
