@@ -38,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(StopSignals, EachStopSignal, testing::Values(SIGTERM, S
 TEST_P(EachStopSignal, LeavesTheStoreInOneFile) {
   const std::unique_ptr<MirrorProcess> mirror = Start();
   mirror->Signal(GetParam());
-  EXPECT_EQ(mirror->StatusWithin(15'000), 0);
+  EXPECT_EQ(mirror->StatusWithin(30'000), 0);
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("service.sqlite"));
   EXPECT_EQ(Ask(*Start(), "geta&map=A"), "felt\nfelt\n");
 }
@@ -47,7 +47,7 @@ TEST_F(StoppedMirror, LeavesAFileAloneThatWasMovedOverItsStore) {
   {
     const std::unique_ptr<MirrorProcess> first = Start();
     first->Signal(SIGTERM);
-    ASSERT_EQ(first->StatusWithin(15'000), 0);
+    ASSERT_EQ(first->StatusWithin(30'000), 0);
   }
   const QString backup = folder_.filePath("backup.sqlite");
   ASSERT_TRUE(QFile::copy(file_, backup));
@@ -56,7 +56,7 @@ TEST_F(StoppedMirror, LeavesAFileAloneThatWasMovedOverItsStore) {
     EXPECT_EQ(Ask(*mirror, "puta&map=" + QByteArray::number(i) + "&strout=" + QByteArray(900, 'x')), "ok");
   EXPECT_EQ(std::rename(QFile::encodeName(backup).constData(), QFile::encodeName(file_).constData()), 0);
   mirror->Signal(SIGTERM);
-  EXPECT_EQ(mirror->StatusWithin(15'000), 0);
+  EXPECT_EQ(mirror->StatusWithin(30'000), 0);
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("service.sqlite"));
   EXPECT_EQ(Ask(*Start(), "geta&map=A"), "felt\nfelt\n");
 }

@@ -17,7 +17,7 @@ import time
 from pathlib import Path
 
 LISTS = ("table", "tree", "tree table")  # the roles of lists; their cells are not controls
-TIMEOUT = 20  # seconds until what a test waits for counts as missing; a busy machine is slow
+TIMEOUT = 60  # seconds until what a test waits for counts as missing; a busy machine is slow
 
 FONTS = """<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">

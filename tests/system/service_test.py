@@ -120,7 +120,7 @@ class Service(SystemTest):
 
     def ask(self, query):
         """What the service answers another client."""
-        with socket.create_connection(("127.0.0.1", self.mirror_port), timeout=10) as client:
+        with socket.create_connection(("127.0.0.1", self.mirror_port), timeout=60) as client:
             client.sendall(f"GET {SCRIPT}?{query} HTTP/1.1\r\nHost: maker.localhost\r\nConnection: close\r\n\r\n".encode())
             answer = b"".join(iter(lambda: client.recv(65536), b""))
         return answer.partition(b"\r\n\r\n")[2]

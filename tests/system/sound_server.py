@@ -7,7 +7,7 @@ import tempfile
 from array import array
 from pathlib import Path
 
-from desk import wait_for
+from desk import TIMEOUT, wait_for
 
 RATE = 48000  # samples a second
 SILENT = 300  # samples below it are silence
@@ -40,7 +40,7 @@ class SoundServer:
         return server
 
     def _pactl(self, *command):
-        return subprocess.run(["pactl", "-s", self.address, *command], capture_output=True, text=True, timeout=20).stdout
+        return subprocess.run(["pactl", "-s", self.address, *command], capture_output=True, text=True, timeout=TIMEOUT).stdout
 
     def record(self):
         """Starts a recording and returns it when it grows."""
@@ -63,7 +63,7 @@ class Recording:
         def is_over():
             samples = self.samples()
             return loud(samples) and not loud(samples[-RATE:])
-        wait_for("the end of the sound", is_over, timeout=60)
+        wait_for("the end of the sound", is_over, timeout=120)
 
     def sound(self):
         """The samples from the first to the last that is loud."""
@@ -84,7 +84,7 @@ def longest_gap(sound):
 
 
 def frequency(samples):
-    """The frequency of a tone, in hertz, by its rises through zero."""
+    """The frequency of a tone, in hertz, by its rises through zero; 0 without two of them."""
     rises = [place - samples[place] / (samples[place] - samples[place - 1])
              for place in range(1, len(samples)) if samples[place - 1] < 0 <= samples[place]]
-    return (len(rises) - 1) * RATE / (rises[-1] - rises[0])
+    return (len(rises) - 1) * RATE / (rises[-1] - rises[0]) if len(rises) > 1 else 0

@@ -15,7 +15,7 @@ ROW = re.compile(r'</A> *(\S+) +<A HREF="/([^"]+)">(\S+) (\S+) (\S+) (\S+) ([^<]
 def rows_of_page(port):
     """The rows as the page's reader sees them: magnitude, date, time, latitude, longitude, depth, place, link."""
     request = urllib.request.Request(f"http://127.0.0.1:{port}{PATH}", headers={"Host": "southern.localhost"})
-    with urllib.request.urlopen(request, timeout=10) as answer:
+    with urllib.request.urlopen(request, timeout=60) as answer:
         page = answer.read().decode("windows-1252")
     return [[magnitude, *when_and_where, html.unescape(place.strip()), link]
             for magnitude, link, *when_and_where, place in ROW.findall(page)]

@@ -27,7 +27,7 @@ std::optional<CurlLibrary> CurlWithoutRoom() {
   return curl;
 }
 
-constexpr int timeout = 10'000;  // milliseconds
+constexpr int timeout = 60'000;  // milliseconds
 
 /// A server that takes every connection and never answers.
 class SilentServer {

@@ -19,7 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
 
-constexpr int timeout = 10'000;  // milliseconds
+constexpr int timeout = 60'000;  // milliseconds
 
 /// Fetches `address` and returns the text, or "failed".
 std::string Fetch(RecordedFetcher &http, std::string_view address) {

@@ -10,7 +10,7 @@
 namespace borvane {
 namespace {
 
-constexpr int timeout = 20'000;  // milliseconds
+constexpr int timeout = 60'000;  // milliseconds
 
 TEST(DesktopHttpTransfer, KeepsTheTextUntilItIsTaken) {
   ScriptedServer server(Serves("page", "404 Not Found"));

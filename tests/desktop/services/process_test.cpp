@@ -70,7 +70,7 @@ TEST(QtMessageBox, LetsEventsRunWhileItAsks) {
   sample->Timer1.Timer = [&] { ++ticks; };
   sample->Timer1.Interval = 5;
   WhenItOpens([&](QMessageBox &box) {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 3; }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 3; }, 20'000));
     Press(box, QMessageBox::No);
   });
   Ask(MessageButtons::YesNo);

@@ -115,7 +115,7 @@ TEST_F(SettingsWhileLocked, AreNamedWhenTheyAreLostAtTheEndOfTheProcess) {
   EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
 }
 
-TEST_F(SettingsWhileLocked, AreAllWrittenByEightBorvanesAtOnce) {
+TEST_F(SettingsWhileLocked, AreAllWrittenOrNamedByEightBorvanesAtOnce) {
   constexpr int writers = 8;
   constexpr int values = 40;
   QByteArray content = "[General]\n";
@@ -129,10 +129,18 @@ TEST_F(SettingsWhileLocked, AreAllWrittenByEightBorvanesAtOnce) {
   std::vector<std::unique_ptr<QProcess>> processes;
   for (int writer = 0; writer < writers; ++writer)
     processes.push_back(StartWriter(writer, values));
-  for (const auto &process : processes)
-    EXPECT_EQ(ReportOf(*process), "");
-
-  EXPECT_EQ(ReadFile(), content.replace("=none", "=done"));
+  // On a disk that takes long for each write, the last value of one may not get its turn before the process ends.
+  QByteArray expected = QByteArray(content).replace("=none", "=done");
+  for (const auto &process : processes) {
+    const QByteArray report = ReportOf(*process).trimmed();
+    if (report.isEmpty())
+      continue;
+    for (const QByteArray &name : report.sliced(report.lastIndexOf(": ") + 2).split(',')) {
+      ASSERT_TRUE(expected.contains('\n' + name.trimmed() + "=done\n")) << report.constData();
+      expected.replace('\n' + name.trimmed() + "=done\n", '\n' + name.trimmed() + "=none\n");
+    }
+  }
+  EXPECT_EQ(ReadFile(), expected);
 }
 
 }  // namespace

@@ -181,7 +181,7 @@ TEST_F(ListViewOnScreen, PaintsOncePerRefresh) {
   list().ListItems.Clear();
   for (int i = 0; i < 10'000; ++i)
     list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }, 20'000));
   QTest::qWait(50);
 
   EXPECT_EQ(counter.paints, 1);
@@ -200,7 +200,7 @@ TEST_F(ListViewOnScreen, PaintsOnlyTheRowsInSight) {
   QTest::qWait(50);
   for (int i = 0; i < 10'000; ++i)
     list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
-  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.cells > 0; }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.cells > 0; }, 20'000));
   QTest::qWait(50);
 
   const int rows_in_sight = view().viewport()->height() / view().visualRect(view().model()->index(0, 0)).height() + 1;

@@ -26,8 +26,8 @@ class TimerOnDesktop : public testing::Test {
 TEST_F(TimerOnDesktop, TicksThoughItsWindowHasNeverBeenShown) {
   sample->Timer1.Interval = 5;
 
-  EXPECT_TRUE(ticks_within(2000));
-  EXPECT_TRUE(ticks_within(2000));
+  EXPECT_TRUE(ticks_within(20'000));
+  EXPECT_TRUE(ticks_within(20'000));
 }
 
 TEST_F(TimerOnDesktop, StopsWhenItIsDisabledAndGoesOnWhenItIsEnabled) {
@@ -36,7 +36,7 @@ TEST_F(TimerOnDesktop, StopsWhenItIsDisabledAndGoesOnWhenItIsEnabled) {
   EXPECT_FALSE(ticks_within(50));
 
   sample->Timer1.Enabled = true;
-  EXPECT_TRUE(ticks_within(2000));
+  EXPECT_TRUE(ticks_within(20'000));
 }
 
 TEST_F(TimerOnDesktop, DoesNotCountWithoutAnInterval) {
@@ -56,7 +56,7 @@ TEST_F(TimerOnDesktop, IsNotEnteredAgainWhileItsHandlerLetsEventsRun) {
     --depth;
   };
   sample->Timer1.Interval = 5;
-  EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 1; }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 1; }, 20'000));
 
   EXPECT_EQ(deepest, 1);
 }
@@ -67,7 +67,7 @@ TEST_F(TimerOnDesktop, MayUnloadItsOwnWindow) {
     sample.Unload();
   };
   sample->Timer1.Interval = 5;
-  EXPECT_TRUE(ticks_within(2000));
+  EXPECT_TRUE(ticks_within(20'000));
 
   EXPECT_EQ(sample.IfLoaded(), nullptr);
   EXPECT_FALSE(ticks_within(50));

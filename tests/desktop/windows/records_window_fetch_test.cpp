@@ -18,7 +18,7 @@
 namespace borvane {
 namespace {
 
-constexpr int timeout = 10'000;  // milliseconds
+constexpr int timeout = 60'000;  // milliseconds
 
 std::string PageOf(int rows) {
   std::string page = "<PRE>\n";

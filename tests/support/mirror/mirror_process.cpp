@@ -11,7 +11,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr int timeout_ms = 10'000;
+constexpr int timeout_ms = 60'000;
 
 }  // namespace
 
