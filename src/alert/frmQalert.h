@@ -20,6 +20,7 @@ struct QuakeAlertForm : FormBase {
                 .Top = 120,
                 .Width = 1590,
                 .Height = 450,
+                .FontName = "MS Sans Serif",
                 .FontSize = 18,
                 .Bold = true,
                 .ForeColor = color_highlight_text,

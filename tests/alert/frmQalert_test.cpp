@@ -26,6 +26,7 @@ TEST(QuakeAlertForm, HasItsDesign) {
   EXPECT_EQ(form.Label1.alignment(), Alignment::Center);
   EXPECT_TRUE(form.Label1.word_wrap());
   EXPECT_TRUE(form.Label1.Bold());
+  EXPECT_EQ(form.Label1.FontName(), "MS Sans Serif");
   EXPECT_EQ(form.Label1.FontSize(), 18);
   EXPECT_EQ(form.Label1.ForeColor(), 0x8000000E);
 

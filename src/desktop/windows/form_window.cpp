@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QWindow>
 #include <algorithm>
 
@@ -44,7 +45,13 @@ Qt::WindowFlags FrameOf(BorderStyle border) {
   }
 }
 
-QPoint PlaceOf(const FormBase &form) { return {PixelsOf(form.Left()), PixelsOf(form.Top())}; }
+/// Where the program's positions begin: the upper left corner of the first screen, wherever that is among the others.
+QPoint FirstCorner() {
+  const QScreen *screen = QGuiApplication::primaryScreen();
+  return screen == nullptr ? QPoint() : screen->geometry().topLeft();
+}
+
+QPoint PlaceOf(const FormBase &form) { return FirstCorner() + QPoint(PixelsOf(form.Left()), PixelsOf(form.Top())); }
 
 QSize ClientSizeOf(const FormBase &form) { return {PixelsOf(form.ScaleWidth()), PixelsOf(form.ScaleHeight())}; }
 
@@ -151,7 +158,7 @@ void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
   Enter([&] { form_.SetSize(TwipsOf(width()) + frame.width, TwipsOf(height()) + frame.height); });
 }
 
-void FormWindow::moveEvent(QMoveEvent * /*event*/) {
+void FormWindow::moveEvent(QMoveEvent *event) {
   if (is_released_ || pos() == PlaceOf(form_))
     return;
   // A window without a frame offers the user nothing to drag: it is where the form says, also if the window manager
@@ -159,10 +166,16 @@ void FormWindow::moveEvent(QMoveEvent * /*event*/) {
   if (form_.border() == BorderStyle::None)
     return;
   // The screen confirms a move only after a while: the form may have gone on from there, and must not be set back.
-  if (std::find(asked_places_.begin(), asked_places_.end(), pos()) != asked_places_.end())
+  const auto confirmed = std::find(asked_places_.begin(), asked_places_.end(), pos());
+  if (confirmed != asked_places_.end()) {
+    // What was asked for before has been confirmed or passed over. Qt's own notice comes before any of that.
+    if (event->spontaneous())
+      asked_places_.erase(asked_places_.begin(), confirmed);
     return;
+  }
   asked_places_.clear();
-  form_.SetPlace(TwipsOf(x()), TwipsOf(y()));
+  const QPoint place = pos() - FirstCorner();
+  form_.SetPlace(TwipsOf(place.x()), TwipsOf(place.y()));
 }
 
 void FormWindow::mouseMoveEvent(QMouseEvent *event) {
@@ -224,9 +237,10 @@ void FormWindow::ShowSize() {
 }
 
 void FormWindow::ShowPlace() {
-  constexpr std::size_t remembered_places = 16;
-  const QPoint place(form_.Left.is_set() ? PixelsOf(form_.Left()) : x(),
-                     form_.Top.is_set() ? PixelsOf(form_.Top()) : y());
+  // More than the two of each step of a shaking, none of which the screen may have confirmed at its end.
+  constexpr std::size_t remembered_places = 2'000;
+  const QPoint asked = PlaceOf(form_);
+  const QPoint place(form_.Left.is_set() ? asked.x() : x(), form_.Top.is_set() ? asked.y() : y());
   asked_places_.push_back(place);
   if (asked_places_.size() > remembered_places)
     asked_places_.pop_front();

@@ -1,11 +1,14 @@
 // The alert's popup on a screen.
 #include <QEvent>
+#include <QTimer>
+#include <QtTest/QTest>
 #include <algorithm>
 
 #include <gtest/gtest.h>
 
 #include "alert/frmQalert.h"
 #include "alert/quake_alert.h"
+#include "core/dispatch.h"
 #include "desktop/appearance.h"
 #include "settings/conffrm.h"
 #include "support/desktop/screen_rig.h"
@@ -83,6 +86,39 @@ TEST(AlertOnTheDesktop, SoundsInsideTheShaking) {
   rig.events();
   // 50 steps of 10 ms, and the popup's timer ticks after 100 ms.
   Alert(rig, 50);
+  const Lines events = rig.events();
+  EXPECT_EQ(std::count(events.begin(), events.end(), "beep 1000 10"), 1);
+}
+
+void ClosePopup() {
+  Dispatch([] { current->Unload(*frmQalert, UnloadMode::CloseBox); });
+}
+
+TEST(AlertOnTheDesktop, GoesOnUnseenWhenThePopupIsClosedDuringTheShaking) {
+  ScreenRig rig;
+  QTimer::singleShot(0, ClosePopup);
+  Alert(rig, 6);
+  Settle();
+  ASSERT_NE(frmQalert.IfLoaded(), nullptr) << "each step names it";
+  EXPECT_FALSE(frmQalert->IsShown());
+}
+
+TEST(AlertOnTheDesktop, GoesOnWhenThePopupIsClosedDuringTheAlarm) {
+  ScreenRig rig;
+  conffrm->Check2.Value = 1;
+  conffrm->Text5(1).Text = "1";
+  Alert(rig, 0);
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&look] {
+    // The alarm begins with that.
+    if (frmQalert->Timer1.Enabled())
+      return;
+    look.stop();
+    ClosePopup();
+  });
+  look.start(0);
+  ASSERT_TRUE(QTest::qWaitFor([] { return frmQalert.IfLoaded() == nullptr; }, 60'000));
+  Settle();
   const Lines events = rig.events();
   EXPECT_EQ(std::count(events.begin(), events.end(), "beep 1000 10"), 1);
 }

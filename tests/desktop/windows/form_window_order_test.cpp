@@ -1,5 +1,8 @@
 #include <QApplication>
+#include <QFile>
+#include <QProcess>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QWindow>
 
 #include <gtest/gtest.h>
@@ -105,6 +108,25 @@ TEST(FormWindowPlace, IsTheMiddleOfTheFirstScreenWhereTheDesignSaysSo) {
   Settle();
 
   EXPECT_EQ(rig.window(*notice).pos(), QPoint((screen.width() - 122) / 2, (screen.height() - 79 + 1) / 2));
+}
+
+TEST(FormWindowPlace, CountsFromTheFirstScreenWhereverThatIsAmongTheOthers) {
+  const QTemporaryDir folder;
+  QFile screens(folder.filePath("screens.json"));
+  ASSERT_TRUE(screens.open(QFile::WriteOnly));
+  screens.write(R"({"screens": [
+      {"name": "first", "x": 1920, "y": 40, "width": 1280, "height": 1024},
+      {"name": "to its left", "x": 0, "y": 0, "width": 1920, "height": 1080}]})");
+  screens.close();
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName());
+  process.setProcessEnvironment(environment);
+  process.start(QCoreApplication::applicationFilePath(), {"--places"});
+  ASSERT_TRUE(process.waitForFinished(60'000));
+
+  // In the middle, and after a move to 2000, 100.
+  EXPECT_EQ(process.readAllStandardOutput(), "8685 7087.5 2499 513\n1200 900 2000 100\n");
 }
 
 TEST(FormWindowBackground, IsTheFormsAndFollowsIt) {

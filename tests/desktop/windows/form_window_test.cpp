@@ -163,6 +163,29 @@ TEST_F(FormOnScreen, IsNotSetBackWhenTheScreenConfirmsAMoveLate) {
   EXPECT_EQ(sample->Left(), 3000);
 }
 
+TEST_F(FormOnScreen, IsNotSetBackWhenTheScreenConfirmsManyMovesLate) {
+  constexpr int steps = 600;
+  const auto place = [](int step) { return 10 + step % 7; };
+  for (int step = 0; step <= steps; ++step)
+    sample->Left = static_cast<float>(place(step)) * 15;
+  for (int step = 0; step < steps; ++step) {
+    window().windowHandle()->setFramePosition(QPoint(place(step), window().y()));
+    Settle();
+    ASSERT_EQ(sample->Left(), static_cast<float>(place(steps)) * 15) << step;
+  }
+}
+
+TEST_F(FormOnScreen, FollowsTheUserToAPlaceThatItAskedForLongAgo) {
+  sample->Left = 1500;
+  sample->Left = 3000;
+  window().windowHandle()->setFramePosition(QPoint(150, window().y()));
+  Settle();
+  window().windowHandle()->setFramePosition(QPoint(100, window().y()));
+  Settle();
+
+  EXPECT_EQ(sample->Left(), 1500);
+}
+
 TEST(FormWindowTest, IsFromItsFirstShowOnWhereTheFormWasPut) {
   const ScreenRig rig;
   sample->Left = 0;

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -11,6 +12,8 @@
 #include "desktop/appearance.h"
 #include "desktop/services/region.h"
 #include "desktop/settings/settings_file_store.h"
+#include "support/desktop/sample_form.h"
+#include "support/desktop/screen_rig.h"
 #include "support/desktop/windows_on_show.h"
 
 namespace {
@@ -40,13 +43,31 @@ int PrintDecimalSeparator() {
   return 0;
 }
 
+/// A window in the middle of the first screen of those that the environment describes: prints the form's place and the
+/// window's, and both again after a user has moved it.
+int PrintPlaces() {
+  borvane::ScreenRig rig;
+  borvane::notice->Show();
+  borvane::Settle();
+  const borvane::FormWindow &window = rig.window(*borvane::notice);
+  const auto print = [&window] {
+    std::printf("%g %g %d %d\n", borvane::notice->Left(), borvane::notice->Top(), window.x(), window.y());
+  };
+  print();
+  window.windowHandle()->setFramePosition(QPoint(2000, 100));
+  borvane::Settle();
+  print();
+  return 0;
+}
+
 }  // namespace
 
 // The windows are real, their screen is not: nothing of these tests shows up on a desktop or depends on one. With
 // --show-windows the system tests see a few of them on a screen with a window manager.
 int main(int argc, char *argv[]) {
   const bool shows_windows = argc == 2 && std::string_view(argv[1]) == "--show-windows";
-  if (!shows_windows)
+  const bool prints_places = argc == 2 && std::string_view(argv[1]) == "--places";
+  if (!shows_windows && !prints_places)
     qputenv("QT_QPA_PLATFORM", "offscreen");
   // No test comes near the settings of whoever runs it.
   const QTemporaryDir settings;
@@ -59,6 +80,8 @@ int main(int argc, char *argv[]) {
   if (argc == 2 && std::string_view(argv[1]) == "--decimal-separator")
     return PrintDecimalSeparator();
   borvane::SetAppearance();
+  if (prints_places)
+    return PrintPlaces();
   if (shows_windows)
     return borvane::ShowWindows();
 
