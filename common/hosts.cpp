@@ -8,11 +8,18 @@ namespace {
 
 constexpr std::string_view loopback_domain = ".localhost";
 
+std::string HostOfLabel(std::string_view label, std::uint16_t port) {
+  return std::string(label).append(loopback_domain) + ':' + std::to_string(port);
+}
+
 }  // namespace
 
 std::string MirrorHost(Endpoint endpoint, std::uint16_t port) {
-  const EndpointHost &row = endpoint_hosts[static_cast<std::size_t>(endpoint)];
-  return std::string(row.label).append(loopback_domain) + ':' + std::to_string(port);
+  return HostOfLabel(endpoint_hosts[static_cast<std::size_t>(endpoint)].label, port);
+}
+
+std::string MirrorSite(BrowserEndpoint endpoint, std::uint16_t port) {
+  return "http://" + HostOfLabel(browser_hosts[static_cast<std::size_t>(endpoint)].label, port);
 }
 
 std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host) {

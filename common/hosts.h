@@ -43,11 +43,34 @@ inline constexpr std::array endpoint_hosts = {
     EndpointHost{Endpoint::Maker, "Maker", "maker"},
 };
 
+/// The endpoints whose pages the monitor never reads: it opens them in the browser. The mirror plays them, too.
+enum class BrowserEndpoint {
+  StrongMotion,
+  WorldList,
+};
+
+/// The same as EndpointHost for such an endpoint.
+struct BrowserHost {
+  BrowserEndpoint endpoint;
+  std::string_view name;
+  std::string_view label;
+};
+
+/// All of them, in the order of BrowserEndpoint.
+inline constexpr std::array browser_hosts = {
+    BrowserHost{BrowserEndpoint::StrongMotion, "StrongMotion", "strongmotion"},
+    BrowserHost{BrowserEndpoint::WorldList, "WorldList", "worldlist"},
+};
+
 /// The port of the loopback address at which the mirror listens by default and the monitor expects it.
 inline constexpr std::uint16_t mirror_port = 17650;
 
 /// The host, with its port, under which a mirror on this computer plays the endpoint: "southern.localhost:17650".
 std::string MirrorHost(Endpoint endpoint, std::uint16_t port = mirror_port);
+
+/// The scheme and host, with its port, under which a mirror on this computer plays the endpoint for a browser:
+/// "http://worldlist.localhost:17650".
+std::string MirrorSite(BrowserEndpoint endpoint, std::uint16_t port = mirror_port);
 
 /// The endpoint that a mirror plays under this host, which may have a port and be in any case; nothing for all others.
 std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host);

@@ -16,6 +16,13 @@ std::string HostOf(Endpoint endpoint);
 /// The address of `path`, which begins with a slash, on the host of `endpoint`.
 std::string AddressOf(Endpoint endpoint, std::string_view path);
 
+/// The scheme and host of an endpoint for the browser: the stored ones, or else the mirror on this computer. A stored
+/// host without a scheme gets http.
+std::string SiteOf(BrowserEndpoint endpoint);
+
+/// The address of `path`, which begins with a slash, on the site of `endpoint`.
+std::string AddressOf(BrowserEndpoint endpoint, std::string_view path);
+
 /// Whether any endpoint's pages come from the mirror on this computer.
 bool UsesMirror();
 

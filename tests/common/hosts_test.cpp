@@ -26,6 +26,21 @@ TEST(EndpointHosts, HaveTheNamesUnderWhichTheSettingsKeepThem) {
   EXPECT_EQ(names, "National Southern Northern PacificNorthwest Alaska Utah Memphis Northeastern PuertoRico Maker ");
 }
 
+TEST(MirrorSite, IsAnAddressOnTheMirrorForTheBrowser) {
+  EXPECT_EQ(MirrorSite(BrowserEndpoint::StrongMotion), "http://strongmotion.localhost:17650");
+  EXPECT_EQ(MirrorSite(BrowserEndpoint::WorldList), "http://worldlist.localhost:17650");
+  EXPECT_EQ(MirrorSite(BrowserEndpoint::WorldList, 80), "http://worldlist.localhost:80");
+}
+
+TEST(BrowserHosts, AreInTheOrderOfTheirEndpointsAndHaveTheNamesOfTheSettings) {
+  std::string names;
+  for (std::size_t i = 0; i < browser_hosts.size(); ++i) {
+    EXPECT_EQ(static_cast<std::size_t>(browser_hosts[i].endpoint), i);
+    names.append(browser_hosts[i].name).append(" ");
+  }
+  EXPECT_EQ(names, "StrongMotion WorldList ");
+}
+
 TEST(EndpointOfMirrorHost, FindsEveryEndpointByItsHost) {
   for (const EndpointHost &row : endpoint_hosts)
     EXPECT_EQ(EndpointOfMirrorHost(MirrorHost(row.endpoint)), row.endpoint) << row.name;

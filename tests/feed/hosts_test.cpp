@@ -25,6 +25,25 @@ TEST(HostOf, ReturnsTheDefaultForAnEmptyText) {
   EXPECT_EQ(HostOf(Endpoint::Maker), "maker.localhost:17650");
 }
 
+TEST(SiteOf, IsTheSiteStoredUnderEachNameWithItsScheme) {
+  Rig rig;
+  for (const BrowserHost &row : browser_hosts) {
+    EXPECT_EQ(SiteOf(row.endpoint), MirrorSite(row.endpoint));
+    rig.store().Put(hosts_key, row.name, "");
+    EXPECT_EQ(SiteOf(row.endpoint), MirrorSite(row.endpoint));
+    const std::string other = "https://" + std::string(row.name) + ".example:8443";
+    rig.store().Put(hosts_key, row.name, other);
+    EXPECT_EQ(SiteOf(row.endpoint), other);
+    EXPECT_EQ(AddressOf(row.endpoint, "/x y|z"), other + "/x y|z");
+  }
+}
+
+TEST(SiteOf, GivesAHostWithoutASchemePlainHttp) {
+  Rig rig;
+  rig.store().Put(hosts_key, "WorldList", "example.org");
+  EXPECT_EQ(AddressOf(BrowserEndpoint::WorldList, "/"), "http://example.org/");
+}
+
 TEST(UsesMirror, IsTrueUntilTheStoreNamesAnotherHostForEveryEndpoint) {
   Rig rig;
   for (const EndpointHost &row : endpoint_hosts) {
