@@ -6,10 +6,6 @@ namespace borvane {
 
 namespace {
 
-constexpr Color Rgb(unsigned red, unsigned green, unsigned blue) { return red | green << 8 | blue << 16; }
-
-constexpr Color color_desktop = 0x80000001;
-
 constexpr std::array<Color, 16> colors = {
     Rgb(0, 0, 0),       Rgb(0, 0, 255),   Rgb(255, 0, 0),     Rgb(0, 255, 0),     Rgb(0, 255, 255), Rgb(255, 0, 255),
     Rgb(255, 255, 255), Rgb(255, 255, 0), color_desktop,      Rgb(127, 127, 127), Rgb(255, 0, 255), Rgb(255, 102, 0),

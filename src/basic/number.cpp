@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "basic/failure.h"
+#include "basic/text.h"
 
 namespace borvane {
 
@@ -121,6 +122,27 @@ std::optional<double> ShortNumber(std::string_view text) {
   return static_cast<double>(digits) / powers_of_ten[decimals];
 }
 
+/// Skips digits; returns whether there was one.
+bool SkipDigits(std::string_view &text) {
+  const std::size_t size = text.size();
+  text.remove_prefix(std::min(text.find_first_not_of("0123456789"), size));
+  return text.size() < size;
+}
+
+/// Whether `text` is a number from its first character to its last.
+bool IsNumber(std::string_view text) {
+  SkipSign(text);
+  const bool has_whole = SkipDigits(text);
+  const bool has_decimals = Skip(text, '.') && SkipDigits(text);
+  if (!has_whole && !has_decimals)
+    return false;
+  if (Skip(text, 'E') || Skip(text, 'e')) {
+    SkipSign(text);
+    return SkipDigits(text) && text.empty();
+  }
+  return text.empty();
+}
+
 double Rounded(double value, double lowest, double highest) {
   // The processor rounds as it starts: to the nearest, a half to even. Written so that what is no number fails too.
   const double rounded = std::nearbyint(value);
@@ -225,6 +247,13 @@ float SinglePrefix(std::string_view text) {
   if (std::abs(value) >= beyond_single)
     Fail(Failure::Overflow);
   return static_cast<float>(value);
+}
+
+float StrictSingle(std::string_view text) {
+  const std::string_view number = Trim(text);
+  if (!IsNumber(number))
+    Fail(Failure::TypeMismatch);
+  return SinglePrefix(number);
 }
 
 Integer RoundToInteger(double value) {

@@ -19,6 +19,10 @@ double SaturatedPrefix(std::string_view text);
 /// NumericPrefix, then rounded to single precision; raises an overflow beyond it.
 float SinglePrefix(std::string_view text);
 
+/// The number that all of `text` is, rounded to single precision: NumericPrefix with nothing behind it but blanks.
+/// Raises a type mismatch when it is anything else, and an overflow beyond single precision.
+float StrictSingle(std::string_view text);
+
 /// `value` rounded to a whole number, an exact half to the even neighbour. Raises an overflow when that is outside 16
 /// bits.
 Integer RoundToInteger(double value);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/color.h"
 #include "controls/control.h"
 
 namespace borvane {
@@ -37,18 +38,31 @@ class CheckBox : public Control {
     bool Enabled = true;
     bool Visible = true;
     std::string_view ToolTipText = "";
+    Color BackColor = color_button_face;
+    std::string_view SpokenName = "";  // what a screen reader calls it; empty for its caption
   };
 
   CheckBox(Container &container, std::string_view name, const Design &design, int index = no_index)
       : Control(container, name, design, index),
         Caption(*this, std::string(design.Caption)),
-        Value(*this, design.Value) {}
+        Value(*this, design.Value),
+        back_color_(design.BackColor),
+        spoken_name_(design.SpokenName) {}
+
+  /// What the box is filled with.
+  Color back_color() const { return back_color_; }
+
+  std::string_view spoken_name() const { return spoken_name_; }
 
   Property<std::string> Caption;
   Property<Integer> Value;
 
  protected:
   void Changed(const PropertyBase &property) override;
+
+ private:
+  Color back_color_;
+  std::string_view spoken_name_;
 };
 
 /// One of the choices of its container. Switching it on raises Click and switches the others of the container off.

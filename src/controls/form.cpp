@@ -1,11 +1,29 @@
 #include "controls/form.h"
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
 #include "basic/failure.h"
 #include "controls/form_set.h"
 
 namespace borvane {
 
+namespace {
+
+/// Whether the pixels of a place on the screen, in twips, fit 32 bits.
+bool FitsTheScreen(float twips) {
+  constexpr double twips_per_pixel = 15;
+  using Limits = std::numeric_limits<std::int32_t>;
+  const double pixels = std::round(twips / twips_per_pixel);
+  return pixels >= Limits::min() && pixels <= Limits::max();
+}
+
+}  // namespace
+
 Position &Position::operator=(float value) {
+  if (!FitsTheScreen(value))
+    Fail(Failure::Overflow);
   if (is_set_ && value == (*this)())
     return *this;
   is_set_ = true;
@@ -19,6 +37,7 @@ FormBase::FormBase(const Design &design)
       border_(design.Border),
       start_(design.Start),
       takes_focus_(design.TakesFocus),
+      spoken_name_(design.SpokenName),
       Caption(*this, std::string(design.Caption)),
       Left(*this, 0),
       Top(*this, 0),
@@ -27,13 +46,17 @@ FormBase::FormBase(const Design &design)
       BackColor(*this, design.BackColor),
       MousePointer(*this, pointer_normal) {}
 
-void FormBase::Show(FormBase *owner) {
+void FormBase::Show(FormBase *owner) { Appear(owner, takes_focus_); }
+
+void FormBase::ShowWithoutFocus() { Appear(nullptr, false); }
+
+void FormBase::Appear(FormBase *owner, bool with_focus) {
   is_shown_ = true;
   if (!has_been_shown_) {
     has_been_shown_ = true;
     Form_Resize();
   }
-  current->host().ShowForm(*this, owner);
+  current->host().ShowForm(*this, owner, with_focus);
 }
 
 void FormBase::Hide() {
@@ -46,6 +69,8 @@ void FormBase::Hide() {
 void FormBase::Repaint() { current->host().RepaintForm(*this); }
 
 void FormBase::KeepOnTop(bool on) { current->host().KeepOnTop(*this, on); }
+
+void FormBase::PopupMenu(Menu &menu) { current->host().ShowPopupMenu(*this, menu); }
 
 void FormBase::TakeStartPlace() {
   if (start_ != StartPlace::MiddleOfFirstScreen)

@@ -27,9 +27,10 @@ class FormHost {
   virtual void FormLoaded(FormBase &form) = 0;
   virtual void FormUnloaded(FormBase &form) = 0;
 
-  /// Shows `form`, above `owner` if there is one. A form that takes the focus is brought to the front and gets the
-  /// keyboard, even if it is open already; any other one is only shown, and nothing happens if it is open.
-  virtual void ShowForm(FormBase &form, FormBase *owner) = 0;
+  /// Shows `form`, above `owner` if there is one; a minimised one is restored. With the focus it is brought to the
+  /// front and gets the keyboard, even if it is open already; without, it is only shown, and nothing happens if it is
+  /// open.
+  virtual void ShowForm(FormBase &form, FormBase *owner, bool with_focus) = 0;
   virtual void HideForm(FormBase &form) = 0;
 
   /// Paints `form` at once if it is shown.
@@ -57,7 +58,8 @@ class Position : public Property<float> {
  public:
   using Property<float>::Property;
 
-  /// The first time, also the value that it has already is a change.
+  /// The first time, also the value that it has already is a change. Raises an overflow where its pixels need more than
+  /// 32 bits.
   Position &operator=(float value);
 
   /// Whether the program has set it.
@@ -89,7 +91,8 @@ class FormBase : public PropertyOwner, public Container {
     BorderStyle Border = BorderStyle::Sizable;
     StartPlace Start = StartPlace::Screen;  // the window manager chooses
     Color BackColor = color_button_face;
-    bool TakesFocus = true;  // whether a Show brings it to the front and gives it the keyboard
+    bool TakesFocus = true;            // whether a Show brings it to the front and gives it the keyboard
+    std::string_view SpokenName = "";  // what a screen reader calls it; empty for its caption
   };
 
   explicit FormBase(const Design &design);
@@ -97,6 +100,7 @@ class FormBase : public PropertyOwner, public Container {
   std::string_view name() const { return name_; }
   BorderStyle border() const { return border_; }
   bool takes_focus() const { return takes_focus_; }
+  std::string_view spoken_name() const { return spoken_name_; }
 
   /// What the frame adds to the client area, always: the window manager is not asked.
   Size FrameSize() const { return FrameSizeOf(border_); }
@@ -107,6 +111,10 @@ class FormBase : public PropertyOwner, public Container {
 
   /// Shows the window without waiting for it, above `owner` if one is given.
   void Show(FormBase *owner = nullptr);
+
+  /// Shows the window where it is among the others and leaves the keyboard where it is, whatever its design says: for a
+  /// window that comes back by itself.
+  void ShowWithoutFocus();
   void Hide();
 
   /// Paints the window at once if it is shown.
@@ -114,6 +122,10 @@ class FormBase : public PropertyOwner, public Container {
 
   /// Keeps the window above those of other programs, or no longer.
   void KeepOnTop(bool on);
+
+  /// Shows `menu`, one of the window's own, at the pointer and waits until it is closed; events run meanwhile. The
+  /// chosen entry's Click comes before the return.
+  void PopupMenu(Menu &menu);
 
   /// Moves the window to the place of its design; called before its Load handler.
   void TakeStartPlace();
@@ -136,11 +148,13 @@ class FormBase : public PropertyOwner, public Container {
 
  private:
   static Size FrameSizeOf(BorderStyle border);
+  void Appear(FormBase *owner, bool with_focus);
 
   std::string_view name_;
   BorderStyle border_;
   StartPlace start_;
   bool takes_focus_;
+  std::string_view spoken_name_;
   bool is_shown_ = false;
   bool has_been_shown_ = false;
 

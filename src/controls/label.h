@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "controls/color.h"
 #include "controls/control.h"
 #include "controls/font.h"
@@ -8,7 +10,7 @@ namespace borvane {
 
 enum class Alignment { Left, Right, Center };
 
-/// A text on its container's background.
+/// A text, by default on its container's background.
 class Label : public Control {
  public:
   struct Design {
@@ -24,6 +26,7 @@ class Label : public Control {
     float FontSize = 0;
     bool Bold = false;
     Color ForeColor = color_button_text;
+    std::optional<Color> BackColor = {};  // none: it is transparent
     borvane::Alignment Alignment = borvane::Alignment::Left;
     bool WordWrap = false;
     bool AutoSize = false;
@@ -37,6 +40,7 @@ class Label : public Control {
         Underline(*this, false),
         FontName(*this, std::string(design.FontName)),
         FontSize(*this, design.FontSize),
+        back_color_(design.BackColor),
         alignment_(design.Alignment),
         word_wrap_(design.WordWrap),
         auto_size_(design.AutoSize) {
@@ -45,6 +49,9 @@ class Label : public Control {
 
   /// What the text is drawn with, but for underlining. Valid until FontName changes.
   Font font() const { return {.name = FontName(), .size = FontSize(), .bold = Bold()}; }
+
+  /// What the label is filled with; nothing for a transparent one, which shows its container.
+  std::optional<Color> back_color() const { return back_color_; }
 
   Alignment alignment() const { return alignment_; }
 
@@ -68,6 +75,7 @@ class Label : public Control {
   /// Gives a label that sizes itself the size of its text, which the host measures whether the window is shown or not.
   void FitText();
 
+  std::optional<Color> back_color_;
   Alignment alignment_;
   bool word_wrap_;
   bool auto_size_;

@@ -24,14 +24,22 @@ ListItem &ListRows::Checked(int row) {
 
 void ListRows::Add(ListItem item) {
   items_.push_back(std::move(item));
+  if (Count() == 1)
+    current_ = 1;
   if (watcher_ != nullptr)
     watcher_->RowAdded(Count());
 }
 
 void ListRows::Clear() {
   items_.clear();
+  current_ = 0;
   if (watcher_ != nullptr)
     watcher_->RowsCleared();
+}
+
+void ListRows::Choose(int row) {
+  Checked(row);
+  current_ = row;
 }
 
 void ListRows::SetText(int row, std::string_view text) {
@@ -72,6 +80,12 @@ ListView::ListView(Container &container, std::string_view name, const Design &de
       GridLines(*this, false),
       hides_column_headers_(design.HideColumnHeaders) {
   ColumnHeaders.headers_ = design.Columns;
+}
+
+const ListItem &ListView::SelectedItem() const {
+  if (ListItems.Current() == 0)
+    Fail(Failure::ObjectNotSet);
+  return ListItems(ListItems.Current());
 }
 
 void ListView::WatchRows(ListWatcher *watcher) {

@@ -49,6 +49,14 @@ class ListRows {
 
   void Add(ListItem item);
   void Clear();
+
+  /// The current row: the one that the user, or a screen reader, came to last; 0 for none. The first row of an empty
+  /// list becomes the current one by itself, without being highlighted.
+  int Current() const { return current_; }
+
+  /// The user comes to that row. Raises a subscript failure when there is no such row.
+  void Choose(int row);
+
   void SetText(int row, std::string_view text);
 
   /// Sets the text of the sub-item at `number`, from 1 on.
@@ -59,6 +67,7 @@ class ListRows {
   ListItem &Checked(int row);
 
   std::vector<ListItem> items_;
+  int current_ = 0;
   ListWatcher *watcher_ = nullptr;
 };
 
@@ -105,6 +114,9 @@ class ListView : public Control {
   ListView(Container &container, std::string_view name, const Design &design, int index = no_index);
 
   bool hides_column_headers() const { return hides_column_headers_; }
+
+  /// The current row's item. Raises an object failure when there is none.
+  const ListItem &SelectedItem() const;
 
   /// Sets the one watcher of rows and columns; null for none.
   void WatchRows(ListWatcher *watcher);

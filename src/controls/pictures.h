@@ -22,6 +22,9 @@ class PictureBox : public Control, public Container {
   PictureBox(Container &container, std::string_view name, const Design &design, int index = no_index)
       : Control(container, name, design, index), BackColor(*this, design.BackColor) {}
 
+  /// The inner width, in twips: the box has no border.
+  float ScaleWidth() const { return Width(); }
+
   Property<Color> BackColor;
 };
 

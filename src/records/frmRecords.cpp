@@ -3,6 +3,7 @@
 #include "alert/alert_time.h"
 #include "alert/quake_log.h"
 #include "basic/number.h"
+#include "controls/key_codes.h"
 #include "core/program.h"
 #include "core/program_info.h"
 #include "core/start.h"
@@ -17,13 +18,6 @@
 namespace borvane {
 
 namespace {
-
-constexpr int key_escape = 27;
-constexpr int key_f = 70;
-constexpr int key_r = 82;
-constexpr int key_u = 85;
-constexpr int key_f1 = 112;
-constexpr int key_f10 = 121;
 
 void Refresh() {
   Integer mode = refresh_with_hourglass;
@@ -104,15 +98,15 @@ void RecordsForm::Form_KeyUp(Integer key_code, Integer /*shift*/) {
     case key_f1:
       Label7.Click.Raise();
       break;
-    case key_r:
+    case 'R':
       StatusBar1.Panels(1).Text = "Refreshing";
       Refresh();
       break;
-    case key_f:
+    case 'F':
       StatusBar1.Panels(1).Text = "GET USRS";
       Timer3_Timer();
       break;
-    case key_u:
+    case 'U':
       Label9.Visible = !Label9.Visible();
       break;
     default:

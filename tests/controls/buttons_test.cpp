@@ -12,6 +12,16 @@
 namespace borvane {
 namespace {
 
+TEST(CheckBox, HasTheBackgroundAndTheSpokenNameOfItsDesign) {
+  Box box;
+  const CheckBox check(box, "Check1", {.BackColor = Rgb(128, 0, 128), .SpokenName = "Menu"});
+  const CheckBox plain(box, "Check2", {.Caption = "Log"});
+  EXPECT_EQ(check.back_color(), 0x800080U);
+  EXPECT_EQ(check.spoken_name(), "Menu");
+  EXPECT_EQ(plain.back_color(), color_button_face);
+  EXPECT_EQ(plain.spoken_name(), "");
+}
+
 TEST(CheckBox, RaisesClickWhenItsValueChanges) {
   Box box;
   CheckBox check{box, "Check1", {.Caption = "Log"}};

@@ -4,6 +4,7 @@
 
 #include "basic/failure.h"
 #include "controls/form_set.h"
+#include "support/failure_of.h"
 #include "support/recording_host.h"
 
 namespace borvane {
@@ -19,7 +20,9 @@ struct MapForm : FormBase {
 };
 
 struct OwnerForm : FormBase {
-  OwnerForm() : FormBase({.Name = "frmOwner", .Caption = "Owner", .Border = BorderStyle::FixedDialog}) {}
+  OwnerForm()
+      : FormBase(
+            {.Name = "frmOwner", .Caption = "Owner", .Border = BorderStyle::FixedDialog, .SpokenName = "The owner"}) {}
 };
 
 /// A small window of its own colour in the middle of the first screen.
@@ -175,6 +178,44 @@ TEST(FormBase, IsKeptAboveOtherProgramsByItsHostWhetherItShowsOrNot) {
   frmMap->Show();
   frmMap->KeepOnTop(false);
   EXPECT_EQ(windows.host.seen, (Lines{"load frmMap", "topmost frmMap", "show frmMap", "not-topmost frmMap"}));
+}
+
+TEST(FormBase, ComesBackWithoutTheFocusWhateverItsDesign) {
+  Windows windows;
+  frmMap->ShowWithoutFocus();
+  EXPECT_TRUE(frmMap->IsShown());
+  EXPECT_EQ(frmMap->resizes.size(), 1u);
+  frmNotice->ShowWithoutFocus();
+  EXPECT_EQ(windows.host.seen,
+            (Lines{"load frmMap", "show frmMap without the focus", "load frmNotice", "show frmNotice"}));
+}
+
+TEST(FormBase, ShowsItsMenusThroughItsHost) {
+  Windows windows;
+  Menu menu(*frmMap, "Tmnu", {});
+  frmMap->PopupMenu(menu);
+  EXPECT_EQ(windows.host.seen, (Lines{"load frmMap", "popup Tmnu of frmMap"}));
+}
+
+TEST(FormBase, IsSpokenByItsCaptionUnlessItsDesignNamesIt) {
+  const Windows windows;
+  EXPECT_EQ(frmMap->spoken_name(), "");
+  EXPECT_EQ(frmOwner->spoken_name(), "The owner");
+}
+
+TEST(FormBase, HasNoPlaceWhosePixelsNeedMoreThanThirtyTwoBits) {
+  const Windows windows;
+  constexpr float largest = 32212252672.0F;  // the last below the limit
+  for (const float edge : {largest, -largest}) {
+    frmMap->Left = edge;
+    frmMap->Top = edge;
+    EXPECT_EQ(frmMap->Left(), edge);
+  }
+  for (const float edge : {32212256768.0F, 1e38F, -32212256768.0F}) {
+    EXPECT_EQ(FailureOf([&] { frmMap->Left = edge; }), 6) << edge;
+    EXPECT_EQ(FailureOf([&] { frmMap->Top = edge; }), 6) << edge;
+  }
+  EXPECT_EQ(frmMap->Left(), -largest);
 }
 
 TEST(FormBase, MovesFromOnePlaceToAnother) {

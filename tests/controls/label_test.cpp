@@ -61,6 +61,14 @@ TEST(Label, KeepsItsSizeUnlessItSizesItself) {
   EXPECT_EQ(label.Height(), 20);
 }
 
+TEST(Label, IsTransparentUnlessItsDesignFillsIt) {
+  Box box;
+  const Label label(box, "Label1", {});
+  const Label filled(box, "Label2", {.BackColor = Rgb(0, 128, 0)});
+  EXPECT_EQ(label.back_color(), std::nullopt);
+  EXPECT_EQ(filled.back_color(), 0x008000U);
+}
+
 TEST(Label, HasTheFontThatItsPropertiesName) {
   Box box;
   Label label{box, "Label1", {.FontName = "Arial", .FontSize = 9, .Bold = true}};

@@ -7,6 +7,7 @@
 
 #include "basic/failure.h"
 #include "support/box.h"
+#include "support/failure_of.h"
 
 namespace borvane {
 namespace {
@@ -52,6 +53,42 @@ TEST(ListRows, ReturnsAnEmptyTextForASubItemThatHasNotBeenSet) {
   events.list.ListItems.Add({"2.0", {"2018/02/07"}});
   EXPECT_EQ(events.list.ListItems(1).SubItems(2), "");
   EXPECT_THROW(events.list.ListItems(1).SubItems(0), RuntimeError);
+}
+
+TEST(ListRows, HaveTheirFirstRowAsTheCurrentOneUntilTheUserComesToAnother) {
+  Events events;
+  ListRows &rows = events.list.ListItems;
+  EXPECT_EQ(rows.Current(), 0);
+  rows.Add({"2.0", {}});
+  rows.Add({"1.6", {}});
+  EXPECT_EQ(rows.Current(), 1);
+  EXPECT_EQ(events.list.SelectedItem().Text, "2.0");
+  rows.Choose(2);
+  rows.Add({"1.2", {}});
+  EXPECT_EQ(rows.Current(), 2);
+  EXPECT_EQ(events.list.SelectedItem().Text, "1.6");
+}
+
+TEST(ListRows, LoseTheirCurrentRowWhenTheyAreCleared) {
+  Events events;
+  ListRows &rows = events.list.ListItems;
+  EXPECT_EQ(FailureOf([&] { events.list.SelectedItem(); }), 91);
+  rows.Add({"2.0", {}});
+  rows.Add({"1.6", {}});
+  rows.Choose(2);
+  rows.Clear();
+  EXPECT_EQ(rows.Current(), 0);
+  EXPECT_EQ(FailureOf([&] { events.list.SelectedItem(); }), 91);
+  rows.Add({"1.2", {}});
+  EXPECT_EQ(rows.Current(), 1);
+}
+
+TEST(ListRows, RefuseACurrentRowThatIsNotThere) {
+  Events events;
+  events.list.ListItems.Add({"2.0", {}});
+  for (const int row : {-1, 0, 2})
+    EXPECT_EQ(FailureOf([&] { events.list.ListItems.Choose(row); }), 9) << row;
+  EXPECT_EQ(events.list.ListItems.Current(), 1);
 }
 
 TEST(ListRows, RaisesASubscriptFailureForARowThatIsNotThere) {

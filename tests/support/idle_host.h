@@ -86,7 +86,7 @@ class IdleHost final : public SettingsStore,
 
   void FormLoaded(FormBase & /*form*/) override {}
   void FormUnloaded(FormBase & /*form*/) override {}
-  void ShowForm(FormBase & /*form*/, FormBase * /*owner*/) override {}
+  void ShowForm(FormBase & /*form*/, FormBase * /*owner*/, bool /*with_focus*/) override {}
   void HideForm(FormBase & /*form*/) override {}
   void RepaintForm(FormBase & /*form*/) override {}
   void KeepOnTop(FormBase & /*form*/, bool /*on*/) override {}

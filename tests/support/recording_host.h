@@ -16,9 +16,10 @@ struct RecordingHost : FormHost {
 
   void FormLoaded(FormBase &form) override { seen.push_back("load " + std::string(form.name())); }
   void FormUnloaded(FormBase &form) override { seen.push_back("unload " + std::string(form.name())); }
-  void ShowForm(FormBase &form, FormBase *owner) override {
+  void ShowForm(FormBase &form, FormBase *owner, bool with_focus) override {
     const std::string above = owner == nullptr ? "" : " above " + std::string(owner->name());
-    seen.push_back("show " + std::string(form.name()) + above);
+    const std::string focus = form.takes_focus() && !with_focus ? " without the focus" : "";
+    seen.push_back("show " + std::string(form.name()) + above + focus);
   }
   void HideForm(FormBase &form) override { seen.push_back("hide " + std::string(form.name())); }
   void RepaintForm(FormBase &form) override { seen.push_back("repaint " + std::string(form.name())); }

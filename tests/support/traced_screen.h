@@ -24,8 +24,9 @@ class TracedScreen final : public FormHost {
 
   void FormUnloaded(FormBase &form) override { trace_.Add("unload " + std::string(form.name())); }
 
-  void ShowForm(FormBase &form, FormBase *owner) override {
-    trace_.Add("show " + std::string(form.name()) + (owner == nullptr ? "" : " above " + std::string(owner->name())));
+  void ShowForm(FormBase &form, FormBase *owner, bool with_focus) override {
+    trace_.Add("show " + std::string(form.name()) + (owner == nullptr ? "" : " above " + std::string(owner->name())) +
+               (form.takes_focus() && !with_focus ? " without the focus" : ""));
   }
 
   void HideForm(FormBase &form) override { trace_.Add("hide " + std::string(form.name())); }
@@ -38,9 +39,9 @@ class TracedScreen final : public FormHost {
 
   Size FirstScreen() override { return {.width = 1280 * 15, .height = 1024 * 15}; }
 
-  /// Every character is 90 twips wide.
-  Size SizeOfText(std::string_view text, const Font & /*font*/) override {
-    return {.width = 90 * static_cast<float>(text.size()), .height = 195};
+  /// Every character is 90 twips wide, a bold one 100.
+  Size SizeOfText(std::string_view text, const Font &font) override {
+    return {.width = (font.bold ? 100.0F : 90.0F) * static_cast<float>(text.size()), .height = 195};
   }
 
   void ShowPopupMenu(FormBase &form, Menu &menu) override {

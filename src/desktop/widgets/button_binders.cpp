@@ -22,6 +22,8 @@ class CheckBoxBinder final : public Binder {
  public:
   CheckBoxBinder(CheckBox &check_box, CheckBoxWidget &widget, const Surroundings &surroundings)
       : Binder(check_box, widget, surroundings), check_box_(check_box), box_(widget) {
+    if (!check_box_.spoken_name().empty())
+      box_.setAccessibleName(ShownText(check_box_.spoken_name()));
     ShowCaption();
     ShowValue();
     connect(&box_, &QCheckBox::clicked, this,

@@ -20,7 +20,7 @@ constexpr std::array named_keys = {
     KeyCode{Qt::Key_Pause, 19},    KeyCode{Qt::Key_CapsLock, 20}, KeyCode{Qt::Key_Escape, 27},  KeyCode{Qt::Key_Space, 32},
     KeyCode{Qt::Key_PageUp, 33},   KeyCode{Qt::Key_PageDown, 34}, KeyCode{Qt::Key_End, 35},     KeyCode{Qt::Key_Home, 36},
     KeyCode{Qt::Key_Left, 37},     KeyCode{Qt::Key_Up, 38},       KeyCode{Qt::Key_Right, 39},   KeyCode{Qt::Key_Down, 40},
-    KeyCode{Qt::Key_Insert, 45},   KeyCode{Qt::Key_Delete, 46},
+    KeyCode{Qt::Key_Insert, 45},   KeyCode{Qt::Key_Delete, 46},  KeyCode{Qt::Key_Menu, 93},
 };
 // clang-format on
 

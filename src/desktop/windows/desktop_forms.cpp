@@ -65,13 +65,13 @@ void DesktopForms::FormUnloaded(FormBase &form) {
   forms_.remove_if([&](const LoadedForm &other) { return &other == loaded; });
 }
 
-void DesktopForms::ShowForm(FormBase &form, FormBase *owner) {
+void DesktopForms::ShowForm(FormBase &form, FormBase *owner, bool with_focus) {
   LoadedForm &loaded = *Find(form);
   if (loaded.window == nullptr) {
     loaded.window = MakeWindow(form, focus_);
     loaded.window->KeepOnTop(loaded.is_on_top);
   }
-  loaded.window->Present(owner == nullptr ? nullptr : WindowOf(*owner));
+  loaded.window->Present(owner == nullptr ? nullptr : WindowOf(*owner), with_focus);
 }
 
 void DesktopForms::HideForm(FormBase &form) {

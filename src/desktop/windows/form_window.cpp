@@ -74,7 +74,8 @@ FormWindow::FormWindow(FormBase &form, FocusTracker &focus) : form_(form), focus
   setWindowIcon(ProgramIcon());
   QAccessible::installFactory(Speak);
   setMouseTracking(true);
-  setAttribute(Qt::WA_ShowWithoutActivating, !form.takes_focus());
+  if (!form.spoken_name().empty())
+    setAccessibleName(ShownText(form.spoken_name()));
   ShowBackground();
   ShowCaption();
   ShowPointer();
@@ -110,9 +111,10 @@ void FormWindow::Release() {
     binder->Release();
 }
 
-void FormWindow::Present(FormWindow *owner) {
-  if (isVisible() && !form_.takes_focus())
+void FormWindow::Present(FormWindow *owner, bool with_focus) {
+  if (isVisible() && !with_focus)
     return;
+  setAttribute(Qt::WA_ShowWithoutActivating, !with_focus);
   if (windowHandle() == nullptr) {
     if (form_.Left.is_set() || form_.Top.is_set())
       ShowPlace();
@@ -125,7 +127,7 @@ void FormWindow::Present(FormWindow *owner) {
   show();
   if (form_.border() == BorderStyle::None)
     LeaveOutOfTaskBar(*windowHandle());
-  if (form_.takes_focus()) {
+  if (with_focus) {
     raise();
     activateWindow();
   }

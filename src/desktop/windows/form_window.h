@@ -26,7 +26,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
   void Release();
 
   /// Shows the window, above `owner` if there is one, as FormHost::ShowForm says.
-  void Present(FormWindow *owner);
+  void Present(FormWindow *owner, bool with_focus);
 
   /// Keeps the window above those of other programs, or no longer; open windows are switched without flicker.
   void KeepOnTop(bool on);
