@@ -50,7 +50,7 @@ TEST(Text3, MovesTheBarThatIsUpWhenItIsLeft) {
     rig.type(conffrm->Text3, "150.5 twips");
     EXPECT_TRUE(rig.trace().empty());
     rig.leave(conffrm->Text3);
-    EXPECT_EQ(rig.trace(), Lines{face == face_short_bar ? "load Form1" : "load newTagFrm"}) << "nothing is stored";
+    EXPECT_EQ(rig.trace({"load", "write"}), Lines{face == face_short_bar ? "load Form1" : "load newTagFrm"});
     EXPECT_EQ(face == face_short_bar ? Form1->Top() : newTagFrm->Top(), 150.5F);
   }
 }
@@ -80,7 +80,7 @@ TEST(Text4, MovesTheShortBarAndIsStoredAtEachChange) {
   EXPECT_EQ(Form1->Left(), -1);
   rig.type(conffrm->Text4, "-15 x");
   EXPECT_EQ(Form1->Left(), -15);
-  EXPECT_EQ(rig.trace(), (Lines{"load Form1", "write smBarLeft=-1", "write smBarLeft=-15 x"}));
+  EXPECT_EQ(rig.trace({"load", "write"}), (Lines{"load Form1", "write smBarLeft=-1", "write smBarLeft=-15 x"}));
 }
 
 TEST(Text4, DoesNothingWithAnyOtherFace) {

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "bars/Form1.h"
+#include "bars/bar_content.h"
+#include "bars/newTagFrm.h"
+#include "bars/paint_bar.h"
 #include "core/program.h"
 #include "support/program/watching_rig.h"
 
@@ -38,6 +42,37 @@ TEST(CloseButton, UpdatesTheOtherBarThanTheOneThatIsUp) {
             (Lines{"set Timer1=false", "load Form1", "write LogAll=True", "write EdgeDetect= 0", "hide conffrm"}));
   EXPECT_EQ(ClosedWith(3),
             (Lines{"set Timer1=false", "load Form1", "write LogAll=True", "write EdgeDetect= 0", "hide conffrm"}));
+}
+
+TEST(CloseButton, LoadsTheOtherBarWithAllThatItsLoadDoes) {
+  WatchingRig rig;
+  Module1->BarMode = face_short_bar;
+  rig.click(conffrm->Command2);
+  EXPECT_EQ(Module1->BarMode, face_long_bar);
+
+  Module1->LastAlertTime = "";
+  rig.click(conffrm->Command2);
+  EXPECT_EQ(Module1->BarMode, face_short_bar);
+  EXPECT_EQ(Module1->LastAlertTime, "02-07-2018 01:30:14");
+  EXPECT_TRUE(frmRecords->Timer1.Enabled()) << "the switch of the short bar";
+}
+
+TEST(CloseButton, PaintsTheBarThatIsNotUp) {
+  constexpr Color plain = 0x80000013;
+  constexpr Color red = 0x0000FF;
+  for (const std::uint8_t face : {face_short_bar, face_long_bar}) {
+    WatchingRig rig;
+    rig.happen(UpdateShortBar);
+    rig.happen(PaintBar);
+    conffrm->Check3.Value = 1;
+    conffrm->Picture1(0).BackColor = red;
+    Module1->BarMode = face;
+    rig.click(conffrm->Command2);
+    EXPECT_EQ(Form1->Label1(0).ForeColor(), face == face_short_bar ? plain : red);
+    EXPECT_EQ(newTagFrm->Label1(0).ForeColor(), face == face_short_bar ? red : plain);
+    EXPECT_FALSE(Form1->IsShown());
+    EXPECT_FALSE(newTagFrm->IsShown());
+  }
 }
 
 TEST(CloseButton, StoresTheChosenOptions) {

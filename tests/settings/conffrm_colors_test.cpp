@@ -1,10 +1,15 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "bars/Form1.h"
+#include "bars/bar_content.h"
 #include "bars/colors.h"
+#include "bars/newTagFrm.h"
+#include "bars/paint_bar.h"
 #include "core/program.h"
 #include "support/program/watching_rig.h"
 
@@ -76,7 +81,7 @@ Lines WithFace(std::uint8_t face, int colorize, const std::function<void(Rig &)>
   Module1->BarMode = face;
   rig.clear_trace();
   event(rig);
-  return rig.trace();
+  return rig.trace({"load", "write"});
 }
 
 TEST(ColorBox, RepaintsTheBarThatIsUpWhileTagsAreColored) {
@@ -87,6 +92,43 @@ TEST(ColorBox, RepaintsTheBarThatIsUpWhileTagsAreColored) {
   for (const int off : {0, 2}) {
     EXPECT_EQ(WithFace(face_short_bar, off, click), Lines{"write Color0= 1"}) << off;
     EXPECT_EQ(WithFace(face_long_bar, off, click), Lines{"write Color0= 1"}) << off;
+  }
+}
+
+/// The colours of the first labels of both bars, the short one first, which are loaded.
+std::vector<Color> BarColors() { return {Form1->Label1(0).ForeColor(), newTagFrm->Label1(0).ForeColor()}; }
+
+TEST(ColorBox, ShowsItsColorOnTheBarThatIsUpAtOnce) {
+  constexpr Color plain = 0x80000013;
+  constexpr Color blue = 0xFF0000;
+  for (const std::uint8_t face : {face_short_bar, face_long_bar}) {
+    WatchingRig rig;
+    rig.happen(UpdateShortBar);
+    rig.happen(PaintBar);
+    Module1->BarMode = face;
+    conffrm->Check3.Value = 1;
+    EXPECT_EQ(BarColors(), (std::vector<Color>{plain, plain}));
+    rig.click(conffrm->Picture1(0));
+    EXPECT_EQ(BarColors(),
+              (face == face_short_bar ? std::vector<Color>{blue, plain} : std::vector<Color>{plain, blue}));
+  }
+}
+
+TEST(ColorizeBox, ShowsItsStateOnTheBarThatIsUpAtOnce) {
+  constexpr Color plain = 0x80000013;
+  constexpr Color black = 0;
+  for (const std::uint8_t face : {face_short_bar, face_long_bar}) {
+    WatchingRig rig;
+    rig.happen(UpdateShortBar);
+    rig.happen(PaintBar);
+    Module1->BarMode = face;
+    conffrm->Check3.Value = 1;
+    rig.release_mouse_on(conffrm->Check3);
+    EXPECT_EQ(BarColors(),
+              (face == face_short_bar ? std::vector<Color>{black, plain} : std::vector<Color>{plain, black}));
+    conffrm->Check3.Value = 0;
+    rig.release_mouse_on(conffrm->Check3);
+    EXPECT_EQ(BarColors(), (std::vector<Color>{plain, plain}));
   }
 }
 
