@@ -2,6 +2,7 @@
 
 #include "http/html_page.h"
 #include "pages/areas.h"
+#include "pages/browser_pages.h"
 #include "pages/figures.h"
 #include "pages/text.h"
 
@@ -17,6 +18,7 @@ QByteArray IndexPage(const Catalogue &catalogue, const QString &source, quint16 
   body += "</p>\n<ul>\n";
   for (const Area &area : Areas())
     body += "<li><a href=\"" + PageAddress(area, port) + "\">" + HtmlText(area.name) + "</a></li>\n";
+  body += BrowserPageLinks(port);
   body += "</ul>\n<footer>Served by borvane-mirror. Events: U.S. Geological Survey, public domain.</footer>\n";
   return HtmlPage("Recent earthquakes", body);
 }

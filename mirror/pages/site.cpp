@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "pages/browser_pages.h"
 #include "pages/coordinates.h"
 #include "pages/event_page.h"
 #include "pages/index_page.h"
@@ -70,6 +71,9 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
 std::optional<QByteArray> Site::WritePage(const QByteArray &path, std::optional<Endpoint> endpoint) const {
   if (path == "/")
     return IndexPage(*catalogue_, source_, port_);
+
+  if (std::optional<QByteArray> page = BrowserPage(path, *catalogue_))
+    return page;
 
   if (const Area *area = FindArea(path, endpoint))
     return QuakesPage(area->name, *catalogue_,

@@ -136,5 +136,60 @@ TEST(ShortBarMenu, ExitEndsTheProgram) {
   EXPECT_EQ(Form1.IfLoaded(), nullptr);
 }
 
+// The faces.
+
+/// Which faces are on the screen: R, S and L.
+std::string Shown() {
+  const auto is_shown = [](const FormBase *form) { return form != nullptr && form->IsShown(); };
+  return std::string(frmRecords->IsShown() ? "R" : "") + (is_shown(Form1.IfLoaded()) ? "S" : "") +
+         (is_shown(newTagFrm.IfLoaded()) ? "L" : "");
+}
+
+TEST(Faces, TakeEachOthersPlaceInEveryOrder) {
+  BarRig rig;
+  for (const char face : std::string("SSLLSLLSSL")) {
+    if (face == 'S')
+      rig.open_short_bar();
+    else
+      rig.open_long_bar();
+    EXPECT_EQ(Shown(), std::string(1, face));
+    EXPECT_EQ(Module1->BarMode, face == 'S' ? face_short_bar : face_long_bar);
+    rig.click(face == 'S' ? Form1->mnuRecords : newTagFrm->mnuRecrs);
+    EXPECT_EQ(Shown(), "R");
+    EXPECT_EQ(Module1->BarMode, face_records);
+  }
+}
+
+TEST(Faces, ChangeWhileAPageIsFetched) {
+  for (const char face : std::string("SL")) {
+    BarRig rig;
+    rig.serve(los_angeles, Page(Row("6.5")));
+    rig.during_request(los_angeles, [&] {
+      if (face == 'S')
+        rig.open_short_bar();
+      else
+        rig.open_long_bar();
+    });
+    rig.refresh();
+    EXPECT_EQ(Shown(), std::string(1, face));
+    EXPECT_EQ(Newest(), "6.5");
+    EXPECT_EQ(rig.end_status(), std::nullopt);
+  }
+}
+
+TEST(Faces, ReturnWhileAPageIsFetched) {
+  for (const char face : std::string("SL")) {
+    BarRig rig;
+    Control &expand = face == 'S' ? static_cast<Control &>(rig.open_short_bar().mnuRecords)
+                                  : static_cast<Control &>(rig.open_long_bar().mnuRecrs);
+    rig.serve(los_angeles, Page(Row("6.5")));
+    rig.during_request(los_angeles, [&] { rig.click(expand); });
+    rig.refresh();
+    EXPECT_EQ(Shown(), "R");
+    EXPECT_EQ(Newest(), "6.5");
+    EXPECT_TRUE(frmRecords->Timer1.Enabled());
+  }
+}
+
 }  // namespace
 }  // namespace borvane

@@ -118,6 +118,19 @@ TEST(UpdateShortBar, PaintsTheLabelsInTheColorsOfTheBoxesWhileTagsAreColored) {
   EXPECT_EQ(bar.Label1(1).Left(), bar.Label1(0).Left() + 8 * 100 + 100) << "widths are those of the new weight";
 }
 
+TEST(UpdateShortBar, PaintsLabelsBlackForStoredColorsThatAreNoCodes) {
+  Rig rig;
+  rig.store()["Color0"] = "99";
+  rig.store()["Color1"] = "x";
+  rig.store()["Color2"] = "12";
+  rig.store()["Colorize"] = "1";
+  rig.start();
+  rig.happen(UpdateShortBar);
+  EXPECT_EQ(Form1->Label1(0).ForeColor(), 0U);
+  EXPECT_EQ(Form1->Label1(1).ForeColor(), 0U);
+  EXPECT_EQ(Form1->Label1(2).ForeColor(), 0xFFA43CU);
+}
+
 TEST(UpdateShortBar, PaintsPlainLabelsInTheColorOfTheSystem) {
   for (const int value : {0, 2}) {
     BarRig rig;

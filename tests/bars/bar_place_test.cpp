@@ -31,14 +31,17 @@ TEST(PlaceShortBar, TicksOnTopForEveryNumberButZero) {
   }
 }
 
-TEST(PlaceShortBar, TakesThePeriodFromTheRefreshBox) {
+TEST(PlaceBar, TakesThePeriodFromTheRefreshBox) {
   for (const auto &[text, period] : std::initializer_list<std::pair<const char *, int>>{
            {"700", 700}, {"0", 0}, {"-5", -5}, {"abc", 0}, {"2.5", 2}, {"1e9", 1000000000}}) {
     BarRig rig;
     conffrm->Text2.Text = text;
-    const ShortBarForm &bar = rig.open_short_bar();
-    EXPECT_EQ(bar.Timer1.Interval(), period) << text;
-    EXPECT_EQ(bar.Timer1.IsCounting(), period > 0) << text;
+    const ShortBarForm &short_bar = rig.open_short_bar();
+    EXPECT_EQ(short_bar.Timer1.Interval(), period) << text;
+    EXPECT_EQ(short_bar.Timer1.IsCounting(), period > 0) << text;
+    const LongBarForm &long_bar = rig.open_long_bar();
+    EXPECT_EQ(long_bar.Timer1.Interval(), period) << text;
+    EXPECT_EQ(rig.end_status(), std::nullopt);
   }
 }
 
