@@ -11,18 +11,14 @@ namespace borvane {
 
 namespace {
 
-/// A wheel that turns over the box while the user works elsewhere must not pick another entry.
+/// A wheel that turns over the closed box must not pick another entry, also while the user works in it: a wheel is
+/// turned to see more, and each pick is stored at once. The open list scrolls.
 class ComboBoxWidget final : public QComboBox {
  public:
   explicit ComboBoxWidget(QWidget *parent) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
 
  protected:
-  void wheelEvent(QWheelEvent *event) override {
-    if (hasFocus())
-      QComboBox::wheelEvent(event);
-    else
-      event->ignore();
-  }
+  void wheelEvent(QWheelEvent *event) override { event->ignore(); }
 };
 
 class ComboBoxBinder final : public Binder {

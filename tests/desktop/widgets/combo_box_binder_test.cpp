@@ -146,17 +146,28 @@ TEST_F(ComboBoxOnScreen, FixedListShowsNothingForATextThatIsNoEntry) {
   EXPECT_EQ(fixed().currentText(), "");
 }
 
-TEST_F(ComboBoxOnScreen, WheelOverABoxThatIsNotInUseMovesNothing) {
+TEST_F(ComboBoxOnScreen, WheelOverAClosedBoxPicksNothing) {
+  sample->Combo1.Text = "Utah";
   sample->Combo2.Text = "Keep";
-  rig.widget(*sample, "Text1").setFocus();
-  QWheelEvent down(QPointF(5, 5), fixed().mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                   Qt::NoScrollPhase, false);
-  QApplication::sendEvent(&fixed(), &down);
-  EXPECT_EQ(rig.events(), Lines());
-
-  fixed().setFocus();
-  QApplication::sendEvent(&fixed(), &down);
-  EXPECT_EQ(rig.events(), Lines({"chose 1"}));
+  const auto turn = [](QWidget &widget) {
+    const QPointF place(5, 5);
+    for (const int turned : {-120, 120}) {
+      QWheelEvent wheel(place, widget.mapToGlobal(place), {}, {0, turned}, Qt::NoButton, Qt::NoModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(&widget, &wheel);
+    }
+  };
+  for (const char *in_use : {"Text1", "Combo1", "Combo2"}) {
+    rig.widget(*sample, in_use).setFocus();
+    ASSERT_TRUE(rig.widget(*sample, in_use).hasFocus());
+    rig.events();
+    turn(fixed());
+    turn(editable());
+    turn(*editable().lineEdit());
+    EXPECT_EQ(rig.events(), Lines()) << in_use;
+  }
+  EXPECT_EQ(SpokenValue(fixed()), "Keep");
+  EXPECT_EQ(SpokenValue(editable()), "Utah");
 }
 
 }  // namespace
