@@ -28,7 +28,12 @@ void DesktopProcess::ReportRuntimeError(int number, std::string_view description
 std::string DesktopProcess::Folder() { return QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString(); }
 
 std::string DesktopProcess::ExecutableName() {
-  return QFile::encodeName(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()).toStdString();
+  // Only the system's own suffix is no part of the name: an executable may be called "borvane-2.3.5".
+  const QString suffix = QLatin1String(executable_suffix.data(), static_cast<qsizetype>(executable_suffix.size()));
+  QString name = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+  if (name.endsWith(suffix, Qt::CaseInsensitive))
+    name.chop(suffix.size());
+  return QFile::encodeName(name).toStdString();
 }
 
 void DesktopProcess::End(int status) {

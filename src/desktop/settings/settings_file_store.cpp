@@ -119,6 +119,8 @@ std::optional<StoredValue> SettingsFileStore::Read(std::string_view key, std::st
 
 void SettingsFileStore::Write(std::string_view key, std::string_view name, std::string_view text) {
   if (key == run_key) {
+    // Another file, and so not part of what is written together: whatever comes first has to be on the disk first.
+    WriteKept();
     autostart_entry_.Write(name, text);
     return;
   }
@@ -135,8 +137,10 @@ void SettingsFileStore::Write(std::string_view key, std::string_view name, std::
 }
 
 void SettingsFileStore::Delete(std::string_view key, std::string_view /*name*/) {
-  if (key == run_key)
-    autostart_entry_.Delete();
+  if (key != run_key)
+    return;
+  WriteKept();
+  autostart_entry_.Delete();
 }
 
 void SettingsFileStore::BeginEvent() {

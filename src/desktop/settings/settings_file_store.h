@@ -17,7 +17,7 @@ QString UserSettingsFile();
 /// event is on the disk, all of it at once, before the next event begins or this one ends. When another Borvane is
 /// writing for too long, values are kept in memory and written as soon as the other lets go. An unchanged value is not
 /// written. Several Borvanes share the file, value by value. What the program writes to the Run key becomes an
-/// autostart entry.
+/// autostart entry, at once; what was written before it is then on the disk.
 class SettingsFileStore final : public SettingsStore {
  public:
   /// A write waits for another Borvane at most `timeout` milliseconds, and not at all while earlier values are kept.

@@ -1,8 +1,13 @@
 #include "desktop/services/process.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest/QTest>
 #include <functional>
@@ -108,6 +113,26 @@ TEST(DesktopProcessDeathTest, EndsWithItsStatusAndWithoutCleaningUp) {
     ~Loud() { std::fputs("cleaned up", stderr); }
   } loud;
   EXPECT_EXIT(DesktopProcess([] {}, [] {}).End(3), testing::ExitedWithCode(3), "^$");
+}
+
+/// What a program of that file reports: its folder and its name, a line each.
+QByteArray ReportedBy(const QString &file) {
+  QProcess program;
+  program.start(file, {"--executable"});
+  EXPECT_TRUE(program.waitForFinished()) << program.errorString().toStdString();
+  return program.readAllStandardOutput();
+}
+
+TEST(DesktopProcess, KnowsItsFolderAndItsExecutable) {
+  const QTemporaryDir folder;
+  const QString path = QFileInfo(folder.path()).canonicalFilePath() + QString::fromUtf8("/a b.c \u00E9");
+  ASSERT_TRUE(QDir().mkdir(path));
+  for (const char *name : {"borvane", "borvane-2.3.5", "borvane.old", "two words", ".hidden"}) {
+    const QString file = path + '/' + name;
+    ASSERT_TRUE(QFile::copy(QCoreApplication::applicationFilePath(), file));
+    EXPECT_EQ(ReportedBy(file), QFile::encodeName(path) + '\n' + name + '\n');
+    QFile::remove(file);
+  }
 }
 
 }  // namespace

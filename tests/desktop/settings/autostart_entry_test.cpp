@@ -200,6 +200,32 @@ TEST_F(AutostartEntryTest, IsGoneFromTheDiskWhenADeletionIsOver) {
   EXPECT_EQ(disk.done(), std::vector<std::string>{"sync autostart"});
 }
 
+TEST_F(AutostartEntryTest, ChangesOnTheDiskInItsTurnWithinAnEvent) {
+  Write(store, "Area", "Utah");
+  QDir().mkpath(entry_folder());
+  const WatchedDisk disk(root());
+  const auto all_but_contents = [&] {
+    std::vector<std::string> done = disk.done();
+    std::erase(done, "sync content");
+    return done;
+  };
+  std::vector<std::string> expected = {"name Nalvorin/Borvane.conf", "sync Nalvorin", "name autostart/borvane.desktop", "sync autostart"};
+  store.BeginEvent();
+  Write(store, "StartWOS", " 1");
+  Tick();
+  EXPECT_EQ(all_but_contents(), expected);
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\nStartWOS=\" 1\"\n");
+  store.EndEvent();
+  EXPECT_EQ(all_but_contents(), expected);
+
+  store.BeginEvent();
+  Write(store, "StartWOS", " 0");
+  Clear();
+  expected.insert(expected.end(), {"name Nalvorin/Borvane.conf", "sync Nalvorin", "sync autostart"});
+  EXPECT_EQ(all_but_contents(), expected);
+  store.EndEvent();
+}
+
 TEST_F(AutostartEntryTest, StaysAsItWasWhateverFailsAndIsWrittenTheNextTime) {
   const std::string old = "[Desktop Entry]\nExec=\"/old/borvane\"\n";
   PutEntry(QByteArray::fromStdString(old));

@@ -10,6 +10,7 @@
 
 #include "core/registry.h"
 #include "desktop/appearance.h"
+#include "desktop/services/process.h"
 #include "desktop/services/region.h"
 #include "desktop/settings/settings_file_store.h"
 #include "support/desktop/sample_form.h"
@@ -60,6 +61,13 @@ int PrintPlaces() {
   return 0;
 }
 
+/// What the running program is called, in two lines.
+int PrintExecutable() {
+  borvane::DesktopProcess process([] {}, [] {});
+  std::printf("%s\n%s\n", process.Folder().c_str(), process.ExecutableName().c_str());
+  return 0;
+}
+
 }  // namespace
 
 // The windows are real, their screen is not: nothing of these tests shows up on a desktop or depends on one. With
@@ -79,6 +87,8 @@ int main(int argc, char *argv[]) {
     return WriteSettings(argv[2], argv[3], std::stoi(argv[4]));
   if (argc == 2 && std::string_view(argv[1]) == "--decimal-separator")
     return PrintDecimalSeparator();
+  if (argc == 2 && std::string_view(argv[1]) == "--executable")
+    return PrintExecutable();
   borvane::SetAppearance();
   if (prints_places)
     return PrintPlaces();
