@@ -20,6 +20,11 @@ void FocusTracker::Forget(const Binder &binder) {
     focused_ = nullptr;
 }
 
+void FocusTracker::Leave(const QWidget &window) {
+  if (focused_ != nullptr && focused_->widget().window() == &window)
+    std::exchange(focused_, nullptr)->Left();
+}
+
 void FocusTracker::KeyboardMoved(QWidget *widget) {
   Binder *entered = BinderOf(widget);
   if (entered == nullptr || entered == focused_)

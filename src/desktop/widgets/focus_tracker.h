@@ -9,8 +9,8 @@ namespace borvane {
 
 class Binder;
 
-/// Knows which control of the program the user works in. It is left when another control of the program is entered, and
-/// not when the user turns to another program or answers a message box.
+/// Knows which control of the program the user works in. It is left when another control of the program is entered or
+/// its window hides, and not when the user turns to another program or answers a message box.
 class FocusTracker final : public QObject {
  public:
   FocusTracker();
@@ -20,6 +20,9 @@ class FocusTracker final : public QObject {
 
   /// `binder` takes no part any more.
   void Forget(const Binder &binder);
+
+  /// The user has done with `window`: if the control is one of its, it is left.
+  void Leave(const QWidget &window);
 
  private:
   /// The keyboard goes to `widget`: when that is another control, the one left for it learns so.

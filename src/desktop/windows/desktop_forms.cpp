@@ -76,7 +76,7 @@ void DesktopForms::ShowForm(FormBase &form, FormBase *owner, bool with_focus) {
 
 void DesktopForms::HideForm(FormBase &form) {
   if (FormWindow *window = WindowOf(form))
-    window->hide();
+    window->Withdraw();
 }
 
 void DesktopForms::RepaintForm(FormBase &form) {

@@ -14,6 +14,7 @@
 #include "core/dispatch.h"
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/colors.h"
+#include "desktop/widgets/focus_tracker.h"
 #include "desktop/widgets/key_codes.h"
 #include "desktop/widgets/pictures.h"
 #include "desktop/widgets/twips.h"
@@ -132,6 +133,14 @@ void FormWindow::Present(FormWindow *owner, bool with_focus) {
     activateWindow();
   }
 }
+
+void FormWindow::Withdraw() {
+  hide();
+  // Another window of the program that gets the keyboard has it left already. There may be none.
+  LeaveControl();
+}
+
+void FormWindow::LeaveControl() { focus_.Leave(*this); }
 
 void FormWindow::KeepOnTop(bool on) {
   // setWindowFlag would hide the window and create it again.

@@ -28,12 +28,18 @@ class FormWindow : public QWidget, public PropertyWatcher {
   /// Shows the window, above `owner` if there is one, as FormHost::ShowForm says.
   void Present(FormWindow *owner, bool with_focus);
 
+  /// Takes the window off the screen, which leaves the control that the user works in. A handler may run meanwhile.
+  void Withdraw();
+
   /// Keeps the window above those of other programs, or no longer; open windows are switched without flicker.
   void KeepOnTop(bool on);
 
  protected:
   /// Makes the widget of `control` in `parent`; null for a control that is never seen.
   QWidget *Bind(Control &control, QWidget &parent, Placing placing);
+
+  /// Leaves the control that the user works in, if it is one of this window.
+  void LeaveControl();
 
   void changeEvent(QEvent *event) override;
   void closeEvent(QCloseEvent *event) override;

@@ -172,7 +172,14 @@ void SettingsWindow::BuildLastRow(QBoxLayout &groups) {
   row.addSpacing(margin);
   AddLabelled(row, settings_.Label1(15), settings_.Combo1);
   row.addStretch();
-  Add(row, settings_.Command2);
+  close_ = &Add(row, settings_.Command2);
+}
+
+void SettingsWindow::closeEvent(QCloseEvent *event) {
+  // It does what a click of "Close" does, and a click leaves the box first: its handler comes before those of "Close".
+  if (close_->isEnabled())
+    LeaveControl();
+  FormWindow::closeEvent(event);
 }
 
 QWidget &SettingsWindow::Add(QBoxLayout &row, Control &control) {

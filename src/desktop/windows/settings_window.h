@@ -18,6 +18,9 @@ class SettingsWindow final : public FormWindow {
 
   void Build() override;
 
+ protected:
+  void closeEvent(QCloseEvent *event) override;
+
  private:
   void BuildArea(QBoxLayout &groups);
   void BuildBars(QBoxLayout &groups);
@@ -40,6 +43,7 @@ class SettingsWindow final : public FormWindow {
   void AddSwatch(QBoxLayout &row, PictureBox &box, Label &label);
 
   SettingsForm &settings_;
+  QWidget *close_ = nullptr;
 };
 
 }  // namespace borvane

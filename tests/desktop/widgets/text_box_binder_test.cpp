@@ -154,5 +154,47 @@ TEST_F(TextBoxOnScreen, IsLeftWhenTheUserComesBackToAnotherControl) {
   EXPECT_EQ(rig.events(), Lines({"left with 10"}));
 }
 
+TEST_F(TextBoxOnScreen, IsLeftWhenItsWindowHides) {
+  box().setFocus();
+  sample->Hide();
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+
+  sample->Show();
+  QApplication::setActiveWindow(&rig.window(*sample));
+  Settle();
+  ASSERT_TRUE(box().hasFocus());
+  rig.widget(*sample, "Text2").setFocus();
+  EXPECT_EQ(rig.events(), Lines({"left with 10"})) << "the user has worked in it once more";
+}
+
+TEST_F(TextBoxOnScreen, IsLeftOnceWhenItsWindowHidesAndAnotherHasTheKeyboard) {
+  box().setFocus();
+  other_form->Show();
+  rig.events();
+  QApplication::setActiveWindow(&rig.window(*sample));
+  box().setFocus();
+  Settle();
+  sample->Hide();
+  QApplication::setActiveWindow(&rig.window(*other_form));
+  rig.widget(*other_form, "Text1").setFocus();
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left with 10"}));
+}
+
+TEST_F(TextBoxOnScreen, IsNotLeftWhenAnotherWindowHides) {
+  other_form->Show();
+  sample->Show();
+  QApplication::setActiveWindow(&rig.window(*sample));
+  box().setFocus();
+  Settle();
+  rig.events();
+  other_form->Hide();
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 }  // namespace
 }  // namespace borvane

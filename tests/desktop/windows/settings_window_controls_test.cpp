@@ -3,46 +3,21 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScreen>
-#include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
-#include "records/frmRecords.h"
-#include "settings/conffrm.h"
-#include "support/desktop/screen_rig.h"
+#include "support/desktop/settings_by_hand.h"
 
 namespace borvane {
 namespace {
 
-/// The settings window as the user gets to it, above the records window.
-class SettingsControls : public testing::Test {
- protected:
-  SettingsControls() {
-    frmRecords->Show();
-    conffrm->Show(&*frmRecords);
-    Settle();
-    rig.events();
-  }
-
-  FormWindow &window() const { return rig.window(*conffrm); }
-
-  /// The writes since the last look.
-  Lines writes() {
-    Lines lines = rig.events();
-    std::erase_if(lines, [](const std::string &line) { return !line.starts_with("write "); });
-    return lines;
-  }
-
-  ScreenRig rig;
-};
-
-TEST_F(SettingsControls, AreInTheMiddleOfTheScreen) {
+TEST_F(SettingsByHand, IsInTheMiddleOfTheScreen) {
   // The program counts on a frame of 8 by 27 pixels, the screen has its own.
   const QSize free = QGuiApplication::primaryScreen()->size() - QSize(386 + 8, 402 + 27);
   EXPECT_LE((window().pos() - QPoint(free.width() / 2, free.height() / 2)).manhattanLength(), 1);
 }
 
-TEST_F(SettingsControls, ShowsEveryControlOfItsForm) {
+TEST_F(SettingsByHand, ShowsEveryControlOfItsForm) {
   const std::function<void(const Container &)> look = [&](const Container &container) {
     for (Control *control : container.children()) {
       const bool is_seen = dynamic_cast<TimerControl *>(control) == nullptr && dynamic_cast<Inet *>(control) == nullptr;
@@ -55,49 +30,37 @@ TEST_F(SettingsControls, ShowsEveryControlOfItsForm) {
   look(*conffrm);
 }
 
-TEST_F(SettingsControls, BoxesAreNamedByTheirLabelsForAScreenReader) {
+TEST_F(SettingsByHand, NamesABoxByItsLabelForAScreenReader) {
   EXPECT_EQ(SpokenName(*rig.widget<QComboBox>(*conffrm, "Combo2").lineEdit()), "Zone");
   EXPECT_EQ(SpokenName(rig.widget(*conffrm, "Text1")), "Alert on Mag >=");
 }
 
-TEST_F(SettingsControls, PickedAreaIsStored) {
+TEST_F(SettingsByHand, StoresThePickedArea) {
   auto &areas = rig.widget<QComboBox>(*conffrm, "Combo2");
   EXPECT_EQ(areas.count(), 25);
   areas.setFocus();
   QTest::keyClick(&areas, Qt::Key_Down);
   EXPECT_EQ(SpokenValue(areas), "");
-  EXPECT_EQ(writes(), Lines());
+  EXPECT_EQ(happened(), Lines());
 
   areas.setCurrentIndex(0);
   QTest::keyClick(&areas, Qt::Key_Down);
 
   EXPECT_EQ(SpokenValue(areas), "Los Angeles");
-  EXPECT_EQ(writes(), Lines({"write Area=Los Angeles"}));
+  EXPECT_EQ(happened(), Lines({"write Area=Los Angeles"}));
 }
 
-TEST_F(SettingsControls, RefreshIsStoredWhenItsBoxIsLeft) {
-  auto &refresh = rig.widget<QLineEdit>(*conffrm, "Text2");
-  refresh.setFocus();
-  refresh.selectAll();
-  QTest::keyClicks(&refresh, "60");
-  EXPECT_EQ(writes(), Lines());
-
-  QTest::mouseClick(&rig.widget(*conffrm, "Text1"), Qt::LeftButton);
-
-  EXPECT_EQ(writes(), Lines({"write Refresh=60"}));
-}
-
-TEST_F(SettingsControls, RefreshIsStoredWhenTheRecordsWindowIsEntered) {
+TEST_F(SettingsByHand, StoresABoxWhenTheRecordsWindowIsEntered) {
   rig.widget(*conffrm, "Text2").setFocus();
   Settle();
   rig.widget(*frmRecords, "ListView1").setFocus();
   QApplication::setActiveWindow(&rig.window(*frmRecords));
   Settle();
 
-  EXPECT_EQ(writes(), Lines({"write Refresh=700"}));
+  EXPECT_EQ(happened(), Lines({"write Refresh=700"}));
 }
 
-TEST_F(SettingsControls, CoordinatesAreEnabledWithTheirBox) {
+TEST_F(SettingsByHand, EnablesTheCoordinatesWithTheirBox) {
   EXPECT_FALSE(rig.widget(*conffrm, "Text6(0)").isEnabled());
   auto &box = rig.widget<QCheckBox>(*conffrm, "Check4");
   QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(8, box.height() / 2));
@@ -108,7 +71,7 @@ TEST_F(SettingsControls, CoordinatesAreEnabledWithTheirBox) {
   EXPECT_EQ(conffrm->Text6(0).Text(), "116.5");
 }
 
-TEST_F(SettingsControls, CloseHidesTheWindowAndReleasesTheToolbarsButton) {
+TEST_F(SettingsByHand, HidesAtCloseAndReleasesTheToolbarsButton) {
   frmRecords->Toolbar1.Buttons(2).Value = 1;
   QTest::mouseClick(&rig.widget(*conffrm, "Command2"), Qt::LeftButton);
 
@@ -117,7 +80,7 @@ TEST_F(SettingsControls, CloseHidesTheWindowAndReleasesTheToolbarsButton) {
   EXPECT_EQ(frmRecords->Toolbar1.Buttons(2).Value(), 0);
 }
 
-TEST_F(SettingsControls, CloseBoxDoesWhatCloseDoes) {
+TEST_F(SettingsByHand, DoesAtItsCloseBoxWhatCloseDoes) {
   frmRecords->Toolbar1.Buttons(2).Value = 1;
   window().close();
   Settle();
@@ -127,16 +90,43 @@ TEST_F(SettingsControls, CloseBoxDoesWhatCloseDoes) {
   EXPECT_EQ(frmRecords->Toolbar1.Buttons(2).Value(), 0);
 }
 
-TEST_F(SettingsControls, CloseBoxDoesNothingWhileCloseIsDisabled) {
+TEST_F(SettingsByHand, DoesNothingAtItsCloseBoxWhileCloseIsDisabled) {
   conffrm->Command2.Enabled = false;
+  Type("Text2", "60");
+  window().close();
+  Settle();
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_EQ(happened(), Lines()) << "the box is not left either";
+
+  QTest::keyClick(&widget("Text2"), Qt::Key_Tab);
+  EXPECT_EQ(happened(), Lines{"write Refresh=60"});
+}
+
+TEST_F(SettingsByHand, StoresTheBoxInUseBeforeItsCloseBoxDoesAnything) {
+  frmRecords->Hide();
+  Type("Text2", "63");
+  happened();
   window().close();
   Settle();
 
-  EXPECT_TRUE(window().isVisible());
+  const Lines lines = happened();
+  ASSERT_GE(lines.size(), 2u);
+  EXPECT_EQ(lines[0], "write Refresh=63");
+  EXPECT_EQ(lines[1], "write LogAll=False");
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "write Refresh=63"), 1);
 }
 
-TEST_F(SettingsControls, KeepsWhatIsTypedWhenItIsShownAgain) {
-  conffrm->Text8.Enabled = true;
+TEST_F(SettingsByHand, StoresTheBoxInUseWhenNoOtherWindowTakesTheKeyboard) {
+  frmRecords->Hide();
+  Type("Text2", "63");
+  happened();
+  conffrm->Hide();
+  Settle();
+
+  EXPECT_EQ(happened(), Lines{"write Refresh=63"});
+}
+
+TEST_F(SettingsByHand, KeepsWhatIsTypedWhenItIsShownAgain) {
   QTest::keyClicks(&rig.widget(*conffrm, "Text8"), "Yucaipa");
   conffrm->Hide();
   conffrm->Show(&*frmRecords);

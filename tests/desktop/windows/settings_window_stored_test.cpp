@@ -2,7 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QtTest/QTest>
+#include <QRadioButton>
 #include <functional>
 #include <set>
 #include <string>
@@ -11,53 +11,10 @@
 #include <gtest/gtest.h>
 
 #include "bars/Form1.h"
-#include "records/frmRecords.h"
-#include "settings/conffrm.h"
-#include "support/desktop/screen_rig.h"
+#include "support/desktop/settings_by_hand.h"
 
 namespace borvane {
 namespace {
-
-/// The settings window, worked by hand; what it stores is in the trace.
-class SettingsByHand : public testing::Test {
- protected:
-  SettingsByHand() {
-    frmRecords->Show();
-    conffrm->Show(&*frmRecords);
-    Settle();
-    rig.events();
-  }
-
-  FormWindow &window() const { return rig.window(*conffrm); }
-  QWidget &widget(const char *name) const { return rig.widget(*conffrm, name); }
-
-  /// Clicks where a check box or an option button has its mark.
-  void Click(const char *name) const {
-    QWidget &there = widget(name);
-    QTest::mouseClick(&there, Qt::LeftButton, {}, QPoint(8, there.height() / 2));
-  }
-
-  void Press(const char *name, Qt::Key key) const {
-    widget(name).setFocus();
-    QTest::keyClick(&widget(name), key);
-  }
-
-  /// Replaces the text of a box by typing.
-  void Type(const char *name, const char *text) const {
-    QTest::mouseClick(&widget(name), Qt::LeftButton);
-    QTest::keyClick(&widget(name), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&widget(name), text);
-  }
-
-  /// What has been stored or done since the last look.
-  Lines happened() {
-    Lines lines = rig.events();
-    std::erase_if(lines, [](const std::string &line) { return line.starts_with("read "); });
-    return lines;
-  }
-
-  ScreenRig rig;
-};
 
 TEST_F(SettingsByHand, BeginsInTheListOfAreas) { EXPECT_TRUE(widget("Combo2").hasFocus()); }
 
@@ -163,6 +120,71 @@ TEST_F(SettingsByHand, StoresTheOptionsAtClose) {
   QTest::mouseClick(&widget("Command2"), Qt::LeftButton);
   EXPECT_EQ(rig.store()["LogAll"], "False");
   EXPECT_EQ(rig.store()["EdgeDetect"], " 2");
+}
+
+TEST_F(SettingsByHand, ChoosesAtTheScreensEdgeByClicksAndByTheArrowKeys) {
+  const auto chosen = [] {
+    std::string options;
+    for (int i = 0; i < conffrm->Option1.Count(); ++i)
+      options += conffrm->Option1(i).Value() ? '1' : '0';
+    return options;
+  };
+  const auto is_shown = [&](int i) {
+    return rig.widget<QRadioButton>(*conffrm, ("Option1(" + std::to_string(i) + ")").c_str()).isChecked();
+  };
+  ASSERT_EQ(chosen(), "100");
+  Click("Option1(1)");
+  EXPECT_EQ(chosen(), "010");
+  Click("Option1(0)");
+  EXPECT_EQ(chosen(), "100");
+
+  Press("Option1(0)", Qt::Key_Right);
+  EXPECT_EQ(chosen(), "010");
+  EXPECT_TRUE(widget("Option1(1)").hasFocus());
+  Press("Option1(1)", Qt::Key_Right);
+  EXPECT_EQ(chosen(), "001");
+  Press("Option1(2)", Qt::Key_Left);
+  EXPECT_EQ(chosen(), "010");
+  EXPECT_TRUE(is_shown(1) && !is_shown(0) && !is_shown(2));
+  EXPECT_EQ(happened(), Lines()) << "they are stored at Close";
+
+  Press("Command2", Qt::Key_Space);
+  EXPECT_EQ(rig.store()["EdgeDetect"], " 1");
+}
+
+TEST_F(SettingsByHand, ChoosesForTheLogByClicksAndByTheArrowKeys) {
+  Click("Check1");
+  Click("Option2(0)");
+  EXPECT_TRUE(conffrm->Option2(0).Value());
+  Press("Option2(0)", Qt::Key_Right);
+  EXPECT_TRUE(conffrm->Option2(1).Value());
+  EXPECT_FALSE(conffrm->Option2(0).Value());
+  EXPECT_TRUE(widget("Option2(1)").hasFocus());
+  Press("Option2(1)", Qt::Key_Left);
+  EXPECT_TRUE(conffrm->Option2(0).Value());
+  EXPECT_TRUE(conffrm->Option1(0).Value()) << "the other group keeps its choice";
+  EXPECT_EQ(happened(), Lines{"write EnableLog= 1"});
+
+  QTest::mouseClick(&widget("Command2"), Qt::LeftButton);
+  EXPECT_EQ(rig.store()["LogAll"], "True");
+  EXPECT_EQ(rig.store()["EdgeDetect"], " 0");
+}
+
+TEST_F(SettingsByHand, StoresNothingOfTheSnapshotAndTheCoordinates) {
+  Click("Check5");
+  EXPECT_EQ(conffrm->Check5.Value(), 0);
+  Press("Check5", Qt::Key_Space);
+  EXPECT_EQ(conffrm->Check5.Value(), 1);
+
+  Click("Check4");
+  Type("Text6(0)", "34.1");
+  QTest::keyClick(&widget("Text6(0)"), Qt::Key_Tab);
+  EXPECT_TRUE(widget("Text6(1)").hasFocus());
+  Type("Text6(1)", "116.5");
+  QTest::keyClick(&widget("Text6(1)"), Qt::Key_Tab);
+  EXPECT_EQ(conffrm->Text6(0).Text(), "34.1");
+  EXPECT_EQ(conffrm->Text6(1).Text(), "116.5");
+  EXPECT_EQ(happened(), Lines());
 }
 
 TEST_F(SettingsByHand, MovesTheShortBarByItsBoxes) {
