@@ -99,6 +99,8 @@ void RecordsForm::SwitchSettings() {
     conffrm->Timer1.Enabled = true;
     conffrm->Show(this);
   } else {
+    // Meant (toolbar-stores-no-choices): the choices for the log and for the screen's edge should be stored however the
+    // window is closed. "Close" and the close box store them, and this only hides the window.
     conffrm->Hide();
     // Meant (area-index-stays): the position of the stored area should follow the choice. It is found at the start
     // alone, so after one change of area every closing of the settings refreshes at once.

@@ -30,6 +30,8 @@ struct SettingsForm : FormBase {
                                    {.Caption = "Alert on Mag >="},
                                    {.Caption = "Magnitude"},
                                    {.Caption = "Bar Top"},
+                                   // Meant (bar-left-label-is-always-grey): the label should be enabled like its box,
+                                   // or follow it. Nothing ever enables it.
                                    {.Caption = "Bar Left", .Enabled = false},
                                    {.Caption = "Alarm Tone"},
                                    {.Caption = "Repetition"},

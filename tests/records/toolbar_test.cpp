@@ -221,6 +221,21 @@ TEST(SettingsButton, StartsTheTimerAgainWhileTheRefreshButtonIsDown) {
   EXPECT_EQ(rig.trace(), (Lines{"set Buttons(2).Value=0", "set Timer1=false", "hide conffrm", "set Timer1=true"}));
 }
 
+TEST(SettingsButton, StoresNeitherTheLogChoiceNorTheEdgeChoice) {
+  RecordProperty("quirk", "toolbar-stores-no-choices");
+  WatchingRig rig;
+  rig.press(frmRecords->Toolbar1, settings);
+  rig.happen([] {
+    conffrm->Option2(1).Value = true;
+    conffrm->Option1(2).Value = true;
+  });
+  rig.press(frmRecords->Toolbar1, settings);
+  EXPECT_FALSE(conffrm->IsShown());
+  EXPECT_FALSE(rig.store().Has("LogAll"));
+  EXPECT_FALSE(rig.store().Has("EdgeDetect"));
+  EXPECT_TRUE(conffrm->Option1(2).Value()) << "it holds until the program ends";
+}
+
 TEST(SettingsButton, RefreshesAtOnceAfterAChangeOfArea) {
   WatchingRig rig;
   rig.press(frmRecords->Toolbar1, refresh);

@@ -93,6 +93,18 @@ TEST(Text4, DoesNothingWithAnyOtherFace) {
   }
 }
 
+TEST(Text4, IsEnabledBesideALabelThatNeverIs) {
+  RecordProperty("quirk", "bar-left-label-is-always-grey");
+  for (const std::uint8_t face : {face_records, face_short_bar, face_long_bar}) {
+    WatchingRig rig;
+    Module1->BarMode = face;
+    rig.type(conffrm->Text4, "150");
+    rig.leave(conffrm->Text4);
+    EXPECT_TRUE(conffrm->Text4.Enabled()) << int{face};
+    EXPECT_FALSE(conffrm->Label1(6).Enabled()) << int{face};
+  }
+}
+
 TEST(Text4, LoadsNoBarAtAStartThatPutsTheAlertMagnitudeIntoIt) {
   Rig rig;
   rig.store()["Alert"] = "4.5";

@@ -85,13 +85,22 @@ Lines WithFace(std::uint8_t face, int colorize, const std::function<void(Rig &)>
 }
 
 TEST(ColorBox, RepaintsTheBarThatIsUpWhileTagsAreColored) {
-  const auto click = [](Rig &rig) { rig.click(conffrm->Picture1(0)); };
-  EXPECT_EQ(WithFace(face_short_bar, 1, click), (Lines{"write Color0= 1", "load Form1"}));
-  EXPECT_EQ(WithFace(face_long_bar, 1, click), (Lines{"write Color0= 1", "load newTagFrm"}));
-  EXPECT_EQ(WithFace(face_records, 1, click), Lines{"write Color0= 1"});
+  const auto click = [](Rig &rig) {
+    rig.watch(conffrm->Picture1(0), conffrm->Picture1(0).BackColor, "BackColor");
+    rig.watch(conffrm->Label1(14), conffrm->Label1(14).Caption, "Label1(14)");
+    rig.click(conffrm->Picture1(0));
+  };
+  const auto steps_and = [](const Lines &repaint) {
+    Lines lines = {"set BackColor=16711680", "set Label1(14)=1", "write Color0= 1"};
+    lines.insert(lines.end(), repaint.begin(), repaint.end());
+    return lines;
+  };
+  EXPECT_EQ(WithFace(face_short_bar, 1, click), steps_and({"load Form1"}));
+  EXPECT_EQ(WithFace(face_long_bar, 1, click), steps_and({"load newTagFrm"}));
+  EXPECT_EQ(WithFace(face_records, 1, click), steps_and({}));
   for (const int off : {0, 2}) {
-    EXPECT_EQ(WithFace(face_short_bar, off, click), Lines{"write Color0= 1"}) << off;
-    EXPECT_EQ(WithFace(face_long_bar, off, click), Lines{"write Color0= 1"}) << off;
+    EXPECT_EQ(WithFace(face_short_bar, off, click), steps_and({})) << off;
+    EXPECT_EQ(WithFace(face_long_bar, off, click), steps_and({})) << off;
   }
 }
 

@@ -25,6 +25,23 @@ TEST(LogBox, EnablesItsOptionsWhileItIsTicked) {
             (Lines{"write EnableLog= 1", "write EnableLog= 2", "write EnableLog= 1", "write EnableLog= 0"}));
 }
 
+TEST(LogBox, EnablesThenStoresThenLooksAtClose) {
+  Rig rig;
+  rig.store()["LogAll"] = "False";
+  rig.start();
+  rig.clear_trace();
+  rig.watch(conffrm->Option2(0), conffrm->Option2(0).Enabled, "All");
+  rig.watch(conffrm->Option2(1), conffrm->Option2(1).Enabled, "Only for");
+  rig.watch(conffrm->Text8, conffrm->Text8.Enabled, "place");
+  rig.watch(conffrm->Command2, conffrm->Command2.Enabled, "Close");
+  rig.tick_off(conffrm->Check1, 1);
+  EXPECT_EQ(rig.trace(), (Lines{"set All=true", "set Only for=true", "write EnableLog= 1", "set Close=false"}));
+  rig.clear_trace();
+  rig.tick_off(conffrm->Check1, 0);
+  EXPECT_EQ(rig.trace(),
+            (Lines{"set All=false", "set Only for=false", "set place=false", "write EnableLog= 0", "set Close=true"}));
+}
+
 TEST(LogBox, LeavesThePlaceBoxEnabledUntilItsFirstClick) {
   RecordProperty("quirk", "place-box-starts-enabled");
   WatchingRig rig;

@@ -37,6 +37,8 @@ class TracedProperties final : public PropertyWatcher {
       return value ? "true" : "false";
     else if constexpr (std::is_same_v<T, float>)
       return SingleText(value);
+    else if constexpr (std::is_unsigned_v<T>)
+      return std::to_string(value);
     else
       return IntegerText(value);
   }

@@ -14,7 +14,7 @@ STORED = {
     "StartWOS": '" 1"',
 }
 
-BOXES = {"Refresh": "60", "Alert on Mag >=": "99", "Move": "450", "Only for zone/city": "Yucaipa", "Alarm Tone": "20", "Repetition": "3"}
+BOXES = {"Refresh": "60", "Alert on Mag >=": "99", "On edge detection, Move": "450", "Only for zone/city": "Yucaipa", "Alarm Tone": "20", "Repetition": "3"}
 TICKED = ("Save size and position", "Colorize Bar tags", "Log", "Start with Windows", "Sound is ")
 RECORD_START = """#!/bin/sh
 printf '%s' "$0" >"${0%/*}/started"
@@ -117,6 +117,24 @@ class SettingsWindow(SystemTest):
         subprocess.run(["desktop-file-validate", self.autostart_entry], check=True)
         self.click(monitor, "Start with Windows", "check box")
         self.wait_until("no autostart entry", lambda: not self.autostart_entry.exists())
+
+    def test_leaves_a_hidden_entry_alone_until_the_user_ticks_the_box(self):
+        hidden = "[Desktop Entry]\nType=Application\nName=Borvane\nExec=/old/borvane\nHidden=true\n"
+        self.autostart_entry.parent.mkdir(parents=True)
+        self.autostart_entry.write_text(hidden)
+        self.use_settings(StartWOS='" 1"')
+        monitor = self.start_monitor()
+        self.open_settings(monitor)
+        self.assertTrue(self.desk.is_checked(self.desk.find(monitor.program, "Start with Windows", "check box")))
+        self.assertEqual(hidden, self.autostart_entry.read_text())
+
+        self.click(monitor, "Start with Windows", "check box")
+        self.wait_until("no autostart entry", lambda: not self.autostart_entry.exists())
+        self.autostart_entry.write_text(hidden)
+        self.click(monitor, "Start with Windows", "check box")
+        self.wait_until("the new entry", lambda: self.autostart_entry.read_text() != hidden)
+        self.assertIn(f'Exec="{self.programs}/borvane"\n', self.autostart_entry.read_text())
+        self.assertNotIn("Hidden", self.autostart_entry.read_text())
 
 
 if __name__ == "__main__":

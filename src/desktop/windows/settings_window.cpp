@@ -19,7 +19,6 @@ namespace {
 constexpr int margin = 6;
 constexpr int spacing = 5;
 constexpr int group_spacing = 8;
-constexpr int row_height = 19;
 constexpr int number_width = 52;
 constexpr int code_width = 14;
 constexpr int label_width = 56;  // of the first labels of the rows: the boxes after them are a column
@@ -31,24 +30,25 @@ QVBoxLayout &LayOut(QWidget &group) {
   return *rows;
 }
 
-/// A new group with an outline.
-QVBoxLayout &AddGroup(QBoxLayout &groups) {
+/// A new group with an outline, and its name for a screen reader if it has one.
+QVBoxLayout &AddGroup(QBoxLayout &groups, const QString &name = {}) {
   auto *group = new FrameWidget(groups.parentWidget());
+  group->setAccessibleName(name);
   groups.addWidget(group);
   return LayOut(*group);
 }
 
-QHBoxLayout &AddRow(QBoxLayout &group) {
-  auto *row = new QHBoxLayout;
-  row->setSpacing(spacing + 1);
-  row->addStrut(row_height);
-  group.addLayout(row);
-  return *row;
+/// The height of every row and of what is in it. A text box rounds up where it divides the room above and below its
+/// text, all else rounds down: the texts of a row are on one line if there is nothing to round.
+int RowHeight(const QFontMetrics &font) {
+  constexpr int least = 18;
+  return least + font.height() % 2;
 }
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(SettingsForm &form, FocusTracker &focus) : FormWindow(form, focus), settings_(form) {}
+SettingsWindow::SettingsWindow(SettingsForm &form, FocusTracker &focus)
+    : FormWindow(form, focus), settings_(form), row_height_(RowHeight(fontMetrics())) {}
 
 void SettingsWindow::Build() {
   auto *groups = new QVBoxLayout(this);
@@ -122,6 +122,8 @@ void SettingsWindow::AddSwatch(QBoxLayout &row, PictureBox &box, Label &label) {
 
 void SettingsWindow::BuildEdge(QBoxLayout &groups) {
   QWidget &frame = *Bind(settings_.Frame1, *this, Placing::ByLayout);
+  const QString name = ShownText(settings_.Label4.Caption());
+  frame.setAccessibleName(name);
   groups.addWidget(&frame);
   QHBoxLayout &row = AddRow(LayOut(frame));
   Add(row, settings_.Label4);
@@ -129,13 +131,13 @@ void SettingsWindow::BuildEdge(QBoxLayout &groups) {
   Add(row, settings_.Option1(0));
   QWidget &offset = Add(row, settings_.Text7);
   offset.setFixedWidth(number_width);
-  offset.setAccessibleName(ShownText(settings_.Option1(0).Caption()));
+  offset.setAccessibleName(name + ", " + ShownText(settings_.Option1(0).Caption()));
   Add(row, settings_.Option1(1));
   Add(row, settings_.Option1(2));
 }
 
 void SettingsWindow::BuildLog(QBoxLayout &groups) {
-  QHBoxLayout &row = AddRow(AddGroup(groups));
+  QHBoxLayout &row = AddRow(AddGroup(groups, ShownText(settings_.Check1.Caption())));
   Add(row, settings_.Check1);
   row.addStretch();
   Add(row, settings_.Option2(0));
@@ -182,9 +184,22 @@ void SettingsWindow::closeEvent(QCloseEvent *event) {
   FormWindow::closeEvent(event);
 }
 
+QHBoxLayout &SettingsWindow::AddRow(QBoxLayout &group) const {
+  auto *row = new QHBoxLayout;
+  row->setSpacing(spacing + 1);
+  row->addStrut(row_height_);
+  group.addLayout(row);
+  return *row;
+}
+
 QWidget &SettingsWindow::Add(QBoxLayout &row, Control &control) {
   QWidget &widget = *Bind(control, *row.parentWidget(), Placing::ByLayout);
-  widget.setMaximumHeight(row_height);
+  widget.setMaximumHeight(row_height_);
+  if (auto *label = qobject_cast<QLabel *>(&widget)) {
+    // As high as the row, its text is where the style puts that of a check box.
+    label->setMinimumHeight(row_height_);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  }
   row.addWidget(&widget, 0, Qt::AlignVCenter);
   return widget;
 }

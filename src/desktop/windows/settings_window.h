@@ -3,6 +3,7 @@
 #include "desktop/windows/form_window.h"
 
 class QBoxLayout;
+class QHBoxLayout;
 
 namespace borvane {
 
@@ -30,6 +31,8 @@ class SettingsWindow final : public FormWindow {
   void BuildSound(QBoxLayout &groups);
   void BuildLastRow(QBoxLayout &groups);
 
+  QHBoxLayout &AddRow(QBoxLayout &group) const;
+
   /// Puts the widget of `control` at the end of `row`.
   QWidget &Add(QBoxLayout &row, Control &control);
 
@@ -43,6 +46,7 @@ class SettingsWindow final : public FormWindow {
   void AddSwatch(QBoxLayout &row, PictureBox &box, Label &label);
 
   SettingsForm &settings_;
+  const int row_height_;
   QWidget *close_ = nullptr;
 };
 
