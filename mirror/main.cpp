@@ -12,6 +12,10 @@ int main(int argc, char *argv[]) {
   // printed.
   std::signal(SIGPIPE, SIG_IGN);
 #endif
+#ifdef SIGXFSZ
+  // A write beyond the user's limit for the size of a file fails like one to a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
   const QCoreApplication application(argc, argv);
   QCoreApplication::setOrganizationName("Nalvorin");
   QCoreApplication::setApplicationName("borvane-mirror");

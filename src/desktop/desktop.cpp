@@ -1,5 +1,6 @@
 #include "desktop/desktop.h"
 
+#include <csignal>
 #include <cstdio>
 
 #include "desktop/appearance.h"
@@ -26,6 +27,10 @@ Desktop::Desktop(char *program_path)
           },
           [this] { settings_.Finish(); }),
       dark_preference_(PreferDark) {
+#ifdef SIGXFSZ
+  // A write beyond the user's limit for the size of a file fails like one to a full disk.
+  std::signal(SIGXFSZ, SIG_IGN);
+#endif
   // A hidden records window with no bar leaves the program running.
   QApplication::setQuitOnLastWindowClosed(false);
   SetAppearance();

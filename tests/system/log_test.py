@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The log of the real monitor: its bytes over several refreshes, its viewer, and what may be in its place."""
 import os
+import resource
 import shutil
 import unittest
 
@@ -82,6 +83,17 @@ class Log(SystemTest):
         self.desk.click(self.desk.find(self.monitor.program, "Logs"))
         self.wait_until("the viewer", opened.exists)
         self.assertEqual(self.log.as_uri(), opened.read_text().strip())
+
+    def test_a_limit_for_the_size_of_files_ends_nothing_and_leaves_whole_lines(self):
+        size_limit = len(line("3.1")) * 2 + 10
+        self.monitor = self.start_monitor()
+        resource.prlimit(self.monitor.program.pid, resource.RLIMIT_FSIZE, (size_limit, resource.RLIM_INFINITY))
+        self.refresh("3.3", "3.2", "3.1")
+        self.expect_log("3.3", "3.2")
+        resource.prlimit(self.monitor.program.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
+        self.refresh("3.3", "3.2", "3.1")
+        self.expect_log("3.3", "3.2", "3.1")
+        self.assertIsNone(self.monitor.program.poll())
 
     def test_nothing_in_its_place_stops_the_window(self):
         self.monitor = self.start_monitor()

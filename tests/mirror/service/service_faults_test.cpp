@@ -331,6 +331,27 @@ TEST_F(FileFaults, HaveEveryReportThatWasAnsweredOkWhenTheDiskIsFull) {
   }
 }
 
+TEST_F(FileFaults, HaveEveryReportThatWasAnsweredOkWhenFilesMayGrowNoFurther) {
+  QByteArrayList answered_ok;
+  {
+    MirrorProcess mirror({"--store", address_.file}, Surroundings{.largest_file = 100'000});
+    constexpr int reports_that_one_address_may_send = 30;
+    for (int number = 1; number <= reports_that_one_address_may_send; ++number) {
+      const QByteArray answer = Report(mirror.Port(), number);
+      if (answer == "ok")
+        answered_ok.append(QByteArray::number(number));
+      else
+        EXPECT_TRUE(answer.contains("503")) << answer.constData();
+    }
+    EXPECT_EQ(GetFromMaker(mirror.Port(), "/borvane/version.txt").value().body, "235") << "the mirror has not ended";
+    EXPECT_GT(answered_ok.size(), 0);
+    EXPECT_LT(answered_ok.size(), reports_that_one_address_may_send);
+  }
+  const QByteArrayList reports = Reports(address_.file);
+  for (const QByteArray &number : answered_ok)
+    EXPECT_EQ(reports.count(number), 1) << "report " << number.constData();
+}
+
 TEST_F(FileFaults, HaveNothingAnsweredOkThatIsNotOnTheDisk) {
   {
     MirrorProcess mirror({"--store", address_.file});

@@ -22,12 +22,15 @@ MirrorProcess::MirrorProcess(QStringList arguments, const Surroundings &surround
   for (const QString &variable : surroundings.variables)
     environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
   process_.setProcessEnvironment(environment);
-  process_.setChildProcessModifier([files = surroundings.files] {
+  process_.setChildProcessModifier([files = surroundings.files, largest_file = surroundings.largest_file] {
     const rlimit limit = {.rlim_cur = files.soft, .rlim_max = files.hard};
     ::setrlimit(RLIMIT_NOFILE, &limit);
-    // Qt ignores the first signal in the test, a shell may ignore the second one, and a child inherits what is ignored.
+    const rlimit size_limit = {.rlim_cur = largest_file, .rlim_max = RLIM_INFINITY};
+    ::setrlimit(RLIMIT_FSIZE, &size_limit);
+    // Qt ignores the first signal in the test, a shell may ignore the others, and a child inherits what is ignored.
     ::signal(SIGPIPE, SIG_DFL);
     ::signal(SIGINT, SIG_DFL);
+    ::signal(SIGXFSZ, SIG_DFL);
   });
   if (!surroundings.errors_to.isEmpty())
     process_.setStandardErrorFile(surroundings.errors_to, QIODevice::Append);

@@ -22,7 +22,8 @@ inline constexpr OpenFiles few_files = {.soft = 14, .hard = 14};
 struct Surroundings {
   QStringList variables = {};  ///< added to the environment, "TZ=UTC"
   OpenFiles files = {};
-  QString errors_to = {};  ///< a file for standard error, in place of this object
+  rlim_t largest_file = RLIM_INFINITY;  ///< in bytes: no file that the program writes grows beyond it
+  QString errors_to = {};               ///< a file for standard error, in place of this object
 };
 
 /// The real program, started on a free port of the loopback address; it ends with this object.
