@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QStandardPaths>
 #include <array>
+#include <optional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -35,7 +36,10 @@ class RegularFile {
  public:
   RegularFile(std::string_view path, int flags)
       : descriptor_(::open(std::string(path).c_str(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666)) {
-    if (IsOpen() && !S_ISREG(Status().st_mode))
+    if (!IsOpen())
+      return;
+    const std::optional<FileStatus> status = Status();
+    if (!status || !S_ISREG(status->st_mode))
       Close();
   }
   ~RegularFile() { Close(); }
@@ -44,10 +48,10 @@ class RegularFile {
 
   bool IsOpen() const { return descriptor_ >= 0; }
 
-  FileStatus Status() const {
+  /// Nothing when that cannot be found out.
+  std::optional<FileStatus> Status() const {
     FileStatus status = {};
-    ::fstat(descriptor_, &status);
-    return status;
+    return ::fstat(descriptor_, &status) == 0 ? std::optional(status) : std::nullopt;
   }
 
   /// The number of bytes read, 0 at the end of the file, less when that fails.
@@ -55,24 +59,38 @@ class RegularFile {
 
   /// Writes all of the text after the last byte, or nothing. Returns whether that succeeded.
   bool Append(std::string_view text) const {
-    const off_t size = Status().st_size;
-    if (Write(text))
+    const std::optional<FileStatus> before = Status();
+    if (!before)
+      return false;
+    const std::size_t written = Write(text);
+    if (written == text.size())
       return true;
-    // Half a line would become the beginning of the next one.
-    [[maybe_unused]] const int undone = ::ftruncate(descriptor_, size);
+    if (written > 0)
+      Undo(before->st_size, written);
     return false;
   }
 
  private:
-  /// Writes the text, in several parts if need be; on a full disk, only its first part.
-  bool Write(std::string_view text) const {
-    while (!text.empty()) {
-      const ssize_t written = ::write(descriptor_, text.data(), text.size());
-      if (written < 0)
-        return false;
-      text.remove_prefix(static_cast<std::size_t>(written));
+  /// Writes the text, in several parts if need be; on a full disk, only its first part. Returns the number of bytes
+  /// written.
+  std::size_t Write(std::string_view text) const {
+    std::size_t written = 0;
+    while (written < text.size()) {
+      const ssize_t count = ::write(descriptor_, text.data() + written, text.size() - written);
+      if (count < 0)
+        break;
+      written += static_cast<std::size_t>(count);
     }
-    return true;
+    return written;
+  }
+
+  /// Takes back the bytes that were written after the first `size`: half a line would become the beginning of the next
+  /// one. Where another program has written to the file meanwhile, its bytes stay, and so do these.
+  void Undo(off_t size, std::size_t written) const {
+    const std::optional<FileStatus> now = Status();
+    if (!now || now->st_size != size + static_cast<off_t>(written))
+      return;
+    [[maybe_unused]] const int undone = ::ftruncate(descriptor_, size);
   }
 
   void Close() {
@@ -119,9 +137,10 @@ void DesktopFiles::MakeFolder(std::string_view path) {
 
 FileState DesktopFiles::StateOf(std::string_view path) {
   const RegularFile file(path, O_RDONLY);
-  if (!file.IsOpen())
+  const std::optional<FileStatus> status = file.IsOpen() ? file.Status() : std::nullopt;
+  if (!status)
     Fail(Failure::FileAccess);
-  return StateIn(file.Status());
+  return StateIn(*status);
 }
 
 bool DesktopFiles::Read(std::string_view path, const std::function<void(std::string_view)> &take) {
@@ -139,7 +158,8 @@ FileState DesktopFiles::Append(std::string_view path, std::string_view text) {
   const RegularFile file(path, O_WRONLY | O_APPEND | O_CREAT);
   if (!file.IsOpen() || !file.Append(text))
     Fail(Failure::FileAccess);
-  return StateIn(file.Status());
+  // The text is in the file. Where its state cannot be found out, the one that is returned is that of no file.
+  return StateIn(file.Status().value_or(FileStatus{}));
 }
 
 }  // namespace borvane

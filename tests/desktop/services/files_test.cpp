@@ -39,7 +39,7 @@ class Variable {
 };
 
 /// No file grows beyond so many bytes as long as it lives: a write stops there, and the next one fails, as on a full
-/// disk.
+/// disk. The program ignores the signal that comes with it from its start on.
 class SmallDisk {
  public:
   explicit SmallDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
@@ -252,6 +252,58 @@ TEST_F(DesktopFilesTest, WriteTheRestOfAWriteThatWasCutShort) {
   files.Append(path, "2.0 a b\r\n");
   EXPECT_TRUE(disk.HasStruck());
   EXPECT_EQ(Content(path), "before\r\n2.0 a b\r\n");
+}
+
+TEST_F(DesktopFilesTest, LeaveWhatAnotherProgramAppendsWhileAWriteIsCutShort) {
+  files.Append(path, "before\r\n");
+  WatchedDisk disk(place.path());
+  disk.Break(WatchedDisk::Fault::full, 1);
+  disk.WhenFull([this] { files.Append(path, "theirs\r\n"); });
+  EXPECT_EQ(FailureOf([&] { files.Append(path, "2.0 a b\r\n"); }), file_access);
+  EXPECT_TRUE(disk.HasStruck());
+  EXPECT_EQ(Content(path), "before\r\n2.0 theirs\r\n");
+}
+
+TEST_F(DesktopFilesTest, LeaveAFileThatAnotherProgramMakesEmptyWhileAWriteIsCutShort) {
+  files.Append(path, "before\r\n");
+  WatchedDisk disk(place.path());
+  disk.Break(WatchedDisk::Fault::full, 1);
+  disk.WhenFull([this] { Write(path, ""); });
+  EXPECT_EQ(FailureOf([&] { files.Append(path, "2.0 a b\r\n"); }), file_access);
+  EXPECT_EQ(Content(path), "");
+}
+
+TEST_F(DesktopFilesTest, LeaveWhatAnotherProgramAppendsWhereNothingFits) {
+  files.Append(path, "before\r\n");
+  WatchedDisk disk(place.path());
+  disk.Break(WatchedDisk::Fault::full, 0);
+  disk.WhenFull([this] { files.Append(path, "theirs\r\n"); });
+  EXPECT_EQ(FailureOf([&] { files.Append(path, "2.0 a b\r\n"); }), file_access);
+  EXPECT_EQ(Content(path), "before\r\ntheirs\r\n");
+}
+
+TEST_F(DesktopFilesTest, KeepEveryByteWhereTheStateOfAFileCannotBeFoundOut) {
+  files.Append(path, "before\r\n");
+  const FileState before = files.StateOf(path);
+  int times_asked = 0;
+  for (bool has_struck = true; has_struck; times_asked += has_struck ? 1 : 0) {
+    int failure = 0;
+    {
+      WatchedDisk disk(place.path());
+      disk.Break(WatchedDisk::Fault::state, times_asked + 1);
+      failure = FailureOf([&] { EXPECT_NE(files.Append(path, "2.0 a b\r\n"), before); });
+      has_struck = disk.HasStruck();
+    }
+    ASSERT_EQ(Content(path), failure == file_access ? "before\r\n" : "before\r\n2.0 a b\r\n") << times_asked;
+    Write(path, "before\r\n");
+  }
+  EXPECT_EQ(times_asked, 3);
+
+  for (const int first_or_second : {1, 2}) {
+    WatchedDisk disk(place.path());
+    disk.Break(WatchedDisk::Fault::state, first_or_second);
+    EXPECT_EQ(FailureOf([&] { files.StateOf(path); }), file_access);
+  }
 }
 
 TEST_F(DesktopFilesTest, ReadUpToAFaultOfTheDisk) {

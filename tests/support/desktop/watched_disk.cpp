@@ -39,6 +39,14 @@ bool Fails(const char *path, int error, bool is_sync = false) {
 
 bool Fails(int descriptor, int error) { return Fails(PathOf(descriptor).c_str(), error); }
 
+bool StateFails(int descriptor) {
+  WatchedDisk *disk = DiskOf(PathOf(descriptor).c_str());
+  if (disk == nullptr || !disk->StateFails())
+    return false;
+  errno = EIO;
+  return true;
+}
+
 void Note(const char *what, const std::string &path, int result) {
   WatchedDisk *disk = DiskOf(path.c_str());
   if (disk != nullptr && result == 0)
@@ -74,10 +82,23 @@ bool WatchedDisk::Fails(bool is_sync) {
   return fails;
 }
 
-std::size_t WatchedDisk::Written(std::size_t count) {
-  const bool is_half = ++writes_ == number_ && fault_ == Fault::half;
+std::optional<std::size_t> WatchedDisk::Written(std::size_t count) {
+  ++writes_;
+  if (fault_ == Fault::full && writes_ == number_ + 1) {
+    watched = nullptr;
+    when_full_();
+    watched = this;
+    return {};
+  }
+  const bool is_half = writes_ == number_ && (fault_ == Fault::half || fault_ == Fault::full);
   has_struck_ |= is_half;
   return is_half ? count / 2 : count;
+}
+
+bool WatchedDisk::StateFails() {
+  const bool fails = fault_ == Fault::state && ++states_ == number_;
+  has_struck_ |= fails;
+  return fails;
 }
 
 void WatchedDisk::Note(const char *what, const std::string &path) {
@@ -132,7 +153,21 @@ ssize_t write(int descriptor, const void *bytes, size_t count) {
   if (Fails(path.c_str(), ENOSPC))
     return -1;
   WatchedDisk *disk = DiskOf(path.c_str());
-  return real(descriptor, bytes, disk == nullptr ? count : disk->Written(count));
+  const std::optional<std::size_t> taken = disk == nullptr ? count : disk->Written(count);
+  if (taken)
+    return real(descriptor, bytes, *taken);
+  errno = ENOSPC;
+  return -1;
+}
+
+int fstat(int descriptor, struct stat *state) noexcept {
+  static auto *const real = Real<int(int, struct stat *)>("fstat");
+  return StateFails(descriptor) ? -1 : real(descriptor, state);
+}
+
+int fstat64(int descriptor, struct stat64 *state) noexcept {
+  static auto *const real = Real<int(int, struct stat64 *)>("fstat64");
+  return StateFails(descriptor) ? -1 : real(descriptor, state);
 }
 
 int fsync(int descriptor) {

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace borvane {
@@ -20,11 +23,16 @@ class WatchedDisk {
     once,      ///< the call with that number fails
     for_good,  ///< that call fails and all after it
     sync,      ///< the number counts only what brings something to the disk
-    half       ///< the write with that number takes half of what it is given
+    half,      ///< the write with that number takes half of what it is given
+    full,      ///< the same, and the write after it fails
+    state      ///< the number counts only what asks for the state of an open file
   };
 
   /// Numbers count from 1, and from the start of this object.
   void Break(Fault fault, int number) { fault_ = fault, number_ = number; }
+
+  /// `event` happens when the disk is full, in front of the write that fails.
+  void WhenFull(std::function<void()> event) { when_full_ = std::move(event); }
 
   /// Whether the fault has struck.
   bool HasStruck() const { return has_struck_; }
@@ -40,8 +48,11 @@ class WatchedDisk {
   /// Counts a call and gives whether it has to fail.
   bool Fails(bool is_sync);
 
-  /// Counts a write and gives the number of bytes that it may take of `count`.
-  std::size_t Written(std::size_t count);
+  /// Counts a write and gives the number of bytes that it may take of `count`; nothing when it has to fail.
+  std::optional<std::size_t> Written(std::size_t count);
+
+  /// Counts a question for a file's state and gives whether it has to fail.
+  bool StateFails();
 
   void Note(const char *what, const std::string &path);
 
@@ -53,6 +64,8 @@ class WatchedDisk {
   int calls_ = 0;
   int syncs_ = 0;
   int writes_ = 0;
+  int states_ = 0;
+  std::function<void()> when_full_ = [] {};
   bool has_struck_ = false;
 };
 
