@@ -12,13 +12,24 @@ namespace borvane {
 
 namespace {
 
-bool BelongsToThisUserAlone(const QString &path) {
+/// Whether the path is a folder of this user's, and no link to one.
+bool BelongsToThisUser(const QString &path) {
   const QFileInfo folder(path);
   if (!folder.isDir() || folder.isSymLink())
     return false;
 #ifdef Q_OS_UNIX
+  return folder.ownerId() == ::geteuid();
+#else
+  return true;
+#endif
+}
+
+bool BelongsToThisUserAlone(const QString &path) {
+  if (!BelongsToThisUser(path))
+    return false;
+#ifdef Q_OS_UNIX
   const QFile::Permissions of_others = QFile::WriteGroup | QFile::WriteOther;
-  return folder.ownerId() == ::geteuid() && !(folder.permissions() & of_others);
+  return !(QFile::permissions(path) & of_others);
 #else
   return true;
 #endif
@@ -32,7 +43,9 @@ QString SocketFolder() {
     return runtime;
   const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + "/borvane";
   QDir().mkpath(cache);
-  QFile::setPermissions(cache, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  // The rights of what a link leads to are none of the program's business.
+  if (BelongsToThisUser(cache))
+    QFile::setPermissions(cache, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   return BelongsToThisUserAlone(cache) ? cache : QString();
 }
 

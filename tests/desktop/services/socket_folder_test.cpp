@@ -1,5 +1,6 @@
 #include "desktop/services/socket_folder.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -88,6 +89,22 @@ TEST_F(SocketFolderTest, IsMadePrivateAgainWhereOthersCouldWrite) {
   QFile::setPermissions(InTheCache(), of_the_user | QFile::WriteOther);
   EXPECT_EQ(SocketFolder(), InTheCache());
   EXPECT_FALSE(QFile::permissions(InTheCache()) & QFile::WriteOther);
+}
+
+TEST_F(SocketFolderTest, IsInACacheFolderThatIsALink) {
+  const QTemporaryDir elsewhere;
+  ASSERT_TRUE(QFile::link(elsewhere.path(), home().filePath("cache")));
+  EXPECT_EQ(SocketFolder(), InTheCache());
+}
+
+TEST_F(SocketFolderTest, LeavesTheRightsOfWhatALinkInItsPlaceLeadsTo) {
+  const QTemporaryDir elsewhere;
+  QFile::setPermissions(elsewhere.path(), of_the_user | QFile::WriteGroup);
+  const QFile::Permissions before = QFile::permissions(elsewhere.path());
+  ASSERT_TRUE(QDir().mkpath(home().filePath("cache")));
+  ASSERT_TRUE(QFile::link(elsewhere.path(), InTheCache()));
+  EXPECT_EQ(SocketFolder(), "");
+  EXPECT_EQ(QFile::permissions(elsewhere.path()), before);
 }
 
 TEST_F(SocketFolderTest, IsEmptyWhereNoneCanBeCreated) {
