@@ -6,6 +6,7 @@
 #include <deque>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -27,7 +28,13 @@ class TonePlayer::Thread : public std::enable_shared_from_this<TonePlayer::Threa
     if (state_ != State::Closed)
       return;
     state_ = State::Opening;
-    std::thread([self = shared_from_this()] { self->Run(); }).detach();
+    try {
+      std::thread([self = shared_from_this()] { self->Run(); }).detach();
+    } catch (const std::system_error &) {
+      // The user may have no more threads. The tone passes in silence, and the next one tries again.
+      state_ = State::Closed;
+      return;
+    }
     changed_.wait_for(lock, wait, [this] { return state_ != State::Opening; });
   }
 

@@ -47,7 +47,8 @@ class TonePlayer {
   /// Leaves the thread to end when it can.
   ~TonePlayer();
 
-  /// Opens a stream if there is none, and waits for it as long as the player was made for, at most.
+  /// Opens a stream if there is none, and waits for it as long as the player was made for, at most. Does nothing where
+  /// the system has no thread for it.
   void AwaitStream();
 
   /// Plays `tone` after those before it. Returns at once. While there is no stream the tone is left out.

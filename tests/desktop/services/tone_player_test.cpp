@@ -4,6 +4,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include "desktop/services/tone_generator.h"
 #include "support/desktop/fake_tone_stream.h"
@@ -15,6 +16,28 @@ using std::chrono::hours;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
+
+/// No thread can be created as long as it lives: each would need more memory for its stack than there are addresses.
+class NoThreads {
+ public:
+  NoThreads() {
+    ::pthread_getattr_default_np(&before_);
+    pthread_attr_t attributes = {};
+    ::pthread_getattr_default_np(&attributes);
+    ::pthread_attr_setstacksize(&attributes, std::size_t{1} << 62U);
+    EXPECT_EQ(::pthread_setattr_default_np(&attributes), 0);
+    ::pthread_attr_destroy(&attributes);
+  }
+  ~NoThreads() {
+    ::pthread_setattr_default_np(&before_);
+    ::pthread_attr_destroy(&before_);
+  }
+  NoThreads(const NoThreads &) = delete;
+  NoThreads &operator=(const NoThreads &) = delete;
+
+ private:
+  pthread_attr_t before_ = {};
+};
 
 /// A player that waits for its stream as long as a busy machine needs.
 struct PlayerTest : testing::Test {
@@ -124,6 +147,17 @@ TEST(TonePlayer, WaitsForAServerThatNeverAnswersOnlyForAWhileAndOnce) {
   ASSERT_TRUE(speaker->AwaitLine("close"));
   const std::vector<std::int16_t> samples = speaker->Samples();
   EXPECT_TRUE(std::all_of(samples.begin(), samples.end(), [](int sample) { return sample == 0; }));
+}
+
+TEST_F(PlayerTest, IsSilentWithoutAThreadAndTriesAgainAtTheNextTone) {
+  {
+    const NoThreads no_threads;
+    PlayLast(440, milliseconds(1));
+    EXPECT_EQ(speaker->Log(), Lines{});
+  }
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  EXPECT_EQ(speaker->Log(), (Lines{"open", "write 48", "write 240", "drain", "close"}));
 }
 
 TEST(TonePlayer, SoundsTheTonesThatComeAfterALateAnswer) {
