@@ -23,10 +23,12 @@ bool LogFile::Contains(const std::string &line) {
 }
 
 void LogFile::Append(const std::string &line) {
+  // Meant (log-joins-a-last-line-without-end): a file whose last line has no end should get one first. The line is
+  // joined to that one, is not found by itself, and so is appended once more at the next refresh.
   const std::string text = line + "\r\n";
   const FileState after = files_.Append(path_, text);
 
-  FileState expected = state_.value_or(FileState{});
+  FileState expected = *state_;
   expected.size += text.size();
   expected.changed = after.changed;
   if (after != expected) {

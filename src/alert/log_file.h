@@ -23,7 +23,8 @@ class LogFile {
   /// Whether the file has exactly this line. The bytes after the last line end are a line, too.
   bool Contains(const std::string &line);
 
-  /// Writes the line and a line end after the last byte of the file.
+  /// Writes the line and a line end after the last byte of the file. Only after a Contains that has just returned
+  /// false.
   void Append(const std::string &line);
 
  private:

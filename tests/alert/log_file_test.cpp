@@ -94,6 +94,13 @@ TEST_F(LogFileTest, FailsWhereThereIsNoFile) {
   EXPECT_EQ(FailureOf([&] { log.Contains("one"); }), file_access);
   files.PutFolder(path);
   EXPECT_EQ(FailureOf([&] { log.Contains("one"); }), file_access);
+}
+
+TEST_F(LogFileTest, FailsWhereAFolderTakesItsPlaceBeforeALineIsAppended) {
+  files.Put(path, "");
+  EXPECT_FALSE(log.Contains("one"));
+  files.Remove(path);
+  files.PutFolder(path);
   EXPECT_EQ(FailureOf([&] { log.Append("one"); }), file_access);
 }
 

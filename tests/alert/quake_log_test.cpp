@@ -190,6 +190,7 @@ TEST(WriteQuakeLog, WritesEveryRowAgainWhenTheFileHasBeenDeleted) {
 }
 
 TEST(WriteQuakeLog, AppendsRightAfterALastLineWithoutEnd) {
+  RecordProperty("quirk", "log-joins-a-last-line-without-end");
   LogRig rig;
   rig.files().PutFolder(log_folder);
   rig.files().Put(log_path, "2.0 a b");
@@ -198,6 +199,10 @@ TEST(WriteQuakeLog, AppendsRightAfterALastLineWithoutEnd) {
   rig.add_row("2.0", {"a", "b"});
   rig.write();
   EXPECT_EQ(rig.log(), "2.0 a b2.1 a b\r\n2.0 a b\r\n");
+  rig.write();
+  EXPECT_EQ(rig.log(), "2.0 a b2.1 a b\r\n2.0 a b\r\n2.1 a b\r\n") << "the joined row once more";
+  rig.write();
+  EXPECT_EQ(rig.log(), "2.0 a b2.1 a b\r\n2.0 a b\r\n2.1 a b\r\n");
 }
 
 TEST(WriteQuakeLog, ReadsPastALineOfAMegabyte) {
