@@ -1,6 +1,8 @@
 #include "scan/biggest_event.h"
 
 #include <algorithm>
+#include <map>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -103,6 +105,40 @@ TEST(KeepBiggest, AsksTheStoreAnewForEveryEvent) {
   rig.store()["LastBig"] = "1.0";  // by another Borvane
   Keep(Event("2.0"));
   EXPECT_EQ(rig.store()["LastBig"], "2.0");
+}
+
+TEST(KeepBiggest, StoresUnderEitherChoiceOfTheDisplay) {
+  for (const char *choice : {"Update on refresh!", "Keep highest Magnitude"}) {
+    WatchingRig rig;
+    rig.choose(conffrm->Combo1, choice);
+    rig.serve(los_angeles, Page(Row("4.5", "the strongest")));
+    rig.refresh();
+    EXPECT_EQ(rig.store()["LastBig"], "4.5") << choice;
+    EXPECT_EQ(rig.store()["BigPlace"], "the strongest") << choice;
+  }
+}
+
+TEST(KeepBiggest, KeepsTheStrongestEventOverARestart) {
+  std::map<std::string, std::string> stored;
+  {
+    WatchingRig rig;
+    rig.serve(los_angeles, Page(Row("4.5", "the strongest")));
+    rig.refresh();
+    for (const std::string &name : rig.store().Names())
+      stored[name] = rig.store().TextOf(name);
+  }
+  Rig rig;
+  for (const auto &[name, text] : stored)
+    rig.store()[name] = text;
+  rig.start();
+  rig.serve(los_angeles, Page(Row("4.4", "a weaker one") + Row("4.5", "one as strong")));
+  constexpr int r_key = 82;
+  rig.key(r_key);
+  EXPECT_EQ(Newest(), "4.4");
+  EXPECT_EQ(rig.store()["LastBig"], "4.5");
+  EXPECT_EQ(rig.store()["BigPlace"], "the strongest");
+  EXPECT_EQ(rig.store()["BigTime"], "01:26:13");
+  EXPECT_EQ(rig.store()["BigDate"], "2018/02/07");
 }
 
 TEST(KeepBiggest, IsGivenEveryRowOfAListAndNotOnlyTheNewest) {
