@@ -70,11 +70,13 @@ class TonePlayer::Thread : public std::enable_shared_from_this<TonePlayer::Threa
     }
 
     ToneGenerator generator;
+    bool has_sounded = false;
     auto end = steady_clock::now();
     while (true) {
       std::optional<Tone> tone = Next(end + ToneSchedule::longest_made_up_pause, AtTimeout::StayOpen);
       if (!tone) {
-        if (stream != nullptr && !(Fade(*stream, generator) && stream->Drain()))
+        // The first tone may be late: the stream was opened for it and has nothing to fade yet.
+        if (has_sounded && stream != nullptr && !(Fade(*stream, generator) && stream->Drain()))
           stream.reset();
         tone = Next(end + longest_pause, AtTimeout::Close);
       }
@@ -83,6 +85,7 @@ class TonePlayer::Thread : public std::enable_shared_from_this<TonePlayer::Threa
       // Without a stream, or when it has failed, the tones pass in silence.
       if (stream != nullptr && !Write(*stream, generator, *tone))
         stream.reset();
+      has_sounded = true;
       end = tone->end;
     }
   }

@@ -1,6 +1,7 @@
 #include "desktop/services/sound.h"
 
 #include <limits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -38,7 +39,20 @@ TEST_F(DesktopSoundTest, LastsAsLongWithoutALoudspeaker) {
   for (int tone = 0; tone < 5; ++tone)
     sound.Beep(440, 10);
   EXPECT_GE(steady_clock::now() - start, milliseconds(50));
-  EXPECT_EQ(speaker->Log(), (Lines{"open", "missing"}));
+  EXPECT_GT(speaker->CountOf("missing"), 0);
+  EXPECT_EQ(speaker->Samples().size(), 0U);
+}
+
+TEST_F(DesktopSoundTest, KeepsItsTimeWhileTheServerTakesNothing) {
+  speaker->takes_samples = false;
+  const auto start = steady_clock::now();
+  for (int tone = 0; tone < 5; ++tone)
+    sound.Beep(440, 10);
+  EXPECT_GE(steady_clock::now() - start, milliseconds(50));
+  ASSERT_TRUE(speaker->AwaitLine("block"));
+  EXPECT_EQ(speaker->Log(), (Lines{"open", "block"}));
+  speaker->Set(&FakeLoudspeaker::takes_samples, true);
+  EXPECT_TRUE(speaker->AwaitLine("close"));
 }
 
 TEST_F(DesktopSoundTest, LastsAsLongWhenTheServerDies) {
@@ -54,9 +68,11 @@ TEST_F(DesktopSoundTest, TakesAbsurdFrequencies) {
   for (const std::int32_t frequency :
        {0, -440, std::numeric_limits<std::int32_t>::min(), 32'767, std::numeric_limits<std::int32_t>::max()})
     sound.Beep(frequency, 1);
-  ASSERT_TRUE(speaker->AwaitLine("close"));
-  for (const std::int16_t sample : speaker->Samples())
-    ASSERT_EQ(sample, 0);
+  ASSERT_TRUE(speaker->AwaitLine("write 48", 5));
+  // A busy machine may fade between two of them.
+  const std::vector<std::int16_t> samples = speaker->Samples();
+  EXPECT_GE(samples.size(), 5U * 48);
+  EXPECT_EQ(samples, std::vector<std::int16_t>(samples.size()));
 }
 
 }  // namespace

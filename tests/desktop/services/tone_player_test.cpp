@@ -1,6 +1,6 @@
 #include "desktop/services/tone_player.h"
 
-#include <algorithm>
+#include <functional>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -54,6 +54,16 @@ struct PlayerTest : testing::Test {
   void PlayLast(std::int32_t frequency, milliseconds duration) {
     player.AwaitStream();
     player.Play({.frequency = frequency, .duration = duration, .end = steady_clock::now()});
+  }
+
+  /// Plays last tones, with pauses in which an alarm ends, until `condition` holds. An alarm without a stream ends
+  /// unseen.
+  void PlayUntil(const std::function<bool()> &condition) {
+    const auto timeout = steady_clock::now() + seconds(60);
+    while (!condition() && steady_clock::now() < timeout) {
+      PlayLast(440, milliseconds(1));
+      std::this_thread::sleep_for(milliseconds(700));
+    }
   }
 };
 
@@ -111,14 +121,15 @@ TEST_F(PlayerTest, IsSilentWithoutALoudspeakerAndLooksForItAgainAtTheNextAlarm) 
   PlayLast(440, milliseconds(1));
   ASSERT_TRUE(speaker->AwaitLine("missing"));
   speaker->Set(&FakeLoudspeaker::is_missing, false);
-  // The alarm without a stream ends unseen: whatever tone comes after its end opens one.
-  const auto timeout = steady_clock::now() + seconds(20);
-  while (speaker->Samples().empty() && steady_clock::now() < timeout) {
-    PlayLast(440, milliseconds(1));
-    std::this_thread::sleep_for(milliseconds(700));
-  }
-  ASSERT_TRUE(speaker->AwaitLine("close"));
-  EXPECT_EQ(speaker->Samples().size(), 48U + 240);
+  PlayUntil([this] { return speaker->CountOf("write 48") > 0; });
+  EXPECT_GT(speaker->CountOf("write 48"), 0);
+}
+
+TEST_F(PlayerTest, LooksForALoudspeakerOnceInAnAlarm) {
+  speaker->is_missing = true;
+  for (int tone = 0; tone < 5; ++tone)
+    Play(440, milliseconds(10));
+  EXPECT_EQ(speaker->Log(), (Lines{"open", "missing"}));
 }
 
 TEST_F(PlayerTest, PassesTheRestOfAnAlarmInSilenceWhenItsStreamFails) {
@@ -131,22 +142,67 @@ TEST_F(PlayerTest, PassesTheRestOfAnAlarmInSilenceWhenItsStreamFails) {
   EXPECT_EQ(speaker->Samples().size(), 2U * 480);
 }
 
-TEST(TonePlayer, WaitsForAServerThatNeverAnswersOnlyForAWhileAndOnce) {
+TEST_F(PlayerTest, ClosesAStreamThatCannotBeDrainedAndOpensOneForTheNextAlarm) {
+  speaker->drains = false;
+  PlayLast(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  speaker->Set(&FakeLoudspeaker::drains, true);
+  PlayUntil([this] { return speaker->CountOf("write 48") > 1; });
+  Lines log = speaker->Log();
+  log.resize(7);
+  EXPECT_EQ(log, (Lines{"open", "write 48", "write 240", "drain", "close", "open", "write 48"}));
+}
+
+TEST_F(PlayerTest, KeepsNoMoreThanAThousandTonesForAServerThatHasStopped) {
+  speaker->takes_samples = false;
+  Play(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("block"));
+  for (int tone = 0; tone < 1'100; ++tone)
+    Play(440, milliseconds(1));
+  speaker->Set(&FakeLoudspeaker::takes_samples, true);
+  ASSERT_TRUE(speaker->AwaitLine("write 48", 1'001)) << "with the one that was being written";
+  PlayLast(440, milliseconds(2));
+  ASSERT_TRUE(speaker->AwaitLine("write 96"));
+  EXPECT_EQ(speaker->CountOf("write 48"), 1'001);
+}
+
+TEST(TonePlayer, EndsWhileAServerThatHasStoppedTakesNothing) {
+  const auto speaker = std::make_shared<FakeLoudspeaker>();
+  speaker->takes_samples = false;
+  {
+    TonePlayer player(WayTo(speaker), seconds(20));
+    player.AwaitStream();
+    for (int tone = 0; tone < 10; ++tone)
+      player.Play({.frequency = 440, .duration = milliseconds(250), .end = steady_clock::now() + hours(1)});
+    ASSERT_TRUE(speaker->AwaitLine("block"));
+  }
+  // The player has gone without its thread, which ends after the piece that it was writing.
+  speaker->Set(&FakeLoudspeaker::takes_samples, true);
+  ASSERT_TRUE(speaker->AwaitLine("close"));
+  EXPECT_EQ(speaker->CountOf("write 4800"), 1);
+}
+
+TEST(TonePlayer, WaitsForItsStreamForAFifthOfASecond) { EXPECT_EQ(TonePlayer::longest_wait, milliseconds(200)); }
+
+TEST(TonePlayer, WaitsForAServerThatNeverAnswersOnce) {
   const auto speaker = std::make_shared<FakeLoudspeaker>();
   speaker->answers = false;
   {
-    TonePlayer player(WayTo(speaker));
-    for (int tone = 0; tone < 50; ++tone) {
+    TonePlayer player(WayTo(speaker), seconds(2));
+    const auto start = steady_clock::now();
+    for (int tone = 0; tone < 10; ++tone) {
       player.AwaitStream();
       player.Play({.frequency = 440, .duration = milliseconds(10), .end = steady_clock::now()});
     }
-    EXPECT_EQ(speaker->Log(), Lines{"open"}) << "nobody opens a second one meanwhile";
+    const auto waited = steady_clock::now() - start;
+    EXPECT_GE(waited, seconds(2));
+    EXPECT_LT(waited, seconds(15)) << "ten times would be 20 seconds";
+    ASSERT_TRUE(speaker->AwaitLine("open"));
   }
   // The player has gone without its thread, which ends when it can.
   speaker->Set(&FakeLoudspeaker::answers, true);
   ASSERT_TRUE(speaker->AwaitLine("close"));
-  const std::vector<std::int16_t> samples = speaker->Samples();
-  EXPECT_TRUE(std::all_of(samples.begin(), samples.end(), [](int sample) { return sample == 0; }));
+  EXPECT_EQ(speaker->Log(), (Lines{"open", "close"})) << "one stream, and none of the tones";
 }
 
 TEST_F(PlayerTest, IsSilentWithoutAThreadAndTriesAgainAtTheNextTone) {

@@ -24,6 +24,8 @@ struct FakeLoudspeaker {
   bool is_missing = false;  // nothing can be opened
   bool answers = true;      // without an answer, opening blocks
   int writes_until_failure = -1;
+  bool takes_samples = true;  // otherwise, writing blocks
+  bool drains = true;         // otherwise, draining fails
 
   void Note(const std::string &line) {
     log.push_back(line);
@@ -41,6 +43,12 @@ struct FakeLoudspeaker {
     std::unique_lock lock(mutex);
     return changed.wait_for(lock, std::chrono::seconds(20),
                             [&] { return std::count(log.begin(), log.end(), line) >= times; });
+  }
+
+  /// How many times the log has that line.
+  int CountOf(const std::string &line) {
+    const std::scoped_lock lock(mutex);
+    return static_cast<int>(std::count(log.begin(), log.end(), line));
   }
 
   Lines Log() {
@@ -64,7 +72,10 @@ class FakeToneStream final : public ToneStream {
   }
 
   bool Write(std::span<const std::int16_t> samples) override {
-    const std::scoped_lock lock(speaker_->mutex);
+    std::unique_lock lock(speaker_->mutex);
+    if (!speaker_->takes_samples)
+      speaker_->Note("block");
+    speaker_->changed.wait(lock, [this] { return speaker_->takes_samples; });
     if (speaker_->writes_until_failure-- == 0) {
       speaker_->Note("fail");
       return false;
@@ -77,7 +88,7 @@ class FakeToneStream final : public ToneStream {
   bool Drain() override {
     const std::scoped_lock lock(speaker_->mutex);
     speaker_->Note("drain");
-    return true;
+    return speaker_->drains;
   }
 
  private:
