@@ -1,4 +1,13 @@
+#include <csignal>
+#include <map>
 #include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "desktop/settings/durable_file.h"
 #include "desktop/settings/settings_file.h"
@@ -101,6 +110,111 @@ TEST_F(SettingsOnDisk, StayDamagedWhenTheDamagedFileCannotBeCopied) {
 
   Write(store, "Refresh", "60");
   EXPECT_EQ(ReadFile("Borvane.conf.damaged-1"), damaged);
+}
+
+/// What a page of rising magnitudes writes, one value after the other.
+const std::vector<std::pair<std::string, std::string>> rising = {
+    {"LastBig", "2.0"}, {"BigPlace", "first"},  {"BigTime", "01:00:00"}, {"BigDate", "2018/02/07"},
+    {"LastBig", "3.0"}, {"BigPlace", "second"}, {"BigTime", "02:00:00"}, {"BigDate", "2018/02/08"},
+    {"LastBig", "4.0"}, {"BigPlace", "third"},  {"BigTime", "03:00:00"}, {"BigDate", "2018/02/09"}};
+
+/// The settings of one start after the other, while a page of rising magnitudes is written.
+class RisingSettingsOnDisk : public SettingsOnDisk {
+ protected:
+  using Values = std::map<std::string, std::string>;
+
+  /// A file from before, with the values of the first event of the page or without them.
+  void Begin(bool with_an_event) {
+    QDir(folder()).removeRecursively();
+    WriteFile(with_an_event ? "# mine\n[General]\nLastBig=1.0\nBigPlace=before\nBigTime=00:00:00\nBigDate=2018/02/06\n"
+                            : "# mine\n[General]\nArea=Utah\n");
+    before_ = Stored();
+  }
+
+  /// Writes all of it within one event, which lets others in after these numbers of values.
+  void WriteRising(const std::set<std::size_t> &lets_others_in = {}) const {
+    SettingsFileStore store(file(), 0);
+    store.BeginEvent();
+    for (std::size_t number = 0; number < rising.size(); ++number) {
+      if (lets_others_in.contains(number)) {
+        store.BeginEvent();
+        store.EndEvent();
+      }
+      Write(store, rising[number].first, rising[number].second);
+    }
+    store.EndEvent();
+  }
+
+  /// The number of values that have been written, as a prefix of all; nothing when the file is none's.
+  std::optional<std::size_t> Prefix() const {
+    const Values stored = Stored();
+    Values expected = before_;
+    for (std::size_t written = 0;; ++written) {
+      if (stored == expected)
+        return written;
+      if (written == rising.size())
+        return {};
+      expected[rising[written].first] = rising[written].second;
+    }
+  }
+
+  Values Stored() const {
+    SettingsFileStore store(file());
+    Values stored;
+    for (const char *name : {"Area", "LastBig", "BigPlace", "BigTime", "BigDate"})
+      stored[name] = Text(store, name);
+    return stored;
+  }
+
+ private:
+  Values before_;
+};
+
+TEST_F(RisingSettingsOnDisk, HoldAPrefixOfTheWritesWhicheverCallFails) {
+  for (const auto fault : {WatchedDisk::Fault::once, WatchedDisk::Fault::for_good, WatchedDisk::Fault::half}) {
+    for (const bool with_an_event : {false, true}) {
+      std::set<std::size_t> prefixes;
+      bool has_struck = true;
+      for (int number = 1; has_struck; ++number) {
+        Begin(with_an_event);
+        {
+          WatchedDisk disk(root());
+          disk.Break(fault, number);
+          WriteRising();
+          has_struck = disk.HasStruck();
+        }
+        const std::optional<std::size_t> prefix = Prefix();
+        ASSERT_TRUE(prefix) << "call " << number << ": " << ReadFile().toStdString();
+        ASSERT_TRUE(ReadFile().startsWith("# mine\n")) << "call " << number;
+        prefixes.insert(*prefix);
+      }
+      EXPECT_TRUE(prefixes.contains(rising.size())) << "without a fault";
+      EXPECT_TRUE(fault == WatchedDisk::Fault::half || prefixes.contains(0)) << "no fault has stopped a write";
+    }
+  }
+}
+
+TEST_F(RisingSettingsOnDisk, HoldAPrefixOfTheWritesWhenTheProcessIsKilledAtAnyCall) {
+  for (const bool with_an_event : {false, true}) {
+    std::set<std::size_t> prefixes;
+    int status = SIGKILL;
+    for (int number = 1; WIFSIGNALED(status); ++number) {
+      Begin(with_an_event);
+      const pid_t child = ::fork();
+      if (child == 0) {
+        WatchedDisk disk(root());
+        disk.Break(WatchedDisk::Fault::kill, number);
+        WriteRising({2, 7});
+        ::_exit(0);
+      }
+      ASSERT_EQ(::waitpid(child, &status, 0), child);
+      ASSERT_TRUE(WIFEXITED(status) || WTERMSIG(status) == SIGKILL) << status;
+      const std::optional<std::size_t> prefix = Prefix();
+      ASSERT_TRUE(prefix) << "call " << number << ": " << ReadFile().toStdString();
+      prefixes.insert(*prefix);
+    }
+    EXPECT_EQ(prefixes, (std::set<std::size_t>{0, 2, 7, rising.size()})) << "each of them on the disk in turn";
+  }
 }
 
 /// What the disk does wrong, and what is on it before the store writes to it; null when there is no file.

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <regex>
 
@@ -75,6 +76,8 @@ WatchedDisk::~WatchedDisk() { watched = nullptr; }
 bool WatchedDisk::Fails(bool is_sync) {
   ++calls_;
   syncs_ += is_sync ? 1 : 0;
+  if (fault_ == Fault::kill && calls_ == number_)
+    ::raise(SIGKILL);
   const bool fails = (fault_ == Fault::once && calls_ == number_) ||
                      (fault_ == Fault::sync && is_sync && syncs_ == number_) ||
                      (fault_ == Fault::for_good && number_ > 0 && calls_ >= number_);

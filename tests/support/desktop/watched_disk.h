@@ -22,6 +22,7 @@ class WatchedDisk {
   enum class Fault {
     once,      ///< the call with that number fails
     for_good,  ///< that call fails and all after it
+    kill,      ///< in front of that call the process is killed
     sync,      ///< the number counts only what brings something to the disk
     half,      ///< the write with that number takes half of what it is given
     full,      ///< the same, and the write after it fails
