@@ -4,6 +4,7 @@ import os
 import resource
 import shutil
 import unittest
+import unittest.mock
 
 from page_server import AREA, PageServer
 from system_test import SystemTest
@@ -93,6 +94,62 @@ class Log(SystemTest):
         resource.prlimit(self.monitor.program.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
         self.refresh("3.3", "3.2", "3.1")
         self.expect_log("3.3", "3.2", "3.1")
+        self.assertIsNone(self.monitor.program.poll())
+
+    def use_home(self, name):
+        """Gives the monitor another home, without folders, whose name is these bytes. Its settings stay where they are."""
+        home = self.folder / os.fsdecode(name)
+        home.mkdir()
+        self.enterContext(unittest.mock.patch.dict(os.environ, HOME=str(home)))
+        return home
+
+    def expect_log_that_logs_opens(self, log):
+        self.log = log
+        opened = self.catch_opened()
+        self.monitor = self.start_monitor()
+        self.refresh("3.1")
+        self.expect_log("3.1")
+        self.desk.activate(self.monitor.window)
+        self.desk.click(self.desk.find(self.monitor.program, "Logs"))
+        self.wait_until("the viewer", opened.exists)
+        self.assertEqual(self.log.as_uri(), opened.read_text().strip())
+
+    def test_a_home_without_documents_has_its_log_and_logs_opens_it(self):
+        home = self.use_home(b"home without documents")
+        self.expect_log_that_logs_opens(home / "Borvane/quakes.log")
+
+    def test_a_home_with_letters_beyond_the_code_page_has_its_log_and_logs_opens_it(self):
+        home = self.use_home("\u0414\u043e\u043c \u5bb6 %41#?".encode())
+        (home / "Documents").mkdir()
+        self.expect_log_that_logs_opens(home / "Documents/Borvane/quakes.log")
+
+    def test_a_home_whose_name_is_not_utf8_has_its_log_and_logs_opens_it(self):
+        home = self.use_home(b"h\xff\xe9 \x81")
+        (home / "Documents").mkdir()
+        self.expect_log_that_logs_opens(home / "Documents/Borvane/quakes.log")
+
+    def test_folders_and_files_without_write_permission_stop_nothing(self):
+        self.monitor = self.start_monitor_without_privileges()
+
+        self.documents.chmod(0o555)
+        self.refresh("1.0")
+        self.assertEqual([], list(self.documents.iterdir()))
+        self.documents.chmod(0o755)
+
+        self.log_folder.mkdir()
+        self.log_folder.chmod(0o555)
+        self.refresh("1.1")
+        self.assertEqual([], list(self.log_folder.iterdir()))
+        self.log_folder.chmod(0o755)
+
+        self.log.write_bytes(line("0.9"))
+        self.log.chmod(0o444)
+        self.refresh("1.2")
+        self.expect_log("0.9")
+
+        self.log.chmod(0o644)
+        self.refresh("1.3", "1.2")
+        self.expect_log("0.9", "1.3", "1.2")
         self.assertIsNone(self.monitor.program.poll())
 
     def test_nothing_in_its_place_stops_the_window(self):

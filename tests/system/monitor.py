@@ -34,9 +34,9 @@ def write_hosts(settings_file, host_of, general=NO_ALERT):
 
 
 class Monitor:
-    def __init__(self, desk, executable):
+    def __init__(self, desk, *command):
         self.desk = desk
-        self.program = desk.start(executable)
+        self.program = desk.start(*command)
         self.window = desk.window(self.program, TITLE)
 
     # What a user does.

@@ -67,6 +67,11 @@ class SystemTest(unittest.TestCase):
     def start_monitor(self):
         return Monitor(self.desk, self.programs / "borvane")
 
+    def start_monitor_without_privileges(self):
+        """A monitor for which the rights of files count, also when the superuser runs the tests."""
+        superuser = ("setpriv", "--bounding-set", "-dac_override,-dac_read_search") if os.geteuid() == 0 else ()
+        return Monitor(self.desk, *superuser, self.programs / "borvane")
+
     def catch_browser(self):
         """Replaces the browser by a script; returns the file to which that writes the address that it is started with."""
         opened = self.folder / "opened"
