@@ -14,7 +14,15 @@ const QByteArray world = "/recenteqsww/";
 const QByteArray archive = "/research/strongmotion/effects/shake/archive/";
 
 Event EventOf(const QString &id, std::optional<double> magnitude) {
-  return {.id = id, .origin_time = 1517966773000, .latitude = 1, .longitude = 2, .magnitude = magnitude, .place = "X"};
+  return {.id = id,
+          .origin_time = 1517966773000,
+          .latitude = 1,
+          .longitude = 2,
+          .depth = 3,
+          .magnitude = magnitude,
+          .place = "X",
+          .network = "us",
+          .kind = "earthquake"};
 }
 
 /// The links of the rows of a page, which name its events.
