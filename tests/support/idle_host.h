@@ -90,7 +90,7 @@ class IdleHost final : public SettingsStore,
   void HideForm(FormBase & /*form*/) override {}
   void RepaintForm(FormBase & /*form*/) override {}
   void KeepOnTop(FormBase & /*form*/, bool /*on*/) override {}
-  Size FirstScreen() override { return {}; }
+  Size FirstScreen() override { return {.width = 1280 * 15, .height = 1024 * 15}; }
   Size SizeOfText(std::string_view /*text*/, const Font & /*font*/) override { return {}; }
   void ShowPopupMenu(FormBase & /*form*/, Menu & /*menu*/) override {}
 };
