@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <set>
 #include <sstream>
 #include <vector>
@@ -13,6 +14,7 @@
 
 #include "alert/frmQalert.h"
 #include "bars/Form1.h"
+#include "bars/bar_content.h"
 #include "bars/newTagFrm.h"
 #include "desktop/windows_1252.h"
 #include "info/Aboutfrm.h"
@@ -115,9 +117,17 @@ TEST_P(EveryForm, HasUniqueNames) {
   });
 }
 
+/// What is outside of its window, and why.
+const std::map<std::string, const char *> outside = {
+    {"Form1.Label4", "below the edge of the bar, as designed"},
+    {"Form1.Label2", "below the edge of the bar, as designed"},
+};
+
 TEST_P(EveryForm, KeepsItsControlsInsideTheirPlace) {
   Walk([&](Control &control, QWidget &widget, int /*depth*/) {
-    if (widget.isVisible()) {
+    if (outside.contains(std::string(form.name()) + "." + control.FullName())) {
+      EXPECT_FALSE(window().rect().intersects(place(widget))) << control.FullName();
+    } else if (widget.isVisible()) {
       EXPECT_TRUE(widget.parentWidget()->rect().contains(widget.geometry())) << control.FullName();
     }
   });
@@ -185,9 +195,15 @@ FormBase &GetAlert() {
   return *frmQalert;
 }
 
+/// The short bar as its first update shows it.
+FormBase &GetShortBar() {
+  UpdateShortBar();
+  return *Form1;
+}
+
 INSTANTIATE_TEST_SUITE_P(All, EveryForm,
                          testing::Values(Named{"frmRecords", Get<RecordsForm>}, Named{"conffrm", Get<SettingsForm>},
-                                         Named{"frmQalert", GetAlert}, Named{"Form1", Get<ShortBarForm>},
+                                         Named{"frmQalert", GetAlert}, Named{"Form1", GetShortBar},
                                          Named{"newTagFrm", Get<LongBarForm>}, Named{"banner", Get<BannerForm>},
                                          Named{"Aboutfrm", Get<AboutForm>}),
                          [](const testing::TestParamInfo<Named> &named) { return std::string(named.param.name); });
