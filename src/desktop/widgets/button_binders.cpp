@@ -1,8 +1,11 @@
+#include <QApplication>
 #include <QCheckBox>
+#include <QEvent>
 #include <QPushButton>
 #include <QRadioButton>
 
 #include "desktop/widgets/binders.h"
+#include "desktop/widgets/colors.h"
 #include "desktop/windows_1252.h"
 
 namespace borvane {
@@ -24,6 +27,10 @@ class CheckBoxBinder final : public Binder {
       : Binder(check_box, widget, surroundings), check_box_(check_box), box_(widget) {
     if (!check_box_.spoken_name().empty())
       box_.setAccessibleName(ShownText(check_box_.spoken_name()));
+    // A box has the colour of a button by itself.
+    box_.setBackgroundRole(QPalette::Window);
+    box_.setAutoFillBackground(check_box_.back_color() != color_button_face);
+    ShowColor();
     ShowCaption();
     ShowValue();
     connect(&box_, &QCheckBox::clicked, this,
@@ -39,6 +46,15 @@ class CheckBoxBinder final : public Binder {
   }
 
  private:
+  /// A colour of the system is another one when the desktop's colours change.
+  bool eventFilter(QObject *object, QEvent *event) override {
+    if (event->type() == QEvent::PaletteChange && object == &box_ && !is_released())
+      ShowColor();
+    return Binder::eventFilter(object, event);
+  }
+
+  void ShowColor() { box_.setPalette(BackgroundPalette(check_box_.back_color(), QApplication::palette())); }
+
   void ShowCaption() { box_.setText(ShownText(check_box_.Caption())); }
 
   void ShowValue() {

@@ -11,19 +11,15 @@ constexpr Color system_bit = 0x80000000;
 
 /// The part of the palette that is a colour of the system.
 QColor SystemColor(Color color, const QPalette &palette) {
-  constexpr Color desktop = 0x80000001;
-  constexpr Color active_caption = 0x80000002;
-  constexpr Color highlighted_text = 0x8000000E;
-  constexpr Color inactive_caption_text = 0x80000013;
   switch (color) {
-    case desktop:
-    case active_caption:
+    case color_desktop:
+    case color_active_caption:
       return palette.color(QPalette::Highlight);
-    case highlighted_text:
+    case color_highlight_text:
       return palette.color(QPalette::HighlightedText);
     case color_button_face:
       return palette.color(QPalette::Window);
-    case inactive_caption_text:
+    case color_inactive_caption_text:
       // The text of the bars, which are black or blue whatever the desktop's colours are.
       return {235, 235, 235};
     default:

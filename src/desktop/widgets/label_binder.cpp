@@ -99,6 +99,8 @@ class LabelBinder final : public Binder {
  public:
   LabelBinder(Label &label, Widget &widget, const Surroundings &surroundings)
       : Binder(label, widget, surroundings), label_(label), label_widget_(widget) {
+    label_widget_.setBackgroundRole(QPalette::Window);
+    label_widget_.setAutoFillBackground(label_.back_color().has_value());
     ShowFont();
     ShowColor();
     ShowCaption();
@@ -153,13 +155,15 @@ class LabelBinder final : public Binder {
   }
 
   void ShowColor() {
+    QPalette palette;
+    if (label_.back_color())
+      palette = BackgroundPalette(*label_.back_color(), QApplication::palette());
     if (label_.ForeColor() == color_button_text) {
-      label_widget_.setPalette({});
+      label_widget_.setPalette(palette);
       return;
     }
-    const QColor background = label_widget_.parentWidget()->palette().color(QPalette::Window);
-    const QColor color = TextColor(label_.ForeColor(), background, QApplication::palette());
-    QPalette palette;
+    const QPalette &ground = label_.back_color() ? palette : label_widget_.parentWidget()->palette();
+    const QColor color = TextColor(label_.ForeColor(), ground.color(QPalette::Window), QApplication::palette());
     palette.setColor(QPalette::Active, QPalette::WindowText, color);
     palette.setColor(QPalette::Inactive, QPalette::WindowText, color);
     label_widget_.setPalette(palette);

@@ -36,7 +36,9 @@ MenuItem *PopupMenu::Choose(const QWidget *window) {
   create();
   if (window != nullptr)
     windowHandle()->setTransientParent(window->windowHandle());
-  return items_.value(exec(QCursor::pos()));
+  // A key opens the menu at the window, wherever the pointer is.
+  const bool is_pointed_at = window == nullptr || window->geometry().contains(QCursor::pos());
+  return items_.value(exec(is_pointed_at ? QCursor::pos() : window->geometry().bottomLeft()));
 }
 
 }  // namespace borvane

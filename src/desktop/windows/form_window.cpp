@@ -52,7 +52,15 @@ QPoint FirstCorner() {
   return screen == nullptr ? QPoint() : screen->geometry().topLeft();
 }
 
-QPoint PlaceOf(const FormBase &form) { return FirstCorner() + QPoint(PixelsOf(form.Left()), PixelsOf(form.Top())); }
+/// A place is a number of 16 bits on an X11 screen: what is beyond that is as far away as can be.
+int ScreenPixels(float twips) {
+  constexpr int farthest = 30'000;
+  return std::clamp(PixelsOf(twips), -farthest, farthest);
+}
+
+QPoint PlaceOf(const FormBase &form) {
+  return FirstCorner() + QPoint(ScreenPixels(form.Left()), ScreenPixels(form.Top()));
+}
 
 QSize ClientSizeOf(const FormBase &form) { return {PixelsOf(form.ScaleWidth()), PixelsOf(form.ScaleHeight())}; }
 
