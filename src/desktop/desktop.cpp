@@ -18,11 +18,14 @@ void Log(const QString &text) { std::fprintf(stderr, "borvane: %s\n", qPrintable
 }  // namespace
 
 Desktop::Desktop(char *program_path)
-    : arguments_{program_path, nullptr},
+    : argument_count_(screen_systems_.isEmpty() ? 1 : 3),
+      arguments_{program_path, screen_option_.data(), screen_systems_.data(), nullptr},
       application_(argument_count_, arguments_.data()),
       process_(
           [this] {
             forms_.Stop();
+            if (tray_icon_ != nullptr)
+              tray_icon_->Release();
             settings_.WriteKept();
           },
           [this] { settings_.Finish(); }),
@@ -56,7 +59,10 @@ void Desktop::Run() {
 
   // The windows come first.
   constexpr int milliseconds_until_the_first_paint = 100;
-  QTimer::singleShot(milliseconds_until_the_first_paint, &application_, [this] { StartMirror(); });
+  QTimer::singleShot(milliseconds_until_the_first_paint, &application_, [this] {
+    StartMirror();
+    tray_icon_ = std::make_unique<TrayIcon>(forms_);
+  });
 
   const int status = QApplication::exec();
   process_.End(status);

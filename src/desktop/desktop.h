@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QApplication>
+#include <QByteArray>
 #include <array>
 #include <memory>
 
 #include "desktop/dark_preference.h"
 #include "desktop/quit_request.h"
+#include "desktop/screen_system.h"
 #include "desktop/services/clock.h"
 #include "desktop/services/event_pump.h"
 #include "desktop/services/files.h"
@@ -19,6 +21,7 @@
 #include "desktop/services/sound.h"
 #include "desktop/settings/settings_store.h"
 #include "desktop/windows/desktop_forms.h"
+#include "desktop/windows/tray_icon.h"
 #include "platform/platform.h"
 
 namespace borvane {
@@ -39,9 +42,11 @@ class Desktop {
  private:
   void StartMirror();
 
+  QByteArray screen_option_ = QByteArrayLiteral("-platform");
+  QByteArray screen_systems_ = ScreenSystems();
   // Qt keeps references to both.
-  int argument_count_ = 1;
-  std::array<char *, 2> arguments_;
+  int argument_count_;
+  std::array<char *, 4> arguments_;
   QApplication application_;
   DesktopForms forms_;
   DesktopSettingsStore settings_;
@@ -58,6 +63,7 @@ class Desktop {
   QuitRequest quit_request_;
   DarkPreference dark_preference_;
   std::unique_ptr<MirrorStarter> mirror_starter_;
+  std::unique_ptr<TrayIcon> tray_icon_;
 };
 
 }  // namespace borvane
