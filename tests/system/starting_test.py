@@ -34,6 +34,21 @@ class Starting(SystemTest):
     def test_starts_on_the_minimal_screen(self):
         self.assert_starts_without_x_server("minimal")
 
+    def test_uses_x11_also_on_a_wayland_desktop(self):
+        environment = dict(os.environ, WAYLAND_DISPLAY="wayland-0", XDG_SESSION_TYPE="wayland", XDG_CURRENT_DESKTOP="KDE")
+        monitor = self.desk.start(self.programs / "borvane", env=environment)
+        self.desk.window(monitor, f"^{TITLE}$")
+        # Where Qt tries Wayland, it complains: there is none here.
+        self.assertEqual("", self.desk.output_of(monitor))
+
+    def test_uses_the_screen_of_the_users_choice_also_where_there_is_x11(self):
+        monitor = self.desk.start(self.programs / "borvane", env=dict(os.environ, QT_QPA_PLATFORM="offscreen"))
+        self.wait_until("the first settings", lambda: "RunTime=" in self.stored_values() or monitor.poll() is not None)
+        with self.assertRaises(subprocess.TimeoutExpired, msg=self.desk.output_of(monitor)):
+            monitor.wait(1)
+        self.assertEqual({}, self.desk.windows(monitor))
+        self.assertNotIn("QObject", self.desk.output_of(monitor))
+
     def test_takes_no_options_from_its_command_line(self):
         monitor = self.desk.start(self.programs / "borvane", "-platform", "offscreen", "-qwindowtitle", "Other")
         self.desk.window(monitor, f"^{TITLE}$")

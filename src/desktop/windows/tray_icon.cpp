@@ -42,8 +42,9 @@ TrayIcon::TrayIcon(const DesktopForms &forms) : icon_(ProgramIcon()) {
   QObject::connect(menu_.addAction(QStringLiteral("Exit")), &QAction::triggered, &menu_, [this] { Exit(); });
   icon_.setContextMenu(&menu_);
   QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_, [this](QSystemTrayIcon::ActivationReason reason) {
-    // The menu opens by itself, and the second click of two is one more activation.
-    if (reason == QSystemTrayIcon::Trigger)
+    // The menu opens by itself. Of two clicks in a row the second one is a double click and nothing else; the window
+    // may have been minimised in between.
+    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
       ShowFace();
   });
 

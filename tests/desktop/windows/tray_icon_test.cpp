@@ -206,10 +206,17 @@ TEST_F(TrayIconTest, ShowsTheSameByItsMenu) {
   EXPECT_EQ(Loaded(), "frmRecords Form1+");
 }
 
+TEST_F(TrayIconTest, ShowsAFaceAtTheSecondClickOfTwoAsWell) {
+  Activate();
+  frmRecords->Hide();
+  Activate(QSystemTrayIcon::DoubleClick);
+
+  EXPECT_EQ(Loaded(), "frmRecords+");
+}
+
 TEST_F(TrayIconTest, DoesNothingAtTheOtherButtonsOfTheMouse) {
   frmRecords->Hide();
-  for (const auto reason :
-       {QSystemTrayIcon::Context, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::DoubleClick, QSystemTrayIcon::Unknown})
+  for (const auto reason : {QSystemTrayIcon::Context, QSystemTrayIcon::MiddleClick, QSystemTrayIcon::Unknown})
     Activate(reason);
 
   EXPECT_EQ(Loaded(), "frmRecords");
