@@ -61,7 +61,7 @@ void Desktop::Run() {
   constexpr int milliseconds_until_the_first_paint = 100;
   QTimer::singleShot(milliseconds_until_the_first_paint, &application_, [this] {
     StartMirror();
-    tray_icon_ = std::make_unique<TrayIcon>(forms_);
+    tray_arrival_ = std::make_unique<TrayArrival>([this] { tray_icon_ = std::make_unique<TrayIcon>(forms_); });
   });
 
   const int status = QApplication::exec();

@@ -20,6 +20,7 @@
 #include "desktop/services/shell.h"
 #include "desktop/services/sound.h"
 #include "desktop/settings/settings_store.h"
+#include "desktop/tray_arrival.h"
 #include "desktop/windows/desktop_forms.h"
 #include "desktop/windows/tray_icon.h"
 #include "platform/platform.h"
@@ -63,6 +64,7 @@ class Desktop {
   QuitRequest quit_request_;
   DarkPreference dark_preference_;
   std::unique_ptr<MirrorStarter> mirror_starter_;
+  std::unique_ptr<TrayArrival> tray_arrival_;
   std::unique_ptr<TrayIcon> tray_icon_;
 };
 

@@ -185,9 +185,9 @@ class TrayIcon(TrayTest):
 class TrayOverBus(TrayTest):
     """A tray that reaches the icon over the session bus, as large desktops have it."""
 
-    def start_host(self):
+    def start_host(self, *options):
         self.icons = self.folder / "icons"
-        self.host = subprocess.Popen([sys.executable, "-B", Path(__file__).with_name("notifier_host.py"), self.icons],
+        self.host = subprocess.Popen([sys.executable, "-B", Path(__file__).with_name("notifier_host.py"), self.icons, *options],
                                      stdin=subprocess.PIPE)
         self.addCleanup(self.host.wait)
         self.addCleanup(self.host.stdin.close)
@@ -215,8 +215,8 @@ class TrayOverBus(TrayTest):
     def choose(self, label):
         self.call("/MenuBar", "com.canonical.dbusmenu.Event", self.entry(label), "clicked", "<''>", "0")
 
-    def assert_works(self):
-        self.assertIn(f"'{TITLE}'", self.call("/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
+    def assert_works(self, text=TITLE):
+        self.assertIn(f"'{text}'", self.call("/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
                                               "org.kde.StatusNotifierItem", "ToolTip"))
         self.close_records()
         self.activate()
@@ -232,6 +232,26 @@ class TrayOverBus(TrayTest):
         self.start_host()
         self.monitor = self.start_monitor()
         self.assert_works()
+
+    def start_monitor_without_tray(self):
+        """Starts the monitor and lets it look for a tray in vain."""
+        self.monitor = self.start_monitor()
+        self.monitor.press_button("Auto Refresh")
+        self.monitor.wait_for_rows()
+        self.monitor.press_button("Auto Refresh")
+
+    def test_comes_with_a_tray_that_starts_later(self):
+        self.start_monitor_without_tray()
+        self.start_host()
+        self.assert_works(f"3.1 - {TITLE}")
+
+    def test_comes_with_a_tray_that_starts_later_than_its_service(self):
+        self.start_host("late")
+        self.start_monitor_without_tray()
+        self.assertEqual([], self.icons.read_text(encoding="utf-8").split())
+        self.host.stdin.write(b"\n")
+        self.host.stdin.flush()
+        self.assert_works(f"3.1 - {TITLE}")
 
 
 if __name__ == "__main__":
