@@ -24,8 +24,6 @@ Desktop::Desktop(char *program_path)
       process_(
           [this] {
             forms_.Stop();
-            if (tray_icon_ != nullptr)
-              tray_icon_->Release();
             settings_.WriteKept();
           },
           [this] { settings_.Finish(); }),

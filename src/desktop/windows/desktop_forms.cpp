@@ -126,6 +126,7 @@ FormWindow *DesktopForms::WindowOf(const FormBase &form) const {
 }
 
 void DesktopForms::Stop() {
+  is_stopped_ = true;
   if (open_menu_ != nullptr)
     open_menu_->close();
   for (LoadedForm &loaded : forms_)

@@ -37,6 +37,7 @@ class DesktopForms final : public FormHost {
 
   /// No timer ticks and no window takes an event from now on: the program is ending.
   void Stop();
+  bool IsStopped() const { return is_stopped_; }
 
  private:
   struct LoadedForm;
@@ -50,6 +51,7 @@ class DesktopForms final : public FormHost {
   std::list<LoadedForm> forms_;
   QPointer<PopupMenu> open_menu_;
   const FormBase *menu_form_ = nullptr;  // the form whose menu is open
+  bool is_stopped_ = false;
 };
 
 }  // namespace borvane

@@ -37,7 +37,7 @@ FormBase &FaceToShow() {
 
 }  // namespace
 
-TrayIcon::TrayIcon(const DesktopForms &forms) : icon_(ProgramIcon()) {
+TrayIcon::TrayIcon(const DesktopForms &forms) : forms_(forms), icon_(ProgramIcon()) {
   QObject::connect(menu_.addAction(QStringLiteral("Show")), &QAction::triggered, &menu_, [this] { ShowFace(); });
   QObject::connect(menu_.addAction(QStringLiteral("Exit")), &QAction::triggered, &menu_, [this] { Exit(); });
   icon_.setContextMenu(&menu_);
@@ -64,12 +64,12 @@ void TrayIcon::ShowCaption() {
 }
 
 void TrayIcon::ShowFace() const {
-  if (!is_released_)
+  if (!forms_.IsStopped())
     Dispatch([] { FaceToShow().Show(); });
 }
 
 void TrayIcon::Exit() const {
-  if (!is_released_)
+  if (!forms_.IsStopped())
     Dispatch(QuitProgram);
 }
 

@@ -11,11 +11,9 @@ class DesktopForms;
 /// nothing shows, until there is one.
 class TrayIcon {
  public:
-  /// The icon's text follows the caption of the records window, which has been shown before.
+  /// The icon's text follows the caption of the records window, which has been shown before. When `forms` have been
+  /// stopped, the icon and its menu do nothing.
   explicit TrayIcon(const DesktopForms &forms);
-
-  /// The icon and its menu do nothing from now on: the program is ending.
-  void Release() { is_released_ = true; }
 
   QSystemTrayIcon &icon() { return icon_; }
 
@@ -24,9 +22,9 @@ class TrayIcon {
   void ShowFace() const;
   void Exit() const;
 
+  const DesktopForms &forms_;
   QMenu menu_;
   QSystemTrayIcon icon_;
-  bool is_released_ = false;
 };
 
 }  // namespace borvane

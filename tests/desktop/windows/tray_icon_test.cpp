@@ -236,7 +236,7 @@ TEST_F(TrayIconTest, EndsTheProgramByItsMenu) {
 TEST_F(TrayIconTest, DoesNothingWhileTheProgramEnds) {
   frmRecords->Hide();
   rig_.events();
-  icon_->Release();
+  rig_.forms().Stop();
   Activate();
   Entry(0).trigger();
   Entry(1).trigger();
