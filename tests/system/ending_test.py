@@ -59,7 +59,7 @@ class Ending(SystemTest):
 
     def lock_settings(self):
         """Locks the settings file; returns the open lock file, which releases the lock when it is closed."""
-        file = open(f"{self.desk.settings_file}.lock", "w")
+        file = open(f"{self.desk.settings_file}.writing", "w")
         self.addCleanup(file.close)
         fcntl.lockf(file, fcntl.LOCK_EX, 1)
         return file
@@ -83,7 +83,7 @@ class Ending(SystemTest):
         self.monitor.press_button("Quit")
         self.wait_for_the_end()
         self.assertEqual("Los Angeles", self.stored_area())
-        self.assertRegex(self.desk.output_of(self.monitor.program), r"settings lost, .*Borvane\.conf\.lock: .*Area")
+        self.assertRegex(self.desk.output_of(self.monitor.program), r"settings lost, .*Borvane\.conf\.writing: .*Area")
 
 
 if __name__ == "__main__":

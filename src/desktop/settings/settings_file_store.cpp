@@ -43,7 +43,9 @@ QString RealName(const QString &name) {
   return file.isSymLink() ? file.symLinkTarget() : name;
 }
 
-QString LockFile(const QString &file) { return file + QStringLiteral(".lock"); }
+/// Not ".lock": QSettings locks a file by creating one of that name, so it would wait 30 s for the one that lies there, and
+/// would then delete it as left over.
+QString LockFile(const QString &file) { return file + QStringLiteral(".writing"); }
 
 /// Copies a damaged file to a new name beside it, such as "Borvane.conf.damaged-1", unless there is such a copy
 /// already. Returns false when the copy cannot be written.

@@ -1,6 +1,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProcess>
+#include <QSettings>
 #include <QtTest/QTest>
 #include <memory>
 #include <optional>
@@ -113,6 +115,22 @@ TEST_F(SettingsWhileLocked, AreNamedWhenTheyAreLostAtTheEndOfTheProcess) {
   EXPECT_EQ(ReportOf(*writer),
             "borvane: settings lost, since another program holds " + lock_file().toLocal8Bit() + ": W1-0, W1-1\n");
   EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\n");
+}
+
+TEST_F(SettingsWhileLocked, AreStillOpenToQSettingsOnTheSameFile) {
+  Unlock();
+  SettingsFileStore store(file());
+  Write(store, "Area", "Seattle Area");
+  QElapsedTimer time;
+  time.start();
+  {
+    QSettings other(file(), QSettings::IniFormat);
+    other.setValue("Refresh", "60");
+  }
+  constexpr int until_a_lock_is_stale = 30'000;
+  EXPECT_LT(time.elapsed(), until_a_lock_is_stale / 2);
+  EXPECT_EQ(ReadFile(), "[General]\nArea=Seattle Area\nRefresh=60\n");
+  EXPECT_TRUE(QFileInfo::exists(lock_file()));
 }
 
 TEST_F(SettingsWhileLocked, AreAllWrittenOrNamedByEightBorvanesAtOnce) {

@@ -88,7 +88,7 @@ TEST_F(SettingsFileStoreTest, LeavesCommentsAndTheOrderOfLinesAsTheyAre) {
   EXPECT_EQ(ReadFile(),
             "# The school's\n[Hosts]\nMaker=b:2 ; ours\n\n; mine\n[General]\nRefresh=70\n# MacID=1\nArea=Utah\n"
             "Alert=4.5\n");
-  EXPECT_EQ(Files(), QStringList({"Borvane.conf", "Borvane.conf.lock"}))
+  EXPECT_EQ(Files(), QStringList({"Borvane.conf", "Borvane.conf.writing"}))
       << "a last line without a line feed is no damage";
 }
 
@@ -143,7 +143,7 @@ TEST_F(SettingsFileStoreTest, KeepsOneCopyOfEachDamage) {
     Write(store, "RunTime", std::to_string(start));
     Write(store, "Refresh", std::to_string(start));
   }
-  EXPECT_EQ(Files(), QStringList({"Borvane.conf", "Borvane.conf.damaged-1", "Borvane.conf.lock"}));
+  EXPECT_EQ(Files(), QStringList({"Borvane.conf", "Borvane.conf.damaged-1", "Borvane.conf.writing"}));
 
   SettingsFileStore store(file());
   WriteFile("garbage\n");
@@ -152,7 +152,7 @@ TEST_F(SettingsFileStoreTest, KeepsOneCopyOfEachDamage) {
   Write(store, "RunTime", "7");
 
   EXPECT_EQ(Files(),
-            QStringList({"Borvane.conf", "Borvane.conf.damaged-1", "Borvane.conf.damaged-2", "Borvane.conf.lock"}));
+            QStringList({"Borvane.conf", "Borvane.conf.damaged-1", "Borvane.conf.damaged-2", "Borvane.conf.writing"}));
   EXPECT_EQ(ReadFile("Borvane.conf.damaged-1"), damaged);
   EXPECT_EQ(ReadFile("Borvane.conf.damaged-2"), "garbage\n");
   EXPECT_EQ(ReadFile(), "[General]\nArea=Utah\nRunTime=7\n");
@@ -171,7 +171,7 @@ TEST_F(SettingsFileStoreTest, WritesTheFileThatALinkLeadsTo) {
   QFile target(real);
   ASSERT_TRUE(target.open(QFile::ReadOnly));
   EXPECT_EQ(target.readAll(), "[General]\nArea=Utah\nAlert=4.5\n");
-  EXPECT_TRUE(QFileInfo::exists(real + ".lock")) << "whoever comes by another link waits for the same lock";
+  EXPECT_TRUE(QFileInfo::exists(real + ".writing")) << "whoever comes by another link waits for the same lock";
 }
 
 TEST_F(SettingsFileStoreTest, KeepsThePermissionsOfTheFile) {

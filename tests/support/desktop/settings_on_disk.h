@@ -18,7 +18,7 @@ class SettingsOnDisk : public testing::Test {
   QString root() const { return folder_.path(); }
   QString folder() const { return root() + "/Nalvorin"; }
   QString file() const { return folder() + "/Borvane.conf"; }
-  QString lock_file() const { return file() + ".lock"; }
+  QString lock_file() const { return file() + ".writing"; }
 
   void WriteFile(const QByteArray &content, const QString &name = "Borvane.conf") const {
     QDir().mkpath(folder());

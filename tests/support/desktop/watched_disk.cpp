@@ -106,7 +106,7 @@ bool WatchedDisk::StateFails() {
 
 void WatchedDisk::Note(const char *what, const std::string &path) {
   // What is only for a moment: locks, and a file's name until it takes another one's place.
-  static const std::regex passing(R"(.*(\.lock|(conf|-1)\.[A-Za-z]{6}))");
+  static const std::regex passing(R"(.*(\.writing|(conf|-1)\.[A-Za-z]{6}))");
   if (std::regex_match(path, passing))
     return;
   struct stat state = {};
