@@ -1,5 +1,6 @@
 #include "desktop/desktop.h"
 
+#include <QStandardPaths>
 #include <csignal>
 #include <cstdio>
 
@@ -71,7 +72,9 @@ void Desktop::StartMirror() {
     return;
   const QString socket_folder = SocketFolder();
   if (socket_folder.isEmpty()) {
-    Log("the mirror is not started: XDG_RUNTIME_DIR names no folder of this user's own");
+    Log("no data source: neither XDG_RUNTIME_DIR nor " +
+        QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+        "/borvane is a folder of this user's own");
     return;
   }
   mirror_starter_ =

@@ -70,7 +70,7 @@ class Alert(AlertingTest):
         return [(int(x), int(y)) for x, y in reports]
 
     def test_the_magnitude_opens_the_page_of_the_area_by_the_keyboard(self):
-        opened = self.catch_browser()
+        opened = self.catch_opened()
         monitor = self.start_alerting()
         popup = self.raise_alert(monitor)
         self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))

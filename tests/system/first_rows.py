@@ -42,7 +42,7 @@ def main(programs, results):
         desk.screenshot(results / "screen.png")
     (results / "rows.txt").write_text("".join("\t".join(row) + "\n" for row in rows), encoding="utf-8")
     if not rows:
-        print(f"No rows of {AREA}: {reason}\nThe screen is in {results / 'screen.png'}.", file=sys.stderr)
+        print(f"No rows for {AREA}: {reason}\nThe screen is in {results / 'screen.png'}.", file=sys.stderr)
         return 1
     print(f"{len(rows)} rows of {AREA} in {results / 'rows.txt'}, the screen in {results / 'screen.png'}")
     return 0

@@ -17,7 +17,7 @@ PAGE = b"""<PRE>
 class PageServer:
     """Answers every GET with `page`. Use as a context; `address` is its host and port."""
 
-    def __init__(self, page=b""):
+    def __init__(self, page=b"", port=0):
         self.page = page
         self.heads = []  # the heads of all requests, as they came
         self.arrivals = []  # and when, by the monotonic clock
@@ -26,7 +26,7 @@ class PageServer:
         self.abandoned = []  # the numbers of the page requests, from 0, that the monitor has abandoned before their answer
         self.may_answer = True
         self._gates = []  # one for each page request; it answers when its gate is open
-        self._socket = socket.create_server(("127.0.0.1", 0))
+        self._socket = socket.create_server(("127.0.0.1", port))
         self.port = self._socket.getsockname()[1]
         self.address = f"127.0.0.1:{self.port}"
 

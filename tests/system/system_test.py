@@ -72,17 +72,6 @@ class SystemTest(unittest.TestCase):
         superuser = ("setpriv", "--bounding-set", "-dac_override,-dac_read_search") if os.geteuid() == 0 else ()
         return Monitor(self.desk, *superuser, self.programs / "borvane")
 
-    def catch_browser(self):
-        """Replaces the browser by a script; returns the file to which that writes the address that it is started with."""
-        opened = self.folder / "opened"
-        browser = self.folder / "bin" / "xdg-open"
-        browser.parent.mkdir()
-        whole = shlex.quote(str(opened))
-        browser.write_text(f'#!/bin/sh\necho "$1" > {whole}.part && mv {whole}.part {whole}\n')
-        browser.chmod(0o755)
-        self.enterContext(unittest.mock.patch.dict(os.environ, PATH=f"{browser.parent}:{os.environ['PATH']}"))
-        return opened
-
     def wait_until(self, what, condition):
         try:
             return wait_for(what, condition)
