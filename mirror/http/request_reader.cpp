@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include "common/letters.h"
+
 namespace borvane::mirror {
 
 namespace {
@@ -18,21 +20,12 @@ bool IsTokenCharacter(char c) { return IsLetterOrDigit(c) || std::string_view("!
 
 bool IsToken(std::string_view text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsTokenCharacter); }
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool SameWord(std::string_view a, std::string_view b) {
-  return a.size() == b.size() &&
-         std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
 std::string_view WithoutSpace(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t");
   if (first == nowhere)
     return {};
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
-
-QByteArray Bytes(std::string_view text) { return {text.data(), static_cast<qsizetype>(text.size())}; }
 
 /// Reads a head line by line. Each step gives the status of a refusal, or 0 to go on.
 class HeadReader {
@@ -159,7 +152,7 @@ int HeadReader::ReadMethod(std::string_view method) {
                                                              "PATCH", "TRACE", "CONNECT"};
   if (!IsToken(method) || method.size() > limits_.method)
     return 400;
-  request_.method = Bytes(method);
+  request_.method = QByteArrayView(method).toByteArray();
   if (method == "GET" || method == "HEAD")
     return 0;
   return std::find(others.begin(), others.end(), method) != others.end() ? 405 : 501;
@@ -168,16 +161,16 @@ int HeadReader::ReadMethod(std::string_view method) {
 void HeadReader::TakeTarget(std::string_view target) {
   // A client that takes the mirror for a proxy names the host in the target.
   constexpr std::string_view scheme = "http://";
-  if (target.size() > scheme.size() && SameWord(target.substr(0, scheme.size()), scheme)) {
+  if (target.size() > scheme.size() && EqualInAnyCase(target.substr(0, scheme.size()), scheme)) {
     target.remove_prefix(scheme.size());
     const std::size_t path = std::min(target.find('/'), target.size());
-    request_.host = Bytes(target.substr(0, path));
+    request_.host = QByteArrayView(target.substr(0, path)).toByteArray();
     host_is_in_target_ = true;
     target.remove_prefix(path);
     if (target.empty())
       target = "/";
   }
-  request_.target = Bytes(target);
+  request_.target = QByteArrayView(target).toByteArray();
 }
 
 int HeadReader::ReadHeader(std::string_view line) {
@@ -190,21 +183,21 @@ int HeadReader::ReadHeader(std::string_view line) {
 }
 
 int HeadReader::ReadHeaderValue(std::string_view name, std::string_view value) {
-  if (SameWord(name, "Host")) {
+  if (EqualInAnyCase(name, "Host")) {
     if (has_host_)
       return 400;
     has_host_ = true;
     if (!host_is_in_target_)
-      request_.host = Bytes(value);
-  } else if (SameWord(name, "Connection")) {
+      request_.host = QByteArrayView(value).toByteArray();
+  } else if (EqualInAnyCase(name, "Connection")) {
     ReadConnection(value);
-  } else if (SameWord(name, "Origin")) {
+  } else if (EqualInAnyCase(name, "Origin")) {
     request_.has_origin = true;
-  } else if (SameWord(name, "Sec-Fetch-Site")) {
-    request_.fetch_site += Bytes(value);
-  } else if (SameWord(name, "Transfer-Encoding")) {
+  } else if (EqualInAnyCase(name, "Sec-Fetch-Site")) {
+    request_.fetch_site += QByteArrayView(value).toByteArray();
+  } else if (EqualInAnyCase(name, "Transfer-Encoding")) {
     return 501;
-  } else if (SameWord(name, "Content-Length")) {
+  } else if (EqualInAnyCase(name, "Content-Length")) {
     if (value.empty() || value.find_first_not_of("0123456789") != nowhere)
       return 400;
     if (value.find_first_not_of('0') != nowhere)
@@ -217,9 +210,9 @@ void HeadReader::ReadConnection(std::string_view value) {
   while (!value.empty()) {
     const std::size_t comma = std::min(value.find(','), value.size());
     const std::string_view word = WithoutSpace(value.substr(0, comma));
-    if (SameWord(word, "close"))
+    if (EqualInAnyCase(word, "close"))
       close_ = true;
-    else if (SameWord(word, "keep-alive"))
+    else if (EqualInAnyCase(word, "keep-alive"))
       request_.keep_alive = true;
     value.remove_prefix(std::min(comma + 1, value.size()));
   }
@@ -228,5 +221,10 @@ void HeadReader::ReadConnection(std::string_view value) {
 }  // namespace
 
 RequestReading ReadRequest(std::string_view bytes, const Limits &limits) { return HeadReader(bytes, limits).Read(); }
+
+QByteArray PathOf(const QByteArray &target) {
+  const auto end = std::find_if(target.begin(), target.end(), [](char c) { return c == '?' || c == '#'; });
+  return target.first(end - target.begin());
+}
 
 }  // namespace borvane::mirror

@@ -43,4 +43,7 @@ struct RequestReading {
 /// beyond the limits (400, 414, 431).
 RequestReading ReadRequest(std::string_view bytes, const Limits &limits);
 
+/// The path of a request's target: what comes before a query or a fragment.
+QByteArray PathOf(const QByteArray &target);
+
 }  // namespace borvane::mirror

@@ -1,7 +1,5 @@
 #include "pages/site.h"
 
-#include <string_view>
-
 #include "pages/browser_pages.h"
 #include "pages/coordinates.h"
 #include "pages/event_page.h"
@@ -18,13 +16,6 @@ constexpr QByteArrayView page_suffix = ".html";
 /// When the kept pages grow beyond this, all are dropped: whoever asks for every page there can be shall not fill the
 /// memory.
 constexpr qsizetype most_kept_bytes = 32 * 1024 * 1024;
-
-/// The path of a request target: what comes before a query or a fragment.
-QByteArray PathOf(const QByteArray &target) {
-  const std::string_view text(target.constData(), static_cast<std::size_t>(target.size()));
-  const std::size_t end = text.find_first_of("?#");
-  return end == std::string_view::npos ? target : target.first(static_cast<qsizetype>(end));
-}
 
 }  // namespace
 

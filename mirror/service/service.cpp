@@ -23,11 +23,6 @@ constexpr qint64 online_ms = 15 * 60'000;
 /// How long the product page waits for the number of users.
 constexpr int user_count_timeout_ms = 500;
 
-QByteArray PathOf(const QByteArray &target) {
-  const qsizetype mark = target.indexOf('?');
-  return mark < 0 ? target : target.first(mark);
-}
-
 /// Replies with a job's result, or with 503 when the store failed.
 StoreThread::Done PlainText(const Reply &reply) {
   return [reply](const std::optional<QByteArray> &result) {

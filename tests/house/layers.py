@@ -20,7 +20,7 @@ ALLOWED = {
     **{f"src/{folder}": BELOW | PROGRAM | {"common"} for folder in PROGRAM},
     "src/desktop": BELOW | PROGRAM | {"common", "transfer"},
     "src": {"core", "desktop"},
-    "mirror/http": set(),
+    "mirror/http": {"common"},
     "mirror/catalogue": set(),
     "mirror/pages": {"catalogue", "http", "common"},
     "mirror/store": set(),

@@ -106,15 +106,19 @@ TEST(EventFields, RaisesASubscriptFailureOutsideItsBounds) {
   }
 }
 
-TEST(AddEventRow, WritesMagnitudePlaceAndTimeWithTheDay) {
-  Rig rig;
-  EventFields fields = Event();
-  AddEventRow("", fields);
+void ExpectTheRowOfTheEvent() {
   const ListItem &row = frmRecords->ListView2.ListItems(1);
   EXPECT_EQ(row.Text, "2.0");
   EXPECT_EQ(row.SubItems(1), "Castaic, CA");
   EXPECT_EQ(row.SubItems(2), "01:26:13, Wed 07");
   EXPECT_EQ(frmRecords->ListView2.ToolTipText(), "Feb Wed 07, 2018");
+}
+
+TEST(AddEventRow, WritesMagnitudePlaceAndTimeWithTheDay) {
+  Rig rig;
+  EventFields fields = Event();
+  AddEventRow("", fields);
+  ExpectTheRowOfTheEvent();
 }
 
 TEST(AddEventRow, OverwritesTheOneRow) {
@@ -150,11 +154,7 @@ TEST(AddEventRow, WritesARowWithoutALatitudeToo) {
   EventFields fields = Event();
   fields(4) = "";
   AddEventRow("", fields);
-  const ListItem &row = frmRecords->ListView2.ListItems(1);
-  EXPECT_EQ(row.Text, "2.0");
-  EXPECT_EQ(row.SubItems(1), "Castaic, CA");
-  EXPECT_EQ(row.SubItems(2), "01:26:13, Wed 07");
-  EXPECT_EQ(frmRecords->ListView2.ToolTipText(), "Feb Wed 07, 2018");
+  ExpectTheRowOfTheEvent();
 }
 
 TEST(AddEventRow, TestsForTheAlertOnlyWithALatitude) {

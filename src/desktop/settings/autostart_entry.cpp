@@ -14,8 +14,6 @@ namespace borvane {
 
 namespace {
 
-QByteArray Bytes(std::string_view text) { return {text.data(), static_cast<qsizetype>(text.size())}; }
-
 /// `argument` in the quotes of an Exec line. Its backslashes are doubled once more, as in every value of an entry.
 QByteArray Quoted(const QByteArray &argument) {
   constexpr QByteArrayView special = "\"`$\\";
@@ -74,8 +72,9 @@ QString UserAutostartFile() {
 AutostartEntry::AutostartEntry(QString file_name) : file_name_(std::move(file_name)) {}
 
 void AutostartEntry::Write(std::string_view title, std::string_view program) {
-  const QByteArray exec = ExecFor(Bytes(program));
-  const QByteArray entry = "[Desktop Entry]\nType=Application\nName=" + Bytes(title) + "\nExec=" + exec + "\n";
+  const QByteArray exec = ExecFor(QByteArrayView(program).toByteArray());
+  const QByteArray entry =
+      "[Desktop Entry]\nType=Application\nName=" + QByteArrayView(title).toByteArray() + "\nExec=" + exec + "\n";
   const std::optional<QByteArray> before = ContentOfFile(file_name_);
   const bool is_kept =
       is_start_ && (!before || ValueIn(*before, "Exec") == exec || ValueIn(*before, "Hidden") == "true");

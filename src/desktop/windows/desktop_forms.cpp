@@ -40,6 +40,13 @@ std::unique_ptr<FormWindow, DeleteLater> MakeWindow(FormBase &form, FocusTracker
   return window;
 }
 
+/// The entry for the form; null when there is none. The entries are constant where the list is.
+template <class LoadedForms>
+auto *FindIn(LoadedForms &forms, const FormBase &form) {
+  const auto loaded = std::find_if(forms.begin(), forms.end(), [&](const auto &other) { return &other.form == &form; });
+  return loaded == forms.end() ? nullptr : &*loaded;
+}
+
 }  // namespace
 
 struct DesktopForms::LoadedForm {
@@ -120,9 +127,8 @@ MenuItem *DesktopForms::ChosenEntry(const FormBase &form, const Menu &menu) {
 }
 
 FormWindow *DesktopForms::WindowOf(const FormBase &form) const {
-  const auto loaded =
-      std::find_if(forms_.begin(), forms_.end(), [&](const LoadedForm &other) { return &other.form == &form; });
-  return loaded == forms_.end() ? nullptr : loaded->window.get();
+  const LoadedForm *loaded = FindIn(forms_, form);
+  return loaded == nullptr ? nullptr : loaded->window.get();
 }
 
 void DesktopForms::Stop() {
@@ -133,11 +139,7 @@ void DesktopForms::Stop() {
     Release(loaded);
 }
 
-DesktopForms::LoadedForm *DesktopForms::Find(const FormBase &form) {
-  const auto loaded =
-      std::find_if(forms_.begin(), forms_.end(), [&](const LoadedForm &other) { return &other.form == &form; });
-  return loaded == forms_.end() ? nullptr : &*loaded;
-}
+DesktopForms::LoadedForm *DesktopForms::Find(const FormBase &form) { return FindIn(forms_, form); }
 
 void DesktopForms::AddTimers(const Container &container, LoadedForm &loaded) {
   for (Control *control : container.children()) {

@@ -1,7 +1,8 @@
 #include "desktop/windows/task_bar.h"
 
-#include <QGuiApplication>
 #include <QWindow>
+
+#include "desktop/x11_display.h"
 
 #if QT_CONFIG(xcb)
 #include <X11/Xlib.h>
@@ -11,11 +12,9 @@ namespace borvane {
 
 void LeaveOutOfTaskBar([[maybe_unused]] const QWindow &window) {
 #if QT_CONFIG(xcb)
-  // Qt's offscreen screen has this interface as well, without a display.
-  const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr || x11->display() == nullptr)
+  Display *display = X11Display();
+  if (display == nullptr)
     return;
-  Display *display = x11->display();
   const auto atom = [&](const char *name) { return static_cast<long>(XInternAtom(display, name, False)); };
   constexpr long add = 1;
   constexpr long from_an_application = 1;

@@ -1,8 +1,8 @@
 #include "desktop/services/message_box.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QWindow>
 #include <QtTest/QTest>
@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/desktop/next_message_box.h"
 #include "support/desktop/sample_form.h"
 #include "support/desktop/screen_rig.h"
 
@@ -28,12 +29,12 @@ class MessageBoxOnScreen : public testing::Test {
 
   /// Asks, lets `user` do something with the box on the screen, and gives the answer.
   static MessageAnswer Ask(MessageButtons buttons, const std::function<void(QMessageBox &)> &user) {
-    QTimer::singleShot(0, [&user] {
-      auto *box = dynamic_cast<QMessageBox *>(QApplication::activeModalWidget());
-      ASSERT_NE(box, nullptr);
-      user(*box);
-    });
+    const NextMessageBox next(user);
     return QtMessageBox().Show("<b>Sure</b> ?", "Borvane - Quit", buttons, MessageIcon::Question);
+  }
+
+  static void Click(QMessageBox &box, QMessageBox::StandardButton button) {
+    QTest::mouseClick(box.button(button), Qt::LeftButton);
   }
 
   static void PressEsc(QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }
@@ -80,13 +81,41 @@ TEST_F(MessageBoxOnScreen, EnterTakesTheFirstButton) {
   EXPECT_EQ(Ask(MessageButtons::OkCancel, press_enter), MessageAnswer::Ok);
 }
 
-TEST_F(MessageBoxOnScreen, ShowsItsTextAsItIs) {
+TEST_F(MessageBoxOnScreen, ShowsTextTitleIconAndButtons) {
   Ask(MessageButtons::YesNo, [](QMessageBox &box) {
     EXPECT_EQ(box.textFormat(), Qt::PlainText);
     EXPECT_EQ(box.text(), "<b>Sure</b> ?");
     EXPECT_EQ(box.windowTitle(), "Borvane - Quit");
+    EXPECT_EQ(box.icon(), QMessageBox::Question);
+    EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
     PressEsc(box);
   });
+}
+
+TEST_F(MessageBoxOnScreen, GivesTheButtonThatWasPressed) {
+  const auto answer_to = [](MessageButtons buttons, QMessageBox::StandardButton button) {
+    return Ask(buttons, [button](QMessageBox &box) { Click(box, button); });
+  };
+  EXPECT_EQ(answer_to(MessageButtons::YesNo, QMessageBox::Yes), MessageAnswer::Yes);
+  EXPECT_EQ(answer_to(MessageButtons::YesNo, QMessageBox::No), MessageAnswer::No);
+  EXPECT_EQ(answer_to(MessageButtons::OkCancel, QMessageBox::Ok), MessageAnswer::Ok);
+  EXPECT_EQ(answer_to(MessageButtons::OkCancel, QMessageBox::Cancel), MessageAnswer::Cancel);
+}
+
+TEST_F(MessageBoxOnScreen, RefusesWhenItIsClosed) {
+  EXPECT_EQ(Ask(MessageButtons::YesNo, [](QMessageBox &box) { box.close(); }), MessageAnswer::No);
+  EXPECT_EQ(Ask(MessageButtons::OkCancel, [](QMessageBox &box) { box.close(); }), MessageAnswer::Cancel);
+}
+
+TEST_F(MessageBoxOnScreen, LetsEventsRunWhileItAsks) {
+  int ticks = 0;
+  sample->Timer1.Timer = [&] { ++ticks; };
+  sample->Timer1.Interval = 5;
+  Ask(MessageButtons::YesNo, [&](QMessageBox &box) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > 3; }, 20'000));
+    Click(box, QMessageBox::No);
+  });
+  sample->Timer1.Interval = 0;
 }
 
 }  // namespace

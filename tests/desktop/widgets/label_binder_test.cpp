@@ -220,33 +220,28 @@ TEST(Label, ShowsTheBeginningOfATextThatNoScreenCouldShow) {
   }
 }
 
+Lines EventsOfThePointerOverTheLabel(ScreenRig &rig) {
+  sample->FormMouseMove = [&](const MouseState &) { rig.note("form"); };
+  sample->Show();
+  Settle();
+  rig.events();
+
+  QTest::mouseMove(&rig.widget(*sample, "Label1"), QPoint(20, 5));
+  Settle();
+  return rig.events();
+}
+
 TEST(Label, RaisesMouseMoveWithThePointerInTwipsOfItsContainer) {
   ScreenRig rig;
   sample->Label1.MouseMove = [&](const MouseState &mouse) {
     rig.note(std::to_string(static_cast<int>(mouse.x)) + " " + std::to_string(static_cast<int>(mouse.y)));
   };
-  sample->FormMouseMove = [&](const MouseState &) { rig.note("form"); };
-  sample->Show();
-  Settle();
-  rig.events();
-
-  QTest::mouseMove(&rig.widget(*sample, "Label1"), QPoint(20, 5));
-  Settle();
-
-  EXPECT_EQ(rig.events(), Lines({"3600 225"}));
+  EXPECT_EQ(EventsOfThePointerOverTheLabel(rig), Lines({"3600 225"}));
 }
 
 TEST(Label, WithoutAMouseMoveOfItsOwnKeepsThePointerFromTheForm) {
   ScreenRig rig;
-  sample->FormMouseMove = [&](const MouseState &) { rig.note("form"); };
-  sample->Show();
-  Settle();
-  rig.events();
-
-  QTest::mouseMove(&rig.widget(*sample, "Label1"), QPoint(20, 5));
-  Settle();
-
-  EXPECT_EQ(rig.events(), Lines());
+  EXPECT_EQ(EventsOfThePointerOverTheLabel(rig), Lines());
 }
 
 class LinkLabel : public testing::Test {

@@ -235,5 +235,13 @@ TEST(ReadRequest, TakesHeaderLinesOfTheLimitTogetherAndRefusesMore) {
   EXPECT_EQ(RefusalOf(head + "A: b\r\n"), 431);
 }
 
+TEST(PathOf, IsWhatComesBeforeAQueryOrAFragment) {
+  EXPECT_EQ(PathOf("/a/b.html"), "/a/b.html");
+  EXPECT_EQ(PathOf("/a b?c#d"), "/a b");
+  EXPECT_EQ(PathOf("/a b#c?d"), "/a b");
+  EXPECT_EQ(PathOf("?"), "");
+  EXPECT_EQ(PathOf(""), "");
+}
+
 }  // namespace
 }  // namespace borvane::mirror

@@ -1,15 +1,12 @@
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QThread>
 #include <QTimer>
-#include <future>
-#include <memory>
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 
-#include "http/server.h"
 #include "support/mirror/client.h"
+#include "support/mirror/server_in_a_thread.h"
 
 // A server whose answers may come after its handler has returned.
 
@@ -35,37 +32,10 @@ class SlowHandler : public Handler {
   QObject context_;
 };
 
-/// A server in a thread of its own, with a slow handler.
-class SlowServer {
- public:
-  explicit SlowServer(Limits limits = {}) {
-    thread_.reset(QThread::create([this, limits] {
-      SlowHandler handler;
-      Server server(limits, handler);
-      port_.set_value(server.Listen(QHostAddress::LocalHost, 0).value_or(0));
-      QEventLoop().exec();
-    }));
-    thread_->start();
-  }
-  ~SlowServer() {
-    thread_->quit();
-    thread_->wait();
-  }
-
-  quint16 Port() {
-    if (number_ == 0)
-      number_ = port_.get_future().get();
-    return number_;
-  }
-
- private:
-  std::promise<quint16> port_;
-  quint16 number_ = 0;
-  std::unique_ptr<QThread> thread_;
-};
+using SlowServer = ServerInAThread<SlowHandler>;
 
 TEST(LateAnswer, ComesWholeOnTheSameConnection) {
-  SlowServer server;
+  const SlowServer server;
   Client client(server.Port());
   for (int i = 0; i < 2; ++i) {
     client.Send("GET /late HTTP/1.1\r\n\r\n");
@@ -74,7 +44,7 @@ TEST(LateAnswer, ComesWholeOnTheSameConnection) {
 }
 
 TEST(LateAnswer, KeepsItsPlaceAmongRequestsThatCameTogether) {
-  SlowServer server;
+  const SlowServer server;
   Client client(server.Port());
   QByteArray requests;
   for (const char *target : {"/a", "/late1", "/b", "/late2", "/c"})
@@ -85,7 +55,7 @@ TEST(LateAnswer, KeepsItsPlaceAmongRequestsThatCameTogether) {
 }
 
 TEST(LateAnswer, LeavesARequestThatComesMeanwhileForLater) {
-  SlowServer server;
+  const SlowServer server;
   Client client(server.Port());
   client.Send("GET /late HTTP/1.1\r\n\r\n");
   QThread::msleep(50);
@@ -95,7 +65,7 @@ TEST(LateAnswer, LeavesARequestThatComesMeanwhileForLater) {
 }
 
 TEST(LateAnswer, HasNoBodyForHead) {
-  SlowServer server;
+  const SlowServer server;
   Client client(server.Port());
   client.Send("HEAD /late HTTP/1.1\r\n\r\nGET /b HTTP/1.1\r\n\r\n");
   EXPECT_EQ(client.Read(false).value().headers["content-length"], "20");
@@ -103,7 +73,7 @@ TEST(LateAnswer, HasNoBodyForHead) {
 }
 
 TEST(LateAnswer, EndsTheConnectionWhenTheClientAskedForThat) {
-  SlowServer server;
+  const SlowServer server;
   Client client(server.Port());
   client.Send("GET /late HTTP/1.1\r\nConnection: close\r\n\r\n");
   EXPECT_EQ(client.Read().value().body, "GET /late 127.0.0.1");
@@ -111,7 +81,7 @@ TEST(LateAnswer, EndsTheConnectionWhenTheClientAskedForThat) {
 }
 
 TEST(LateAnswer, HoldsUpNobodyElse) {
-  SlowServer server;
+  const SlowServer server;
   Client waiting(server.Port());
   waiting.Send("GET /never HTTP/1.1\r\n\r\n");
   QElapsedTimer clock;
@@ -121,7 +91,7 @@ TEST(LateAnswer, HoldsUpNobodyElse) {
 }
 
 TEST(LateAnswer, ComesToAClientThatHasEndedItsSendingSide) {
-  SlowServer server;
+  const SlowServer server;
   Client client(server.Port());
   client.Send("GET /late HTTP/1.1\r\n\r\n");
   ::shutdown(static_cast<int>(client.socket().socketDescriptor()), SHUT_WR);
@@ -130,7 +100,7 @@ TEST(LateAnswer, ComesToAClientThatHasEndedItsSendingSide) {
 }
 
 TEST(LateAnswer, MayComeAfterTheClientHasGone) {
-  SlowServer server;
+  const SlowServer server;
   {
     Client client(server.Port());
     client.Send("GET /late HTTP/1.1\r\n\r\n");
@@ -141,7 +111,7 @@ TEST(LateAnswer, MayComeAfterTheClientHasGone) {
 }
 
 TEST(LateAnswer, IsRefusedWhenItDoesNotCome) {
-  SlowServer server({.answer_ms = 300});
+  const SlowServer server({.answer_ms = 300});
   Client client(server.Port());
   client.Send("GET /never HTTP/1.1\r\n\r\n");
   EXPECT_EQ(client.Read().value().status, 503);
@@ -150,7 +120,7 @@ TEST(LateAnswer, IsRefusedWhenItDoesNotCome) {
 
 TEST(LateAnswer, IsDroppedAfterARefusal) {
   // The times are looked at four times a second, so that the refusal comes some 300 ms before the answer.
-  SlowServer server({.answer_ms = 1});
+  const SlowServer server({.answer_ms = 1});
   Client client(server.Port());
   client.Send("GET /later HTTP/1.1\r\n\r\n");
   EXPECT_EQ(client.Read().value().status, 503);

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <atomic>
+
+#include "support/mirror/server_in_a_thread.h"
+
+namespace borvane::mirror {
+
+/// Answers with the request's method and target; "/big" with ten million bytes of its own, "/shared" with as many that
+/// all such answers share. A refusal repeats the target.
+class EchoHandler : public Handler {
+ public:
+  bool Serves(const QByteArray & /*target*/, const QByteArray & /*host*/) const override { return true; }
+
+  void Handle(const Request &request, const QHostAddress & /*client*/, const Reply &reply) override {
+    ++requests_;
+    Answer answer = {.type = "text/plain", .body = request.method + ' ' + request.target};
+    if (request.target == "/big")
+      answer.body = QByteArray(10'000'000, 'x');
+    if (request.target == "/big" && first_big_.isEmpty())
+      first_big_ = answer.body;
+    if (request.target == "/shared")
+      answer.body = shared_;
+    reply(answer);
+  }
+
+  Answer Refusal(int status, const QByteArray &target, const QByteArray & /*host*/) const override {
+    Answer answer = StatusPage(status);
+    answer.body += target.left(20);
+    return answer;
+  }
+
+  int Requests() const { return requests_; }
+
+  /// Whether a connection still holds the first answer to "/big".
+  bool IsFirstBigHeld() const { return !first_big_.isDetached(); }
+
+ private:
+  QByteArray first_big_;
+  const QByteArray shared_ = QByteArray(10'000'000, 's');
+  std::atomic<int> requests_ = 0;
+};
+
+class EchoServer : public ServerInAThread<EchoHandler> {
+ public:
+  using ServerInAThread::ServerInAThread;
+
+  int Requests() const { return handler().Requests(); }
+  bool IsFirstBigHeld() const { return handler().IsFirstBigHeld(); }
+};
+
+}  // namespace borvane::mirror
