@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -100,6 +102,10 @@ inline constexpr std::array stored_settings = {
     StoredSetting{Setting::Tzip, "Tzip"},
     StoredSetting{Setting::MySchool, "MySchool"},
 };
+
+static_assert(std::all_of(stored_settings.begin(), stored_settings.end(), [](const StoredSetting &row) {
+  return &row == &stored_settings[static_cast<std::size_t>(row.setting)];
+}));
 
 /// The stored text of `setting`; its row's text for a missing one where none or an empty one is stored.
 std::string ReadSetting(Setting setting);

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "basic/failure.h"
+#include "core/module1.h"
 #include "support/failure_of.h"
+#include "support/rig.h"
 
 namespace borvane {
 namespace {
@@ -64,6 +66,28 @@ TEST(DateText, LeavesOutMidnightAndTheBaseDay) {
 TEST(DateText, IsReadAsTheSameDate) {
   for (const char *date : {"2018/02/07 00:00:01", "2018/02/07 12:00:00", "2018/02/07 23:59:59", "9999/12/31 00:30:00"})
     EXPECT_EQ(DateValue(DateText(DateValue(date))), DateValue(date)) << date;
+}
+
+TEST(LastAlertTime, IsTheClockAtTheLoadOneSecondBefore) {
+  Rig rig;
+  rig.clock().Set({.year = 2018, .month = 2, .day = 7, .hour = 1, .minute = 30, .second = 15});
+  rig.start();
+  EXPECT_EQ(Module1->LastAlertTime, "02-07-2018 01:30:14");
+}
+
+TEST(LastAlertTime, HasItsSecondsAsPlainDecimalText) {
+  Rig rig;
+  rig.clock().Set({.year = 2018, .month = 12, .day = 31, .hour = 23, .minute = 9, .second = 5});
+  rig.start();
+  EXPECT_EQ(Module1->LastAlertTime, "12-31-2018 23:09:4");
+}
+
+TEST(LastAlertTime, DoesNotBorrowFromTheMinutesAtSecondZero) {
+  RecordProperty("quirk", "alert-time-does-not-borrow");
+  Rig rig;
+  rig.clock().Set({.year = 2018, .month = 2, .day = 7, .hour = 1, .minute = 30, .second = 0});
+  rig.start();
+  EXPECT_EQ(Module1->LastAlertTime, "02-07-2018 01:30:-1");
 }
 
 }  // namespace

@@ -9,8 +9,6 @@
 #include "controls/control_array.h"
 #include "controls/frame.h"
 #include "controls/label.h"
-#include "controls/menu.h"
-#include "controls/status_bar.h"
 #include "support/box.h"
 
 namespace borvane {
@@ -112,33 +110,6 @@ TEST(Event, PassesItsArgumentsToTheHandlerSetLast) {
   EXPECT_TRUE(event.IsWired());
   EXPECT_EQ(first, 0);
   EXPECT_EQ(second, 5);
-}
-
-TEST(MenuItem, BelongsToItsMenu) {
-  Box box;
-  Menu menu{box, "Tmnu", {.Caption = "Menu"}};
-  MenuItem item{menu, "mnuGrid", {.Caption = "Grid lines", .Checked = true}};
-  EXPECT_FALSE(menu.Visible());
-  EXPECT_TRUE(item.Checked());
-  EXPECT_EQ(menu.children(), std::vector<Control *>{&item});
-}
-
-TEST(StatusBar, CountsItsPanelsFromOne) {
-  Box box;
-  StatusBar bar{box, "StatusBar1", {.PanelWidths = {1840, 4440}}};
-  bar.Panels(2).Text = "Last Refresh: ";
-  EXPECT_EQ(bar.PanelCount(), 2);
-  EXPECT_EQ(bar.Panels(1).Text(), "");
-  EXPECT_EQ(bar.Panels(1).Width, 1840);
-  EXPECT_EQ(bar.Panels(2).Text(), "Last Refresh: ");
-  EXPECT_EQ(bar.Panels(2).Width, 4440);
-}
-
-TEST(StatusBar, RaisesASubscriptFailureForAPanelThatIsNotThere) {
-  Box box;
-  StatusBar bar{box, "StatusBar1", {.PanelWidths = {1840, 4440}}};
-  EXPECT_THROW(bar.Panels(0), RuntimeError);
-  EXPECT_THROW(bar.Panels(3), RuntimeError);
 }
 
 }  // namespace

@@ -93,28 +93,6 @@ TEST(Module1, KeepsTheColorCodesAtZeroWhenColorsAreStored) {
     EXPECT_EQ(code, 0);
 }
 
-TEST(LastAlertTime, IsTheClockAtTheLoadOneSecondBefore) {
-  Rig rig;
-  rig.clock().Set({.year = 2018, .month = 2, .day = 7, .hour = 1, .minute = 30, .second = 15});
-  rig.start();
-  EXPECT_EQ(Module1->LastAlertTime, "02-07-2018 01:30:14");
-}
-
-TEST(LastAlertTime, HasItsSecondsAsPlainDecimalText) {
-  Rig rig;
-  rig.clock().Set({.year = 2018, .month = 12, .day = 31, .hour = 23, .minute = 9, .second = 5});
-  rig.start();
-  EXPECT_EQ(Module1->LastAlertTime, "12-31-2018 23:09:4");
-}
-
-TEST(LastAlertTime, DoesNotBorrowFromTheMinutesAtSecondZero) {
-  RecordProperty("quirk", "alert-time-does-not-borrow");
-  Rig rig;
-  rig.clock().Set({.year = 2018, .month = 2, .day = 7, .hour = 1, .minute = 30, .second = 0});
-  rig.start();
-  EXPECT_EQ(Module1->LastAlertTime, "02-07-2018 01:30:-1");
-}
-
 TEST(QuitProgram, EmptiesTheListsThenUnloadsTheWindowsThenEndsTheProcess) {
   Rig rig;
   rig.start();

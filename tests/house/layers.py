@@ -8,7 +8,7 @@ import sys
 from pathlib import Path
 
 BELOW = {"basic", "controls", "platform"}
-PROGRAM = {"core", "feed", "scan", "bars", "alert", "records", "settings", "reports", "info"}
+PROGRAM = {"core", "feed", "scan", "bars", "alert", "records", "settings", "info"}
 
 # Folder -> the folders whose headers it may include besides its own. "src" and "mirror" are the top folders, which contain main.cpp.
 ALLOWED = {
@@ -17,8 +17,9 @@ ALLOWED = {
     "src/basic": set(),
     "src/controls": {"basic"},
     "src/platform": {"basic", "controls"},
-    **{f"src/{folder}": BELOW | PROGRAM | {"common"} for folder in PROGRAM},
-    "src/desktop": BELOW | PROGRAM | {"common", "transfer"},
+    **{f"src/{folder}": BELOW | PROGRAM for folder in PROGRAM},
+    "src/feed": BELOW | PROGRAM | {"common"},
+    "src/desktop": BELOW | {"core", "feed", "records", "settings", "common", "transfer"},
     "src": {"core", "desktop"},
     "mirror/http": {"common"},
     "mirror/catalogue": set(),
@@ -33,7 +34,7 @@ USE_THE_HOST = {"transfer", "src/desktop", "mirror", "mirror/http", "mirror/cata
                 "mirror/service"}
 
 # A window's header declares its controls; it never includes another window's header. conffrm has the HTTP client control.
-WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "ComPart", "Aboutfrm", "banner", "nobotherfrm"}
+WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "Aboutfrm", "banner"}
 WINDOW_MAY_INCLUDE = re.compile(r"(basic|controls)/|feed/inet\.h$")
 
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
@@ -72,9 +73,11 @@ def fault_of_include(path, bracket, target):
     return None
 
 
-def rule_of(folder):
-    """The folders of the program share one rule: what one of them may include or be included by, all may."""
-    return "the program's folders" if folder.removeprefix("src/") in PROGRAM else folder
+def rule_of(layer, folder):
+    """What a permission is called. The folders of the program share those for one another and for what is below them all."""
+    if layer.removeprefix("src/") not in PROGRAM or folder not in BELOW | PROGRAM:
+        return layer, folder
+    return "the program's folders", "one another" if folder in PROGRAM else folder
 
 
 def includes(root):
@@ -100,15 +103,19 @@ def faults(root):
 
 def unneeded(root):
     """What the table allows and no file does."""
-    used = {(rule_of(layer_of(path)), rule_of(folder_of_include(layer_of(path), target)))
-            for path, _, bracket, target in includes(root) if bracket == '"'}
+    lines = list(includes(root))
+    used = {rule_of(layer_of(path), folder_of_include(layer_of(path), target)) for path, _, bracket, target in lines if bracket == '"'}
     for layer in sorted(ALLOWED):
         for folder in sorted(ALLOWED[layer]):
-            if (rule_of(layer), rule_of(folder)) not in used:
-                yield f"the table allows {rule_of(layer)} to include {rule_of(folder)}, which no file does"
-    using = {layer_of(path) for path, _, bracket, target in includes(root) if bracket == "<" and not STANDARD_HEADER.match(target)}
+            rule = rule_of(layer, folder)
+            if rule not in used:
+                yield f"the table allows {rule[0]} to include {rule[1]}, which no file does"
+    using = {layer_of(path) for path, _, bracket, target in lines if bracket == "<" and not STANDARD_HEADER.match(target)}
     for layer in sorted(USE_THE_HOST - using):
         yield f"the table allows {layer} to use the host, which it does not"
+    headers = {file.stem for file in (root / "src").rglob("*.h")}
+    for window in sorted(WINDOWS - headers):
+        yield f"the table names the window {window}, which does not exist"
 
 
 if __name__ == "__main__":

@@ -103,6 +103,25 @@ class Layers(MadeTree):
         self.write("src/platform/clock.h", '#include "controls/label.h"\n')
         self.assertNotIn(fault, list(layers.unneeded(self.root)))
 
+    def test_the_desktop_uses_each_folder_of_the_program_that_it_may(self):
+        self.write("src/core/start.cpp", '#include "settings/values.h"\n')
+        fault = "the table allows src/desktop to include settings, which no file does"
+        self.assertIn(fault, list(layers.unneeded(self.root)))
+        self.write("src/desktop/windows/x.cpp", '#include "settings/conffrm.h"\n')
+        self.assertNotIn(fault, list(layers.unneeded(self.root)))
+
+    def test_one_folder_of_the_program_speaks_for_all_among_themselves(self):
+        fault = "the table allows the program's folders to include one another, which no file does"
+        self.assertIn(fault, list(layers.unneeded(self.root)))
+        self.write("src/core/start.cpp", '#include "settings/values.h"\n')
+        self.assertNotIn(fault, list(layers.unneeded(self.root)))
+
+    def test_a_window_in_the_table_exists(self):
+        fault = "the table names the window conffrm, which does not exist"
+        self.assertIn(fault, list(layers.unneeded(self.root)))
+        self.write("src/settings/conffrm.h", "")
+        self.assertNotIn(fault, list(layers.unneeded(self.root)))
+
     def test_the_host_permitted_and_not_used_is_a_fault(self):
         fault = "the table allows mirror/http to use the host, which it does not"
         self.assertIn(fault, list(layers.unneeded(self.root)))

@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "support/desktop/scripted_server.h"
-#include "support/transfer/recorded_fetcher.h"
+#include "support/transfer/fetch.h"
 
 namespace borvane {
 namespace {
@@ -20,33 +20,6 @@ using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
 
 constexpr int timeout = 60'000;  // milliseconds
-
-/// Fetches `address` and returns the text, or "failed".
-std::string Fetch(RecordedFetcher &http, std::string_view address) {
-  const HttpFetcher::Number fetch = http.Start(address);
-  EXPECT_FALSE(http.IsDone(fetch)) << "a transfer must not end before events run";
-  EXPECT_TRUE(QTest::qWaitFor([&] { return http.IsDone(fetch); }, timeout));
-  const FetchResult &result = http.result(fetch);
-  EXPECT_TRUE(!result.failed || result.body.empty());
-  return result.failed ? "failed" : result.body;
-}
-
-std::string Fetch(std::string_view address) {
-  RecordedFetcher http;
-  return Fetch(http, address);
-}
-
-/// Answers the first requests with redirects to these places and the next one with the page "there".
-ScriptedServer::Answer RedirectsTo(Strings locations, const std::string &status = "302 Found") {
-  return [locations = std::move(locations), status, request = std::size_t{0}](QTcpSocket &connection,
-                                                                              const std::string &line) mutable {
-    if (request < locations.size())
-      Writes("HTTP/1.1 " + status + "\r\nLocation: " + locations[request++] +
-             "\r\nContent-Length: 4\r\nConnection: close\r\n\r\nmove")(connection, line);
-    else
-      Serves("there")(connection, line);
-  };
-}
 
 TEST(HttpFetcher, GivesTheBodyAsItCame) {
   const std::string body("<PRE>\r\n\xE9\0\x1A</PRE>", 16);
@@ -186,16 +159,6 @@ TEST(HttpFetcher, HasSixtySecondsAndSixtyFourMebibytes) {
   EXPECT_EQ(limits.redirects, 5);
 }
 
-TEST(HttpFetcher, CountsRedirectsIntoTheTime) {
-  ScriptedServer server([](QTcpSocket &connection, const std::string &line) {
-    QTimer::singleShot(70, &connection, [&connection, line] { RedirectsTo({"/again"})(connection, line); });
-  });
-  RecordedFetcher http({.time = 200ms, .redirects = 1000});
-
-  EXPECT_EQ(Fetch(http, server.address()), "failed");
-  EXPECT_LE(server.request_lines().size(), 4U);
-}
-
 TEST(HttpFetcher, TakesABodyOfTheLargestSizeAndFailsForOneByteMore) {
   constexpr std::size_t size = 1000;
   const std::string largest(size, 'x');
@@ -221,132 +184,6 @@ TEST(HttpFetcher, FailsForABodyOverSixtyFourMebibytes) {
   });
 
   EXPECT_EQ(Fetch(server.address()), "failed");
-}
-
-TEST(HttpFetcher, FollowsUpToFiveRedirects) {
-  ScriptedServer five(RedirectsTo({"/1", "/2", "/3", "/4", "/5"}));
-  EXPECT_EQ(Fetch(five.address("/0")), "there");
-  EXPECT_EQ(five.request_lines().back(), "GET /5 HTTP/1.1");
-
-  ScriptedServer six(RedirectsTo({"/1", "/2", "/3", "/4", "/5", "/6"}));
-  EXPECT_EQ(Fetch(six.address("/0")), "failed");
-  EXPECT_EQ(six.request_lines().size(), 6U);
-}
-
-TEST(HttpFetcher, FollowsEveryKindOfRedirect) {
-  for (const char *status : {"301 M", "302 F", "303 S", "307 T", "308 P"}) {
-    ScriptedServer server(RedirectsTo({"/next"}, status));
-    EXPECT_EQ(Fetch(server.address()), "there") << status;
-  }
-}
-
-TEST(HttpFetcher, ResolvesARedirectAgainstWhatWasAskedFor) {
-  ScriptedServer server(RedirectsTo({"other.html"}));
-  EXPECT_EQ(Fetch(server.address("/recenteqs/Maps/a b.html?q=/x")), "there");
-
-  EXPECT_EQ(server.request_lines().back(), "GET /recenteqs/Maps/other.html HTTP/1.1");
-}
-
-TEST(HttpFetcher, FollowsARedirectToAnotherHost) {
-  ScriptedServer other(Serves("other"));
-  ScriptedServer server(RedirectsTo({other.address("/x")}));
-
-  EXPECT_EQ(Fetch(server.address()), "other");
-}
-
-TEST(HttpFetcher, FollowsARedirectToNothingButHttp) {
-  for (const char *location : {"file:///etc/passwd", "ftp://127.0.0.1/", "gopher://127.0.0.1/", "http://"}) {
-    ScriptedServer server(RedirectsTo({location}));
-    EXPECT_EQ(Fetch(server.address()), "failed") << location;
-  }
-}
-
-TEST(HttpFetcher, EndsAtOnceWhenItIsCancelled) {
-  ScriptedServer server(Holds());
-  RecordedFetcher http;
-  const HttpFetcher::Number fetch = http.Start(server.address());
-  ASSERT_TRUE(QTest::qWaitFor([&] { return server.request_lines().size() == 1; }, timeout));
-  http.Cancel(fetch);
-
-  EXPECT_TRUE(http.IsDone(fetch));
-  EXPECT_TRUE(http.result(fetch).failed);
-}
-
-TEST(HttpFetcher, EndsAtOnceWhenItIsCancelledBeforeEventsRun) {
-  ScriptedServer server(Holds());
-  RecordedFetcher http;
-  for (const std::string &address :
-       {server.address(), std::string("no address"), std::string("http://255.255.255.255/")}) {
-    const HttpFetcher::Number fetch = http.Start(address);
-    http.Cancel(fetch);
-    EXPECT_TRUE(http.IsDone(fetch));
-    EXPECT_TRUE(http.result(fetch).failed);
-  }
-  QTest::qWait(20);
-}
-
-TEST(HttpFetcher, CancellingWhatIsDoneChangesNothing) {
-  ScriptedServer server(Serves("page"));
-  RecordedFetcher http;
-  const HttpFetcher::Number fetch = http.Start(server.address());
-  ASSERT_TRUE(QTest::qWaitFor([&] { return http.IsDone(fetch); }, timeout));
-  http.Cancel(fetch);
-
-  EXPECT_EQ(http.result(fetch).body, "page");
-}
-
-TEST(HttpFetcher, ReportsEachEndOnce) {
-  ScriptedServer server(Serves("page"));
-  RecordedFetcher http;
-  const HttpFetcher::Number cancelled = http.Start(server.address());
-  http.Cancel(cancelled);
-  http.Cancel(cancelled);
-  Fetch(http, server.address());
-  Fetch(http, "no address");
-
-  EXPECT_EQ(http.ends(), 3);
-}
-
-TEST(HttpFetcher, MayBeginAFetchAtTheEndOfAnother) {
-  ScriptedServer server(Serves("page"));
-  HttpFetcher fetcher;
-  std::string second;
-  fetcher.Start(server.address(), [&](HttpFetcher::Number /*first*/, const FetchResult & /*result*/) {
-    fetcher.Start(server.address(),
-                  [&](HttpFetcher::Number /*fetch*/, const FetchResult &result) { second = result.body; });
-  });
-
-  EXPECT_TRUE(QTest::qWaitFor([&] { return second == "page"; }, timeout));
-}
-
-TEST(HttpFetcher, CarriesTwoAtOnce) {
-  ScriptedServer slow(Holds());
-  ScriptedServer quick(Serves("quick"));
-  RecordedFetcher http;
-  const HttpFetcher::Number first = http.Start(slow.address());
-
-  EXPECT_EQ(Fetch(http, quick.address()), "quick");
-  EXPECT_FALSE(http.IsDone(first));
-}
-
-TEST(HttpFetcher, CountsItsTransfersFromOneOn) {
-  ScriptedServer server(Serves("x"));
-  RecordedFetcher http;
-
-  EXPECT_EQ(http.Start(server.address()), 1U);
-  EXPECT_EQ(http.Start(server.address()), 2U);
-}
-
-TEST(HttpFetcher, MayGoWhileTransfersAreUnderWay) {
-  ScriptedServer server(Holds());
-  {
-    RecordedFetcher http;
-    http.Start(server.address());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return server.request_lines().size() == 1; }, timeout));
-    http.Start(server.address());
-  }
-  QTest::qWait(20);
-  EXPECT_EQ(server.request_lines().size(), 1U);
 }
 
 TEST(HttpFetcher, TakesAnAnswerThatComesAByteAtATime) {

@@ -1,40 +1,15 @@
 #include "pages/event_page.h"
 
-#include <QStringDecoder>
-#include <QXmlStreamReader>
-
 #include <gtest/gtest.h>
 
 #include "catalogue/sample.h"
-#include "pages/index_page.h"
-#include "pages/site.h"
+#include "support/mirror/sample_pages.h"
 #include "support/mirror/time_zone.h"
 
 namespace borvane::mirror {
 namespace {
 
-Event Castaic() {
-  return {.id = "ci37868143",
-          .origin_time = 1517966773000,
-          .latitude = 34.495,
-          .longitude = -118.667,
-          .depth = 26.5,
-          .magnitude = 2.04,
-          .place = "4km W of Castaic, CA",
-          .network = "ci",
-          .kind = "earthquake"};
-}
-
 QByteArray PageOf(const Event &event) { return EventPage(event, Catalogue({event}), 8080); }
-
-/// Why the page is not well-formed; empty when it is. The pages close every element and quote every attribute, so that
-/// the strict rules of XML hold for them, too.
-std::string FaultOf(const QByteArray &page) {
-  QXmlStreamReader reader(QString(QStringDecoder("windows-1252").decode(page)));
-  while (!reader.atEnd())
-    reader.readNext();
-  return reader.hasError() ? reader.errorString().toStdString() : "";
-}
 
 TEST(EventPage, ShowsTheFiguresOfItsEvent) {
   const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
@@ -132,83 +107,6 @@ TEST(EventPage, IsWellFormedForEveryEventOfTheSample) {
   const Catalogue catalogue(SampleEvents());
   for (const Event &event : catalogue.events())
     ASSERT_EQ(FaultOf(EventPage(event, catalogue, 1)), "") << event.id.toStdString();
-}
-
-TEST(IndexPage, IsWellFormedAndLinksEachArea) {
-  const QByteArray page = IndexPage(Catalogue(SampleEvents()), "<b>&.geojson", 8080);
-  EXPECT_EQ(FaultOf(page), "");
-  EXPECT_TRUE(page.contains("1306 events from &lt;b&gt;&amp;.geojson"));
-  EXPECT_TRUE(page.contains("href=\"http://memphis.localhost:8080/recenteqs/Quakes/quakes0.html\""));
-  EXPECT_EQ(FaultOf(IndexPage(Catalogue(), "nothing", 8080)), "");
-}
-
-TEST(Site, MakesItsPagesAgainWhenTheCatalogueChanges) {
-  Site site;
-  site.SetPort(8080);
-  EXPECT_EQ(site.Page("/recenteqs/Quakes/ci37868143.html", ""), std::nullopt);
-  const QByteArray empty = site.Page("/recenteqs/Maps/Los_Angeles.html", "southern.localhost").value();
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), "a test");
-  EXPECT_TRUE(site.Page("/recenteqs/Quakes/ci37868143.html", "").has_value());
-  EXPECT_NE(site.Page("/recenteqs/Maps/Los_Angeles.html", "southern.localhost").value(), empty);
-  EXPECT_TRUE(site.Page("/", "").value().contains("1 event from a test"));
-}
-
-/// What the site says in place of a page.
-Answer RefusalOf(const QByteArray &target) {
-  const Site site;
-  return site.Refusal(503, target, "southern.localhost");
-}
-
-TEST(Site, RefusesListPagesWithoutABodySoThatTheMonitorKeepsItsRows) {
-  for (const char *target : {"/recenteqs/Maps/Los_Angeles.html", "/recenteqs/Maps/1-2.html?x", "/recenteqs_sub/",
-                             "/recenteqs/Quakes/quakes0.html#x"}) {
-    EXPECT_EQ(RefusalOf(target).status, 503) << target;
-    EXPECT_EQ(RefusalOf(target).body, "") << target;
-  }
-}
-
-TEST(Site, RefusesEventPagesWithABodyThatTheMonitorSurvives) {
-  // The monitor looks for a "<" after the place of each label, as if the label were at the page's start.
-  for (const int status : {400, 404, 408, 414, 431, 503}) {
-    const QByteArray body = Site().Refusal(status, "/recenteqs/Quakes/ci1.html", "").body;
-    EXPECT_GE(body.indexOf('<', 25), 25) << status;
-    for (const char *label : {"Latitude", "Longitude", "Depth"})
-      EXPECT_FALSE(body.contains(label)) << status;
-  }
-}
-
-TEST(Site, AnswersWhatItDoesNotHaveWithNotFound) {
-  Site site;
-  for (const char *target : {"/nowhere", "/recenteqs/Maps/Nowhere.html", "/recenteqs/Quakes/ci1.html"}) {
-    std::optional<Answer> answer;
-    site.Handle({.method = "GET", .target = target}, QHostAddress(), [&](const Answer &given) { answer = given; });
-    ASSERT_TRUE(answer) << target;
-    EXPECT_EQ(answer->status, 404) << target;
-    EXPECT_EQ(answer->body.isEmpty(), IsListPath(target)) << target;
-  }
-}
-
-TEST(Site, ServesAreasOnTheirOwnHostsOnly) {
-  Site site;
-  EXPECT_TRUE(site.Page("/recenteqs/Maps/Parkfield.html", "northern.localhost").has_value());
-  EXPECT_TRUE(site.Page("/recenteqs/Maps/Parkfield.html", "127.0.0.1:17650").has_value());
-  EXPECT_EQ(site.Page("/recenteqs/Maps/Parkfield.html", "southern.localhost"), std::nullopt);
-}
-
-TEST(Site, ServesEventsAndCoordinatesOnEveryHost) {
-  Site site;
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), "a test");
-  for (const char *host : {"southern.localhost", "alaska.localhost:1", "example.org", ""}) {
-    EXPECT_TRUE(site.Page("/recenteqs/Quakes/ci37868143.html", host).has_value()) << host;
-    EXPECT_TRUE(site.Page("/recenteqs/Maps/118-34.html", host).has_value()) << host;
-  }
-}
-
-TEST(Site, CutsAQueryAndAFragmentOff) {
-  Site site;
-  for (const char *target :
-       {"/recenteqs/Maps/1-2.html?x", "/recenteqs/Maps/1-2.html#x?y", "/recenteqs/Maps/1-2.html?a#b"})
-    EXPECT_TRUE(site.Page(target, "").has_value()) << target;
 }
 
 }  // namespace
