@@ -26,9 +26,8 @@ QString AddressText(const QHostAddress &address, quint16 port) {
 /// What is logged when a mirror of that version listens at `place`.
 QString AlreadyServed(const QString &place, const QString &version) {
   if (version == BORVANE_VERSION)
-    return QString("another borvane-mirror serves %1 already").arg(place);
-  return QString("a borvane-mirror of another version serves %1 already: %2, this is %3")
-      .arg(place, version, BORVANE_VERSION);
+    return QString("another borvane-mirror already serves %1").arg(place);
+  return QString("borvane-mirror %2 already serves %1; this is version %3").arg(place, version, BORVANE_VERSION);
 }
 
 /// The server's limits, with no more connections than this process may have files open. The system gives no answer to
@@ -77,7 +76,7 @@ void Mirror::ReadCatalogue() {
   site_.SetCatalogue(std::make_shared<Catalogue>(), options_.catalogue);
   const auto take = [this](CatalogueReading reading) {
     if (reading.left_out > 0)
-      Log(QString("%1: %2 of %3 features are left out, they have no usable id, time or epicentre")
+      Log(QString("%1: skipped %2 of %3 features without a usable id, time or epicentre")
               .arg(options_.catalogue)
               .arg(reading.left_out)
               .arg(reading.left_out + static_cast<int>(reading.events.size())));
@@ -103,7 +102,7 @@ std::optional<int> Mirror::Listen() {
     if (second == Listening::Begun)
       options_.addresses.emplace_back(QHostAddress::LocalHostIPv6);
     else
-      Log("goes on with IPv4 alone");
+      Log("continuing with IPv4 only");
   }
   return std::nullopt;
 }

@@ -260,12 +260,12 @@ void StoreThread::LogOutcome(Access access, const QString &failure) {
   if (failure.isEmpty()) {
     if (failing_ && (access == Access::Write || failing_ == Access::Read)) {
       failing_.reset();
-      log_(QString("the service's store %1 works again").arg(name_));
+      log_(QString("%1 works again").arg(name_));
     }
     return;
   }
   if (!failing_)
-    log_(QString("the service's store %1 does not work: %2").arg(name_, failure));
+    log_(QString("%1 does not work: %2").arg(name_, failure));
   if (failing_ != Access::Write)
     failing_ = access;
 }

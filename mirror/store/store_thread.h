@@ -30,8 +30,8 @@ class StoreThread : public QObject {
   using Done = std::function<void(const std::optional<QByteArray> &result)>;
   using Log = std::function<void(const QString &)>;
 
-  /// `log` gets a line when the store stops working, and when it works again. A job that is not done after `timeout_ms`
-  /// counts as failed; if it has begun by then, it may still complete.
+  /// `log` gets a line that begins with the store's address when the store stops working, and when it works again. A
+  /// job that is not done after `timeout_ms` counts as failed; if it has begun by then, it may still complete.
   StoreThread(const StoreAddress &address, const Schema &schema, Log log, int timeout_ms = 10'000);
   ~StoreThread() override;
 

@@ -12,8 +12,8 @@ std::string FirstAlertTime(Date now) {
   const std::string time = TimeText(now);
 
   // Meant (alert-time-does-not-borrow): one second less should borrow from the minutes. It acts on the seconds alone,
-  // so at second 00 the text ends in -1 and is no date; nothing alerts then until the load of the short bar sets it
-  // anew.
+  // so at second 00 the text ends in -1 and is no date; nothing alerts then until the load of the short bar sets the
+  // time again.
   return FormatDate(now, "mm-dd-yyyy") + " " + std::string(Piece(time, 1, 6)) +
          IntegerText(RoundToInteger(NumericPrefix(RestFrom(time, 7)) - 1));
 }

@@ -96,7 +96,7 @@ void ShakeQuakeAlert() {
     const float down = RandomJump();
     const float right = RandomJump();
     // Meant (shaking-brings-back-a-closed-popup): a popup that the user closes meanwhile should stay closed. Each step
-    // names it, which loads it anew; it is hidden then, and wanders unseen.
+    // names it, which loads it again; it is hidden then, and wanders unseen.
     frmQalert->Top = frmQalert->Top() + down;
     frmQalert->Left = frmQalert->Left() + right;
     // Meant (refresh-inside-the-shaking): a refresh should not start in the middle of a scan. It runs whole, and the

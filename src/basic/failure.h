@@ -19,8 +19,8 @@ enum class Failure : int {
   StillExecutingLastRequest = 35764,
 };
 
-/// A run-time error of the program. A procedure that has a trap catches it; everywhere else it travels to the door
-/// through which the event came in, is reported and ends the program.
+/// A run-time error of the program. A procedure that has a trap catches it; everywhere else it reaches the
+/// Dispatch of the event, is reported and ends the program.
 class RuntimeError : public std::exception {
  public:
   RuntimeError(int number, std::string_view description);

@@ -47,7 +47,7 @@ class FormSet {
   void EndEvent();
 
  private:
-  /// Its address stands for the kind of a window. Every use of a window's name looks for it, also within a scan's rows.
+  /// Its address identifies the kind of a window. Every use of a window's name looks for it, also within a scan's rows.
   template <class T>
   static constexpr char kind_of = 0;
 

@@ -4,7 +4,7 @@
 
 namespace borvane {
 
-/// The one door through which every event of the outside world enters: runs `handler`. An error that no trap has caught
+/// Runs `handler`. Every event of the outside world enters the program through here. An error that no trap has caught
 /// is reported by the platform and ends the program at once; it never travels on into a procedure that lets events run.
 void Dispatch(const std::function<void()> &handler);
 

@@ -14,7 +14,7 @@
 
 namespace borvane {
 
-/// What the program asks of a host, all in one hand.
+/// All that the program asks of a host.
 struct Platform {
   SettingsStore &settings;
   HttpTransfer &http;

@@ -69,7 +69,7 @@ TEST_F(LogFileTest, TakesWhatFollowsTheLastLineEndForALineUntilSomethingIsAppend
   EXPECT_EQ(files.ContentOf(path), "one\r\ntwothree\r\n");
 }
 
-TEST_F(LogFileTest, HasALineThatStandsBeforeAFault) {
+TEST_F(LogFileTest, HasALineThatComesBeforeAFault) {
   files.Put(path, "one\r\ntwo\r\nthree\r\n");
   files.Damage(path, 5);
   EXPECT_TRUE(log.Contains("one"));

@@ -64,7 +64,7 @@ TEST(LogLines, KeepsNoMoreOfALongLineThanTellsItFromTheExpectedOnes) {
   EXPECT_TRUE(lines.Contains("yy"));
 }
 
-TEST(LogLines, TellsALineThatIsLongerByAnyNumberOfBytes) {
+TEST(LogLines, DistinguishesALineThatIsLongerByAnyNumberOfBytes) {
   for (std::size_t size = 1; size <= longest_piece; ++size) {
     for (std::size_t more = 1; more <= 4; ++more) {
       EXPECT_EQ(Found("xxx" + std::string(more, 'x') + "\r\n", size, {"xxx"}), "") << size << " " << more;

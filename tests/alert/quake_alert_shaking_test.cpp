@@ -89,7 +89,7 @@ TEST(ShakeQuakeAlert, FollowsTheUserWhoMovesThePopupMeanwhile) {
   EXPECT_EQ(frmQalert->Top(), 6010);
 }
 
-TEST(ShakeQuakeAlert, LoadsAPopupThatTheUserClosesAnewAndHidden) {
+TEST(ShakeQuakeAlert, LoadsAClosedPopupAgainAndLeavesItHidden) {
   RecordProperty("quirk", "shaking-brings-back-a-closed-popup");
   AlertRig rig;
   rig.shake(3);
@@ -159,7 +159,7 @@ TEST(CheckEventAlert, ShakesInsideAToneWhenItIsRaisedThere) {
   rig.tick(frmQalert->Timer1);
   EXPECT_EQ(frmQalert->Label1.Caption(), "6.0");
   EXPECT_EQ(rig.trace({"repaint"}), Lines{"repaint frmQalert"});
-  EXPECT_EQ(rig.trace({"beep"}).size(), 2 * 91U) << "the timer was enabled anew, so both alarms sound";
+  EXPECT_EQ(rig.trace({"beep"}).size(), 2 * 91U) << "the timer was enabled again, so both alarms sound";
 }
 
 TEST(CheckEventAlert, EndsTheProgramWhenAHandlerFailsMeanwhile) {

@@ -31,7 +31,7 @@ TEST(Mirror, ListensAtBothLoopbackAddresses) {
 
   Client ipv6(port, QHostAddress::LocalHostIPv6);
   if (!ipv6.IsOpen()) {
-    EXPECT_TRUE(mirror.Errors().contains("goes on with IPv4 alone")) << "a computer without IPv6";
+    EXPECT_TRUE(mirror.Errors().contains("continuing with IPv4 only")) << "a computer without IPv6";
     return;
   }
   ipv6.Send("GET / HTTP/1.1\r\n\r\n");
@@ -290,9 +290,8 @@ TEST(Mirror, EndsWhenAMirrorOfAnotherVersionServesThePort) {
   visitor->write("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nContent-Length: 0\r\n\r\n");
   visitor->waitForBytesWritten();
   EXPECT_EQ(mirror.StatusWithin(30'000), 0);
-  EXPECT_EQ(mirror.Errors(), "borvane-mirror: a borvane-mirror of another version serves 127.0.0.1:" +
-                                 QByteArray::number(other.serverPort()) +
-                                 " already: 99.0.1, this is " BORVANE_VERSION "\n");
+  EXPECT_EQ(mirror.Errors(), "borvane-mirror: borvane-mirror 99.0.1 already serves 127.0.0.1:" +
+                                 QByteArray::number(other.serverPort()) + "; this is version " BORVANE_VERSION "\n");
 }
 
 TEST(Mirror, TellsAnotherWebServerOnThePortApart) {

@@ -99,7 +99,7 @@ TEST(KeepBiggest, FailsOnAStoredMagnitudeBeyondAllNumbers) {
   EXPECT_EQ(FailureOf([] { Keep(Event("5.0")); }), static_cast<int>(Failure::Overflow));
 }
 
-TEST(KeepBiggest, AsksTheStoreAnewForEveryEvent) {
+TEST(KeepBiggest, AsksTheStoreAgainForEveryEvent) {
   Rig rig;
   Keep(Event("5.0"));
   rig.store()["LastBig"] = "1.0";  // by another Borvane

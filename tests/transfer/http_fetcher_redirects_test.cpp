@@ -1,4 +1,3 @@
-#include <QElapsedTimer>
 #include <QTimer>
 #include <chrono>
 #include <string>

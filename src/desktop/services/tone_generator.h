@@ -19,7 +19,7 @@ class ToneGenerator {
   /// Fills `samples` with a tone of `frequency` hertz. What the rate cannot carry, or is no frequency, is silence.
   void Generate(std::int32_t frequency, std::span<std::int16_t> samples);
 
-  /// Fills `samples` with the end of the last tone, which fades away. The next tone starts anew.
+  /// Fills `samples` with the end of the last tone, which fades away. The next tone starts again.
   void Fade(std::span<std::int16_t> samples);
 
  private:

@@ -5,7 +5,7 @@
 namespace borvane {
 
 /// When tones end that are asked for one after the other. What the program does between two of them is made up for, so
-/// that an alarm is as long as its tones; after a longer pause they start anew, so that each keeps its length.
+/// that an alarm is as long as its tones; after a longer pause they start again, so that each keeps its length.
 class ToneSchedule {
  public:
   using Time = std::chrono::steady_clock::time_point;

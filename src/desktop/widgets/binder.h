@@ -48,7 +48,7 @@ class Binder : public QObject, public PropertyWatcher {
  protected:
   Binder(Control &control, QWidget &widget, const Surroundings &surroundings);
 
-  /// Shows a change of a property of the control's own kind. Visible comes by here as well, before the widget shows.
+  /// Shows a change of a property of the control's own kind. Called for Visible as well, before the widget shows.
   virtual void Show(const PropertyBase & /*property*/) {}
 
   /// Gives the widget the control's place.

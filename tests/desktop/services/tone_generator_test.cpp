@@ -84,7 +84,7 @@ TEST(ToneGenerator, IsSilentForWhatTheRateCannotCarry) {
     ToneGenerator generator;
     Generated(generator, 440, 1);
     EXPECT_EQ(Loudest(Generated(generator, frequency, 10)), 0) << frequency;
-    EXPECT_EQ(Generated(generator, 440, 1)[0], 0) << "what follows starts anew";
+    EXPECT_EQ(Generated(generator, 440, 1)[0], 0) << "what follows starts again";
   }
 }
 
@@ -99,7 +99,7 @@ TEST(ToneGenerator, FadesTheEndOfTheLastTone) {
   EXPECT_EQ(fade.back(), 0);
   EXPECT_LT(Loudest(Samples(fade.begin() + 192, fade.end())), 8000 / 4);
   EXPECT_GT(Loudest(Samples(fade.begin(), fade.begin() + 48)), 8000 / 2);
-  EXPECT_EQ(Generated(generator, 440, 1)[0], 0) << "what follows starts anew";
+  EXPECT_EQ(Generated(generator, 440, 1)[0], 0) << "what follows starts again";
 }
 
 TEST(ToneGenerator, FadesSilenceToSilence) {

@@ -106,7 +106,7 @@ TEST_F(PlayerTest, OpensAStreamForEachAlarm) {
                                    "drain", "close"}));
 }
 
-TEST_F(PlayerTest, StartsAToneAfterAPauseAnew) {
+TEST_F(PlayerTest, RestartsTheToneAfterAPause) {
   PlayLast(440, milliseconds(1));
   ASSERT_TRUE(speaker->AwaitLine("drain"));
   Play(440, milliseconds(1));

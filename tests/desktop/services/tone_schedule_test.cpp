@@ -31,7 +31,7 @@ TEST(ToneSchedule, CountsFromTheFirstToneSoThatPausesAreMadeUpFor) {
   EXPECT_EQ(Ends({0, 60, 60, 60, 60, 60, 60}), (std::vector<long>{10, 20, 30, 40, 50, 60, 70})) << "up to 50 ms";
 }
 
-TEST(ToneSchedule, StartsAnewAfterALongerPause) {
+TEST(ToneSchedule, StartsAgainAfterALongerPause) {
   EXPECT_EQ(Ends({0, 61, 71}), (std::vector<long>{10, 71, 81}));
   EXPECT_EQ(Ends({0, 10, 5000, 5010}), (std::vector<long>{10, 20, 5010, 5020}));
 }

@@ -165,7 +165,7 @@ TEST_F(AutostartEntryTest, IsReplacedAtAStartWhenOnlyAnotherGroupHasItsLines) {
   EXPECT_EQ(Entry(), plain_entry);
 }
 
-TEST_F(AutostartEntryTest, IsWrittenAnewByATickOfTheUser) {
+TEST_F(AutostartEntryTest, IsRewrittenByATickOfTheUser) {
   for (const char *before : {"[Desktop Entry]\nExec=\"/usr/bin/borvane\"\nHidden=true\n", "[Desktop Entry]\n", ""}) {
     PutEntry(before);
     store.EndStart();

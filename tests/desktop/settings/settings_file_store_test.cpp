@@ -277,7 +277,7 @@ TEST_F(SettingsFileStoreTest, DoesNotWriteWhatAnEventHasChangedAndChangedBack) {
   EXPECT_EQ(FileNumber(), before);
 }
 
-TEST_F(SettingsFileStoreTest, WritesAtOnceWhenItIsToldTo) {
+TEST_F(SettingsFileStoreTest, WritesInsideAnEventOnRequest) {
   SettingsFileStore store(file());
   store.BeginEvent();
   Write(store, "Area", "Utah");

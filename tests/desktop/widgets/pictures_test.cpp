@@ -127,7 +127,7 @@ TEST(Pictures, ShareTheColoursSeeThroughness) {
   EXPECT_EQ(PixelsOf(Drawn("quit", {24, 24}, faint), ink, 40), 0);
 }
 
-TEST(PictureIcon, IsDrawnAnewForASharpScreen) {
+TEST(PictureIcon, IsRedrawnForASharpScreen) {
   const QPixmap plain = PictureIcon("settings").pixmap(QSize(24, 24), 1.0);
   const QPixmap sharp = PictureIcon("settings").pixmap(QSize(24, 24), 2.0);
   EXPECT_EQ(plain.size(), QSize(24, 24));

@@ -240,7 +240,7 @@ TEST_F(CatalogueFiles, WithFeaturesThatAreNoEventsAreServedWithoutThem) {
   Write(text, Path());
   MirrorProcess mirror({"--catalogue", Path()});
   EXPECT_EQ(Rows(mirror).size(), 2U);
-  EXPECT_TRUE(mirror.LogsWithin("2 of 4 features are left out", 30'000));
+  EXPECT_TRUE(mirror.LogsWithin("skipped 2 of 4 features", 30'000));
 }
 
 TEST_F(CatalogueFiles, DoNotFillTheMemoryWithTheirPages) {

@@ -160,7 +160,7 @@ TEST_F(PostgreSQLTest, MayGoAwayAndComeBack) {
   EXPECT_FALSE(lines[0].contains("p@ss") || lines[0].contains("p%40ss")) << lines[0].constData();
 }
 
-TEST_F(PostgreSQLTest, MayBeStartedAnewWithoutAnyoneNoticing) {
+TEST_F(PostgreSQLTest, MayBeRestartedWithoutAnyoneNoticing) {
   EXPECT_EQ(Ask("puta&map=A&strout=before"), "ok");
   server_.Stop();
   server_.Start();

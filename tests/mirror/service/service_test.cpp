@@ -66,7 +66,7 @@ TEST_P(ServiceOnEveryDatabase, KeepsAThousandReportsOfAMap) {
   EXPECT_EQ(service_.Ask("geta&map=A"), expected);
 }
 
-TEST_P(ServiceOnEveryDatabase, KeepsTheAnswersBehindAReport) {
+TEST_P(ServiceOnEveryDatabase, KeepsTheAnswersAfterAReport) {
   EXPECT_EQ(service_.Ask("putb&map=A&strout=235||35|95045|x"), "ok");
   EXPECT_EQ(service_.Ask("putc&zip=95045&map=A&strout=235||35|95045|y"), "ok");
   EXPECT_EQ(service_.Ask("putc&map=A&strout=z"), "ok");

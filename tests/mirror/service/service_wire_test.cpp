@@ -179,7 +179,7 @@ TEST(BorvaneMirror, KeepsItsStoreInTheUsersDataFolder) {
   EXPECT_TRUE(QFileInfo::exists(file));
 }
 
-TEST(BorvaneMirror, TellsTheNewestVersionThatItWasGiven) {
+TEST(BorvaneMirror, ReportsTheNewestVersionThatItWasGiven) {
   MirrorProcess mirror({"--newest-version", "2.10.0"});
   EXPECT_EQ(GetFromMaker(mirror.Port(), "/borvane/version.txt").value().body, "2100");
   EXPECT_TRUE(GetFromMaker(mirror.Port(), "/borvane/").value().body.contains("<strong>2.10.0</strong>"));

@@ -39,7 +39,7 @@ TEST(ReadStoreAddress, RefusesAnyOtherScheme) {
     EXPECT_FALSE(ReadStoreAddress(text)) << text;
 }
 
-TEST(ReadStoreAddress, DecodesWhatCannotStandInAnAddress) {
+TEST(ReadStoreAddress, DecodesWhatAnAddressCannotContain) {
   const StoreAddress address = ReadStoreAddress("postgresql://a%40b:p%3A%2F%3F%23%25@[::1]/x%20y").value();
   EXPECT_EQ(address.user, "a@b");
   EXPECT_EQ(address.password, "p:/?#%");

@@ -46,7 +46,7 @@ class EndedConnection : public testing::Test {
   StoreThread thread_{address_, reports_schema, [](const QString &) {}};
 };
 
-TEST_F(EndedConnection, OfPostgreSQLIsMadeAnewForWhatWasNotCommitted) {
+TEST_F(EndedConnection, OfPostgreSQLIsReopenedForWhatWasNotCommitted) {
   EXPECT_EQ(Change([this](Database &database) {
               Reports().AddReport(database, "A", "one", 1);
               if (++attempts_ == 1)

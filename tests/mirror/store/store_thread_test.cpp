@@ -178,10 +178,10 @@ TEST_F(StoreThreadTest, LogsWhenTheStoreFailsAndWhenItWorksAgain) {
   EXPECT_EQ(lines_, QStringList());
   Fail();
   Fail();
-  EXPECT_EQ(lines_, QStringList("the service's store " + name + " does not work: no reason"));
+  EXPECT_EQ(lines_, QStringList(name + " does not work: no reason"));
   Succeed();
   Succeed();
-  EXPECT_EQ(lines_.mid(1), QStringList("the service's store " + name + " works again"));
+  EXPECT_EQ(lines_.mid(1), QStringList(name + " works again"));
 }
 
 TEST_F(StoreThreadTest, DoesNotTakeAReadForAProofThatWritesWork) {
