@@ -6,6 +6,7 @@
 #include "controls/form_set.h"
 #include "support/failure_of.h"
 #include "support/recording_host.h"
+#include "support/small_notice.h"
 
 namespace borvane {
 namespace {
@@ -25,17 +26,8 @@ struct OwnerForm : FormBase {
             {.Name = "frmOwner", .Caption = "Owner", .Border = BorderStyle::FixedDialog, .SpokenName = "The owner"}) {}
 };
 
-/// A small window of its own colour in the middle of the first screen.
-struct NoticeForm : FormBase {
-  NoticeForm()
-      : FormBase({.Name = "frmNotice",
-                  .Caption = "Notice",
-                  .ClientWidth = 1710,
-                  .ClientHeight = 780,
-                  .Border = BorderStyle::FixedDialog,
-                  .Start = StartPlace::MiddleOfFirstScreen,
-                  .BackColor = 0x301800,
-                  .TakesFocus = false}) {}
+struct NoticeForm : SmallNotice {
+  NoticeForm() : SmallNotice("frmNotice") {}
 
   void Form_Load() override { left_at_load = Left(); }
 

@@ -14,6 +14,7 @@
 #include "controls/text_box.h"
 #include "controls/timer.h"
 #include "controls/toolbar.h"
+#include "support/small_notice.h"
 
 namespace borvane {
 
@@ -90,17 +91,9 @@ struct OtherForm : FormBase {
 
 inline constexpr Form<OtherForm> other_form;
 
-/// A small dark window over the others that leaves the keyboard where it is.
-struct NoticeForm : FormBase {
-  NoticeForm()
-      : FormBase({.Name = "NoticeForm",
-                  .Caption = "Notice",
-                  .ClientWidth = 1710,
-                  .ClientHeight = 780,
-                  .Border = BorderStyle::FixedDialog,
-                  .Start = StartPlace::MiddleOfFirstScreen,
-                  .BackColor = 0x301800,
-                  .TakesFocus = false}) {}
+/// A small dark window over the others.
+struct NoticeForm : SmallNotice {
+  NoticeForm() : SmallNotice("NoticeForm") {}
 
   Label Label1{*this,
                "Label1",
