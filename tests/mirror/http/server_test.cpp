@@ -45,6 +45,16 @@ TEST(Server, AnswersTwoRequestsOfOnePacketInTheirOrder) {
   EXPECT_EQ(client.Read().value().body, "GET /3");
 }
 
+TEST(Server, AnswersRequestsThatComeTogetherHoweverManyTheyAre) {
+  constexpr int count = 100'000;
+  const EchoServer server;
+  Client client(server.Port());
+  client.Send(QByteArray("HEAD / HTTP/1.1\n\n").repeated(count) + "GET /last HTTP/1.0\n\n");
+  while (client.socket().waitForReadyRead(15'000))
+    client.socket().readAll();
+  EXPECT_EQ(server.Requests(), count + 1);
+}
+
 TEST(Server, AnswersARequestThatComesByteByByte) {
   const EchoServer server;
   Client client(server.Port());
