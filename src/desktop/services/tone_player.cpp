@@ -16,6 +16,7 @@
 namespace borvane {
 
 using std::chrono::milliseconds;
+using std::chrono::seconds;
 using std::chrono::steady_clock;
 
 /// What the player and its thread share. The thread keeps it alive, also after the player.
@@ -104,11 +105,17 @@ class TonePlayer::Thread : public std::enable_shared_from_this<TonePlayer::Threa
     return std::nullopt;
   }
 
+  /// Whether a tone should have been over long ago: a server that has stalled must not sound an alarm when it goes on.
+  static bool IsOver(const Tone &tone) {
+    constexpr seconds longest_delay{2};
+    return steady_clock::now() > tone.end + longest_delay;
+  }
+
   bool Write(ToneStream &stream, ToneGenerator &generator, const Tone &tone) {
     constexpr std::int64_t most_samples_at_once = 4'800;
     std::array<std::int16_t, most_samples_at_once> samples{};
     std::int64_t left = tone.duration.count() * ToneGenerator::samples_per_millisecond;
-    while (left > 0 && !IsAbandoned()) {
+    while (left > 0 && !IsAbandoned() && !IsOver(tone)) {
       const std::span part(samples.data(), static_cast<std::size_t>(std::min(left, most_samples_at_once)));
       generator.Generate(tone.frequency, part);
       if (!stream.Write(part))

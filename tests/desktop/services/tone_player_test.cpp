@@ -169,6 +169,18 @@ TEST_F(PlayerTest, KeepsNoMoreThanAThousandTonesForAServerThatHasStopped) {
   EXPECT_EQ(speaker->CountOf("write 48"), 1'001);
 }
 
+TEST_F(PlayerTest, SoundsNothingOfAnAlarmThatShouldHaveBeenOverLongAgo) {
+  speaker->takes_samples = false;
+  Play(440, milliseconds(1));
+  ASSERT_TRUE(speaker->AwaitLine("block"));
+  for (int tone = 0; tone < 5; ++tone)
+    player.Play({.frequency = 440, .duration = milliseconds(10), .end = steady_clock::now() - seconds(3)});
+  PlayLast(440, milliseconds(2));
+  speaker->Set(&FakeLoudspeaker::takes_samples, true);
+  ASSERT_TRUE(speaker->AwaitLine("write 96"));
+  EXPECT_EQ(speaker->CountOf("write 480"), 0);
+}
+
 TEST(TonePlayer, EndsWhileAServerThatHasStoppedTakesNothing) {
   const auto speaker = std::make_shared<FakeLoudspeaker>();
   speaker->takes_samples = false;
