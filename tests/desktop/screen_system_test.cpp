@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <optional>
-#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -12,7 +11,7 @@ namespace {
 /// Gives variables of the environment other values for a while.
 class Variable {
  public:
-  Variable(const char *name, std::optional<QByteArray> value)
+  Variable(const char *name, const std::optional<QByteArray> &value)
       : name_(name), was_set_(qEnvironmentVariableIsSet(name)), before_(qgetenv(name)) {
     Set(value);
   }
@@ -30,9 +29,9 @@ class Variable {
   QByteArray before_;
 };
 
-QByteArray ScreenSystemsFor(std::optional<QByteArray> display, std::optional<QByteArray> choice) {
-  const Variable display_variable("DISPLAY", std::move(display));
-  const Variable choice_variable("QT_QPA_PLATFORM", std::move(choice));
+QByteArray ScreenSystemsFor(const std::optional<QByteArray> &display, const std::optional<QByteArray> &choice) {
+  const Variable display_variable("DISPLAY", display);
+  const Variable choice_variable("QT_QPA_PLATFORM", choice);
   return ScreenSystems();
 }
 
