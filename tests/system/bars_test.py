@@ -30,6 +30,8 @@ class Bars(SystemTest):
         return next((number for name, number in self.desk.windows(self.monitor.program).items() if re.search(title, name)), None)
 
     def open_bar(self, button, title):
+        # The bars' buttons wait for the end of the first refresh.
+        self.wait_until("the button", lambda: self.desk.is_enabled(self.desk.find(self.monitor.program, button)))
         self.monitor.press_button(button)
         return self.wait_until(f"the {button}", lambda: self.number_of(title))
 

@@ -253,6 +253,9 @@ class Desk:
         extents = accessible.get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
         self.click_at(extents.x + extents.width // 2, extents.y + extents.height // 2, button)
 
+    def is_enabled(self, accessible):
+        return accessible.get_state_set().contains(self.atspi.StateType.ENABLED)
+
     def is_checked(self, accessible):
         states = accessible.get_state_set()
         return states.contains(self.atspi.StateType.CHECKED) or states.contains(self.atspi.StateType.PRESSED)

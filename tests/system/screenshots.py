@@ -17,6 +17,12 @@ from monitor import HOSTS, LATER_START, NO_ALERT, Monitor, write_settings
 # The settings of a user whom every event alerts, and an area whose newest one is of some size.
 ALERTING_START = LATER_START.replace(NO_ALERT, "Alert=0\n").replace("Los Angeles", '"San Jose, CA"')
 
+# The settings of a user of the bars, with colours of their own.
+COLORED_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Colorize=1\nColor0=7\nColor1=12\nColor2=6\n")
+
+# The settings with which the bar ticks so often that it collapses within seconds.
+TICKING_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Refresh=20\n")
+
 # The colours of a dark desktop, in the file in which Qt finds those of KDE.
 DARK = {
     "Window": {"BackgroundNormal": "42,46,50", "ForegroundNormal": "252,252,252"},
@@ -105,6 +111,20 @@ class Photographer:
         self.keep(name, self.desk.window(monitor.program, "^Settings$"))
         self.desk.end(monitor.program)
 
+    def take_bar(self, name, bar, scale=1, dark=False, settings=LATER_START):
+        """A bar with the sample's events; a ticking one when it has collapsed."""
+        button, title = {"long": (248, "^Form2$"), "short": (288, "^Borvane$")}[bar]
+        monitor = self.start_monitor(scale, dark, settings)
+        self.switch_on(monitor, scale)
+        wait_for("the rows", lambda: monitor.title()[:1].isdigit())
+        wait_for("the bars' buttons", lambda: self.desk.is_enabled(self.desk.find(monitor.program, "Short Bar")))
+        self.desk.x("xdotool", "mousemove", "--window", monitor.window, str(33 * scale), str(button * scale), "click", "1")
+        window = self.desk.window(monitor.program, title)
+        if settings == TICKING_START:
+            wait_for("the collapse", lambda: self.desk.look(monitor.program, "Menu", "check box") is None)
+        self.keep(name, window)
+        self.desk.end(monitor.program)
+
 
 def main(programs, pictures):
     with tempfile.TemporaryDirectory() as folder, Desk(folder, size="1920x1300x24") as desk:
@@ -118,6 +138,13 @@ def main(programs, pictures):
         photographer.take_settings("settings-200", scale=2)
         photographer.take_settings("settings-dark", dark=True)
         photographer.take_settings("settings-dark-200", scale=2, dark=True)
+        photographer.take_bar("short-bar", "short")
+        photographer.take_bar("short-bar-colors", "short", settings=COLORED_START)
+        photographer.take_bar("short-bar-collapsed", "short", settings=TICKING_START)
+        photographer.take_bar("short-bar-dark-200", "short", scale=2, dark=True)
+        photographer.take_bar("long-bar", "long")
+        photographer.take_bar("long-bar-colors-dark", "long", dark=True, settings=COLORED_START)
+        photographer.take_bar("long-bar-200", "long", scale=2)
 
 
 if __name__ == "__main__":
