@@ -78,7 +78,8 @@ struct ShortBarOnScreen : BarOnScreen {
 
 struct LongBarOnScreen : BarOnScreen {
   LongBarOnScreen() {
-    conffrm->Text2.Text = "20";
+    // A bar stays away for four ticks, longer than a busy machine takes to look.
+    conffrm->Text2.Text = "500";
     newTagFrm->Show();
     Settle();
   }
