@@ -226,7 +226,8 @@ TEST_F(TrayIconTest, EndsTheProgramByItsMenu) {
   frmRecords->ListView1.ListItems.Add({"3.1"});
   PutLongBarUp();
   rig_.events();
-  EXPECT_THROW(Entry(1).trigger(), ProcessEnded);
+  // Not by trigger(): what ends a test instead of the process would leave something of Qt's allocated there.
+  EXPECT_THROW(Entry(1).triggered(false), ProcessEnded);
 
   EXPECT_EQ(rig_.events(), Lines({"end 0"}));
   EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 0);
