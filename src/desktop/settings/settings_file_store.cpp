@@ -43,8 +43,8 @@ QString RealName(const QString &name) {
   return file.isSymLink() ? file.symLinkTarget() : name;
 }
 
-/// Not ".lock": QSettings locks a file by creating one of that name, so it would wait 30 s for the one that lies there, and
-/// would then delete it as left over.
+/// Not ".lock": QSettings locks a file by creating one of that name, so it would wait 30 s for the one that lies there,
+/// and would then delete it as left over.
 QString LockFile(const QString &file) { return file + QStringLiteral(".writing"); }
 
 /// Copies a damaged file to a new name beside it, such as "Borvane.conf.damaged-1", unless there is such a copy

@@ -209,7 +209,8 @@ TEST_F(AutostartEntryTest, ChangesOnTheDiskInItsTurnWithinAnEvent) {
     std::erase(done, "sync content");
     return done;
   };
-  std::vector<std::string> expected = {"name Nalvorin/Borvane.conf", "sync Nalvorin", "name autostart/borvane.desktop", "sync autostart"};
+  std::vector<std::string> expected = {"name Nalvorin/Borvane.conf", "sync Nalvorin", "name autostart/borvane.desktop",
+                                       "sync autostart"};
   store.BeginEvent();
   Write(store, "StartWOS", " 1");
   Tick();
