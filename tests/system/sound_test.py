@@ -32,8 +32,8 @@ class Sound(AlertingTest):
 
     @staticmethod
     def is_as_long(sound, tone, sweeps):
-        told = tone * len(FREQUENCIES) * sweeps / 1000
-        return abs(len(sound) / RATE - told) <= max(0.02 * told, 0.03)
+        expected = tone * len(FREQUENCIES) * sweeps / 1000
+        return abs(len(sound) / RATE - expected) <= max(0.02 * expected, 0.03)
 
     def test_every_tone_has_its_frequency(self):
         milliseconds = 100
