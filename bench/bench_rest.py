@@ -1,7 +1,7 @@
-"""What an idle monitor costs: with the refresh off, and with an area watched at the default interval.
+"""What an idle monitor costs: as a window with the refresh off, and with an area watched at the default interval as each of its faces.
 
-Both rest for two periods of refreshing (980 s), at the same time and on one screen, and read the pages of a mirror of
-their own. Processor time is the kernel's count for all their threads; a wake-up is one of the main thread, which had been
+The short bar repaints at every tick, and the timer of the long bar runs, as it does once the pointer has been at its edge with "Ignore".
+All rest for two periods of refreshing (980 s), at the same time and on one screen, and read the pages of a mirror of their own. Processor time is the kernel's count for all their threads; a wake-up is one of the main thread, which had been
 asleep. The limit is 0.1 % of a core.
 
 usage: bench_rest.py BUILD-FOLDER [--seconds N] [--once]
@@ -20,6 +20,8 @@ from monitor import HOSTS, LATER_START  # noqa: E402
 LIMIT = 0.1  # % of a core
 TWO_PERIODS = 980  # seconds; a period is 700 ticks of 700 ms
 BUTTON = ("33", "168")  # the middle of the switch, in the window
+FACES = {"short bar": ("33", "285"), "long bar": ("33", "246")}  # the middle of the button that opens it
+AT_THE_EDGE, AWAY = ("1270", "5"), ("1270", "1000")  # of the screen
 
 
 def wait_for(what, condition):
@@ -40,19 +42,30 @@ def x(environment, *command):
 
 
 class Monitor:
-    """A monitor with settings of its own, at rest with the refresh on or off."""
+    """A monitor with settings of its own, at rest with the refresh on or off, as its window or as a bar."""
 
-    def __init__(self, program, port, environment, folder, refreshes):
+    def __init__(self, program, port, environment, folder, refreshes, face=None):
         settings = folder / "Nalvorin/Borvane.conf"
         settings.parent.mkdir(parents=True)
-        settings.write_text(LATER_START + "".join(f"{name}={name.lower()}.localhost:{port}\n" for name in HOSTS))
+        ignore = LATER_START.replace("[General]\n", "[General]\nEdgeDetect=2\n")
+        settings.write_text(ignore + "".join(f"{name}={name.lower()}.localhost:{port}\n" for name in HOSTS))
         self.environment = dict(environment, XDG_CONFIG_HOME=str(folder))
         self.process = subprocess.Popen([program], env=self.environment, stderr=subprocess.DEVNULL)
         self.window = wait_for("the window", lambda: x(
             environment, "xdotool", "search", "--onlyvisible", "--all", "--pid", str(self.process.pid), "--name", "Last Events"))
         if refreshes:
-            x(environment, "xdotool", "mousemove", "--window", self.window, *BUTTON, "click", "1", "mousemove", "1270", "1000")
+            self.click(BUTTON)
             wait_for("the rows", lambda: x(environment, "xdotool", "getwindowname", self.window)[:1].isdigit())
+        if face:
+            self.click(FACES[face])
+            wait_for("the bar", lambda: self.window not in self.shown())
+            x(environment, "xdotool", "mousemove", *AT_THE_EDGE, "mousemove", *AWAY)
+
+    def click(self, place):
+        x(self.environment, "xdotool", "mousemove", "--window", self.window, *place, "click", "1", "mousemove", *AWAY)
+
+    def shown(self):
+        return x(self.environment, "xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()
 
     def cost(self):
         """Seconds on the processor so far, of all threads that there are or were, and wake-ups of the main thread."""
@@ -93,8 +106,9 @@ def main():
             started.append(mirror)
             port = first_line(mirror).rpartition(":")[2]
             monitors = {}
-            for name, refreshes in (("refresh on", True), ("refresh off", False)):
-                monitors[name] = Monitor(build / "bin/borvane", port, environment, pathlib.Path(folder) / name, refreshes)
+            for name in ("long bar", "short bar", "refresh on", "refresh off"):
+                monitors[name] = Monitor(build / "bin/borvane", port, environment, pathlib.Path(folder) / name,
+                                         refreshes=name != "refresh off", face=name if name in FACES else None)
                 started.append(monitors[name].process)
             results = measure(monitors, seconds)
         finally:

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "basic/text.h"
-
 namespace borvane {
 
 std::size_t Marker::RarestOf(std::string_view text) {
@@ -13,22 +11,17 @@ std::size_t Marker::RarestOf(std::string_view text) {
 }
 
 void WorkingText::Search(Marker &marker, std::size_t begin) const {
-  const std::string_view text = marker.text_;
+  const std::string_view page = page_;
   marker.searched_from_ = begin;
-  const char rare = text[marker.rare_];
-  std::size_t place = page_.find(rare, begin + marker.rare_);
-  // Most markers are one character and found now.
-  while (place != std::string::npos && text.size() > 1 && page_.compare(place - marker.rare_, text.size(), text) != 0)
-    place = page_.find(rare, place + 1);
-  marker.found_ = place == std::string::npos ? place : place - marker.rare_;
+  marker.found_ = marker.text_.size() == 1 ? page.find(marker.text_.front(), begin) : marker.FindIn(page, begin);
 }
 
-std::string_view WorkingText::Piece(int from, int length) const { return borvane::Piece(Rest(), from, length); }
-
-void WorkingText::TakeRest(int n) {
-  if (n < 1)
-    Fail(Failure::InvalidArgument);
-  start_ = std::min(page_.size(), start_ + static_cast<std::size_t>(n) - 1);
+std::size_t Marker::FindIn(std::string_view page, std::size_t begin) const {
+  const char rare = text_[rare_];
+  std::size_t place = page.find(rare, begin + rare_);
+  while (place != std::string::npos && page.compare(place - rare_, text_.size(), text_) != 0)
+    place = page.find(rare, place + 1);
+  return place == std::string::npos ? place : place - rare_;
 }
 
 }  // namespace borvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ class Marker {
   /// The offset of the character that a search looks for first: a capital letter, if there is one, since pages have few
   /// of them. Slashes and brackets, with which most markers begin, are in every row several times.
   static std::size_t RarestOf(std::string_view text);
+
+  /// The offset of the text in `page`, at or after `begin`; npos where there is none.
+  std::size_t FindIn(std::string_view page, std::size_t begin) const;
 
   std::string_view text_;
   std::size_t rare_;
@@ -52,17 +56,24 @@ class WorkingText {
 
   /// Up to `length` characters from position `from` on. Raises an invalid argument when `from` is below 1 or `length`
   /// below 0.
-  std::string_view Piece(int from, int length) const;
+  std::string_view Piece(int from, int length) const {
+    if (from < 1 || length < 0)
+      Fail(Failure::InvalidArgument);
+    const std::size_t begin = std::min(page_.size(), start_ + static_cast<std::size_t>(from) - 1);
+    return std::string_view(page_).substr(begin, static_cast<std::size_t>(length));
+  }
 
   /// Cuts everything in front of position `n`, which is at least 1.
-  void TakeRest(int n);
+  void TakeRest(int n) {
+    if (n < 1)
+      Fail(Failure::InvalidArgument);
+    start_ = std::min(page_.size(), start_ + static_cast<std::size_t>(n) - 1);
+  }
 
   bool IsEmpty() const { return start_ == page_.size(); }
 
  private:
   void Search(Marker &marker, std::size_t begin) const;
-
-  std::string_view Rest() const { return std::string_view(page_).substr(start_); }
 
   std::string &page_;
   std::size_t start_ = 0;
