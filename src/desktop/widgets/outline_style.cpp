@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
 
 #include "desktop/widgets/colors.h"
 
@@ -65,6 +66,14 @@ void OutlineStyle::drawComplexControl(ComplexControl control, const QStyleOption
     const QRect slider = subControlRect(control, option, SC_ScrollBarSlider, widget);
     DrawOutline(*painter, slider, LineColor(option->palette), square);
   }
+}
+
+int OutlineStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
+  const int size = QProxyStyle::pixelMetric(metric, option, widget);
+  const bool is_of_mark = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
+  if (!is_of_mark || qstyleoption_cast<const QStyleOptionButton *>(option) == nullptr || option->rect.isEmpty())
+    return size;
+  return std::min({size, option->rect.width(), option->rect.height()});
 }
 
 }  // namespace borvane

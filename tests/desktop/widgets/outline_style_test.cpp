@@ -133,6 +133,16 @@ TEST_P(Outlines, StandOutFromTheWindow) {
   ExpectEdges("disabled");
 }
 
+TEST_P(Outlines, AreWholeOnABoxThatIsTooSmallForItsMark) {
+  sample->Check1.Caption = "";
+  sample->Check1.Width = 225;
+  sample->Check1.Height = 195;
+  const QRect mark = MarkOf("Check1", QStyle::SE_CheckBoxIndicator);
+  EXPECT_TRUE(PlaceOf("Check1").contains(mark));
+  EXPECT_EQ(mark.size(), QSize(13, 13));
+  EXPECT_GE(WeakestEdge(Picture(window()), mark), 2);
+}
+
 TEST_P(Outlines, ShowWhereTheKeyboardIs) {
   QWidget &box = rig.widget(*sample, "Text1");
   const QColor line = Picture(window()).pixelColor(PlaceOf("Text1").left(), PlaceOf("Text1").center().y());
