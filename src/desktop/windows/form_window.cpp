@@ -173,6 +173,10 @@ void FormWindow::resizeEvent(QResizeEvent * /*event*/) {
   // The size that the form asked for is not reported back: its twips would come back rounded.
   if (is_released_ || size() == ClientSizeOf(form_))
     return;
+  // A window whose size the user cannot change has that of its form: what comes here is late, the form has gone on, or
+  // the window manager's own.
+  if (form_.border() != BorderStyle::Sizable)
+    return;
   const Size frame = form_.FrameSize();
   Enter([&] { form_.SetSize(TwipsOf(width()) + frame.width, TwipsOf(height()) + frame.height); });
 }
@@ -207,7 +211,7 @@ void FormWindow::mouseMoveEvent(QMouseEvent *event) {
 bool FormWindow::eventFilter(QObject * /*object*/, QEvent *event) {
   switch (event->type()) {
     case QEvent::KeyPress:
-      pressed_keys_.insert(PlaceOf(static_cast<QKeyEvent &>(*event)));
+      KeyPressed(static_cast<QKeyEvent &>(*event));
       return false;
     case QEvent::KeyRelease:
       return KeyReleased(static_cast<QKeyEvent &>(*event));
@@ -220,12 +224,23 @@ bool FormWindow::eventFilter(QObject * /*object*/, QEvent *event) {
   }
 }
 
-/// Gives the form a release whose press this window has seen: the key that closed a message box is not its own.
+void FormWindow::KeyPressed(const QKeyEvent &event) {
+  const bool with_shift = event.key() != Qt::Key_Shift && event.modifiers().testFlag(Qt::ShiftModifier);
+  pressed_keys_.emplace(PlaceOf(event), with_shift);
+}
+
+/// Gives the form a release whose press this window has seen: the key that closed a message box is not its own. Of two
+/// keys that were pressed together, Shift may be released first; it counts all the same.
 bool FormWindow::KeyReleased(const QKeyEvent &event) {
-  if (event.isAutoRepeat() || pressed_keys_.erase(PlaceOf(event)) == 0)
+  if (event.isAutoRepeat())
     return false;
+  const auto pressed = pressed_keys_.find(PlaceOf(event));
+  if (pressed == pressed_keys_.end())
+    return false;
+  const Qt::KeyboardModifiers modifiers = event.modifiers() | (pressed->second ? Qt::ShiftModifier : Qt::NoModifier);
+  pressed_keys_.erase(pressed);
   const QPointer<FormWindow> self(this);
-  Enter([&] { form_.Form_KeyUp(KeyCodeOf(event.key(), event.nativeScanCode()), ShiftStateOf(event.modifiers())); });
+  Enter([&] { form_.Form_KeyUp(KeyCodeOf(event.key(), event.nativeScanCode()), ShiftStateOf(modifiers)); });
   return self.isNull();
 }
 

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <deque>
 #include <functional>
-#include <set>
+#include <map>
 #include <vector>
 
 #include "controls/form.h"
@@ -56,14 +56,15 @@ class FormWindow : public QWidget, public PropertyWatcher {
   void ShowPlace();
   void ShowBackground();
   void ShowPointer();
+  void KeyPressed(const QKeyEvent &event);
   bool KeyReleased(const QKeyEvent &event);
   void Enter(const std::function<void()> &handler);
 
   FormBase &form_;
   FocusTracker &focus_;
   std::vector<Binder *> binders_;
-  std::set<quint32> pressed_keys_;
-  std::deque<QPoint> asked_places_;  // the last ones that the form asked for, oldest first
+  std::map<quint32, bool> pressed_keys_;  // by their place, each with whether Shift was held at its press
+  std::deque<QPoint> asked_places_;       // the last ones that the form asked for, oldest first
   bool is_released_ = false;
 };
 

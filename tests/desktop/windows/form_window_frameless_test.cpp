@@ -78,6 +78,24 @@ TEST_F(FramelessWindow, KeepsTheFormsNumbersWhereverTheScreenPutsIt) {
   EXPECT_EQ(bar_form->Top(), 300);
 }
 
+TEST_F(FramelessWindow, IsNotSetBackWhenTheScreenConfirmsASizeLate) {
+  bar_form->Width = 7450;
+  bar_form->Width = 7400;
+  window().windowHandle()->resize(497, 29);
+  Settle();
+
+  EXPECT_EQ(bar_form->Width(), 7400);
+  EXPECT_EQ(bar_form->Height(), 435);
+}
+
+TEST_F(FramelessWindow, KeepsTheFormsNumbersWhateverSizeTheScreenGivesIt) {
+  window().windowHandle()->resize(300, 20);
+  Settle();
+
+  EXPECT_EQ(bar_form->Width(), 7500);
+  EXPECT_EQ(bar_form->Height(), 435);
+}
+
 TEST_F(FramelessWindow, TakesKeyReleases) {
   bar_form->KeyUp = [this](int key, int) { rig.note("key " + std::to_string(key)); };
   rig.events();

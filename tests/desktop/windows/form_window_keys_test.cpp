@@ -90,6 +90,16 @@ TEST_F(Keys, HeldKeyCountsOnceAtItsEnd) {
   EXPECT_EQ(rig.events(), Lines({"key 82"}));
 }
 
+TEST_F(Keys, PressedWithShiftCountWithItWhicheverIsReleasedFirst) {
+  QTest::keyPress(screen_window(), Qt::Key_Shift);
+  QTest::keyPress(screen_window(), Qt::Key_F10, Qt::ShiftModifier);
+  QTest::keyRelease(screen_window(), Qt::Key_Shift, Qt::ShiftModifier);
+  QTest::keyRelease(screen_window(), Qt::Key_F10);
+  QTest::keyClick(screen_window(), Qt::Key_F10);
+
+  EXPECT_EQ(rig.events(), Lines({"key 16", "key 121 with 1", "key 121"}));
+}
+
 TEST_F(Keys, TypedIntoABoxReachTheFormBeforeTheBoxHasThemReleased) {
   rig.widget(*sample, "Text1").setFocus();
   sample->Text1.Change = [&] { rig.note("change " + sample->Text1.Text()); };
