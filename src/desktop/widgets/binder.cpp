@@ -8,6 +8,7 @@
 #include "core/dispatch.h"
 #include "desktop/widgets/focus_tracker.h"
 #include "desktop/widgets/key_codes.h"
+#include "desktop/widgets/label_text.h"
 #include "desktop/widgets/twips.h"
 #include "desktop/windows_1252.h"
 
@@ -35,7 +36,7 @@ Binder::Binder(Control &control, QWidget &widget, const Surroundings &surroundin
   focus_.Add(*this);
   widget.installEventFilter(this);
   widget.setObjectName(ShownText(control.FullName()));
-  widget.setToolTip(ShownText(control.ToolTipText()));
+  widget.setToolTip(HoverText(control.ToolTipText()));
   widget.setEnabled(control.Enabled());
   if (!control.Visible())
     widget.hide();
@@ -66,7 +67,7 @@ void Binder::PropertyChanged(const PropertyBase &property) {
   } else if (&property == &control_.Enabled) {
     widget_.setEnabled(control_.Enabled());
   } else if (&property == &control_.ToolTipText) {
-    widget_.setToolTip(ShownText(control_.ToolTipText()));
+    widget_.setToolTip(HoverText(control_.ToolTipText()));
   } else {
     Show(property);
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 #include <string_view>
 
 #include "desktop/windows_1252.h"
@@ -13,5 +14,11 @@ inline constexpr std::size_t longest_label = 1'000;
 
 /// `text` as a label shows it.
 inline QString LabelText(std::string_view text) { return ShownText(text.substr(0, longest_label)); }
+
+/// `text` as it shows under the pointer. It may come from a page, and Qt would take what looks like markup as such.
+inline QString HoverText(std::string_view text) {
+  const QString shown = LabelText(text);
+  return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
+}
 
 }  // namespace borvane

@@ -1,5 +1,6 @@
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QtTest/QTest>
 #include <cstdlib>
 
@@ -30,6 +31,33 @@ TEST(Label, TakesNoMarkupFromAPage) {
 
   EXPECT_EQ(rig.widget<QLabel>(*sample, "Label1").textFormat(), Qt::PlainText);
   EXPECT_EQ(SpokenName(rig.widget(*sample, "Label1")), "<b>7</b> &amp; <img src=x>");
+}
+
+TEST(Label, TakesNoMarkupIntoItsHoverTextEither) {
+  ScreenRig rig;
+  sample->Show();
+  const QWidget &label = rig.widget(*sample, "Label1");
+  const auto shown = [&] {
+    QTextDocument document;
+    Qt::mightBeRichText(label.toolTip()) ? document.setHtml(label.toolTip()) : document.setPlainText(label.toolTip());
+    return document.toPlainText().toStdString();
+  };
+  for (const char *text : {"World: <b>7</b> &amp; <img src=x>", "World: 5.8 M & L", "a &lt; b", "<i>", "2 < 3"}) {
+    sample->Label1.ToolTipText = text;
+    EXPECT_EQ(shown(), text);
+  }
+  sample->Label1.ToolTipText = "World: Mag: 5.8";
+  EXPECT_EQ(label.toolTip(), "World: Mag: 5.8");
+}
+
+TEST(Label, HasAHoverTextOfAThousandCharactersAtMost) {
+  ScreenRig rig;
+  sample->Label1.ToolTipText = std::string(100'000, 'x');
+  sample->Show();
+  const QWidget &label = rig.widget(*sample, "Label1");
+  EXPECT_EQ(label.toolTip().size(), 1'000);
+  sample->Label1.ToolTipText = std::string(1'001, 'y');
+  EXPECT_EQ(label.toolTip().size(), 1'000);
 }
 
 TEST(Label, ShowsItsColour) {
