@@ -9,6 +9,8 @@
 #include <QGuiApplication>
 #include <utility>
 
+#include "desktop/x11_display.h"
+
 #if QT_CONFIG(xcb)
 #include <X11/Xlib.h>
 #include <xcb/xcb.h>
@@ -22,12 +24,6 @@ constexpr const char *service = "org.kde.StatusNotifierWatcher";
 constexpr const char *path = "/StatusNotifierWatcher";
 
 #if QT_CONFIG(xcb)
-Display *X11Display() {
-  // Qt's offscreen screen has this interface as well, without a display.
-  const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  return x11 == nullptr ? nullptr : x11->display();
-}
-
 bool HasX11Tray(Display *display) {
   const QByteArray name = "_NET_SYSTEM_TRAY_S" + QByteArray::number(DefaultScreen(display));
   return XGetSelectionOwner(display, XInternAtom(display, name.constData(), False)) != 0;
