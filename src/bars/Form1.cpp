@@ -67,34 +67,13 @@ void ShortBarForm::Form_Load() {
 }
 
 void ShortBarForm::Form_KeyUp(Integer key_code, Integer shift) {
-  if (!ActOnKey(key_code, shift))
+  if (IsMenuKey(key_code, shift))
+    OpenMenu();
+  else if (ChangeWidthByKey(*this, Picture1, {&Check1, &Check2, &Label5}, key_code))
+    UpdateShortBar();
+  else
     MoveByKey(*this, key_code);
   KeepPlace(*this, {.top = Setting::shortTop, .left = Setting::shortLeft, .width = Setting::shortWidth});
-}
-
-/// Does what a key does on this bar alone. Returns whether it is such a key.
-bool ShortBarForm::ActOnKey(Integer key_code, Integer shift) {
-  if (IsMenuKey(key_code, shift)) {
-    OpenMenu();
-    return true;
-  }
-  if (key_code != 'S' && key_code != 'E')
-    return false;
-  ChangeWidth(key_code == 'S' ? -key_step : key_step);
-  UpdateShortBar();
-  return true;
-}
-
-void ShortBarForm::ChangeWidth(float change) {
-  // Meant (smallest-bar-stays): a width below 0 should be refused like any other, which ends the program. A key that is
-  // held would always end there; the bar stays as small as it is.
-  if (Picture1.Width() + change < 0)
-    return;
-  Width = Width() + change;
-  Picture1.Width = Picture1.Width() + change;
-  Check1.Left = Check1.Left() + change;
-  Check2.Left = Check2.Left() + change;
-  Label5.Left = Label5.Left() + change;
 }
 
 void ShortBarForm::Picture1_MouseMove(const MouseState &mouse) {
@@ -117,7 +96,11 @@ void ShortBarForm::Picture1_MouseMove(const MouseState &mouse) {
 
 void ShortBarForm::Label1_Click() { OpenSelectedEvent(*this); }
 
-void ShortBarForm::Label1_MouseMove(int i) { ShowHeadline(Label1(i)); }
+void ShortBarForm::Label1_MouseMove(int i) {
+  // Meant (short-bar-texts-keep-the-move): a move over a text should open the bar like one over its box. The texts
+  // keep it, and above them the box is a few pixels high.
+  ShowHeadline(Label1(i));
+}
 
 void ShortBarForm::Check1_Click() {
   if (Check1.Value() == 1)
@@ -133,6 +116,8 @@ void ShortBarForm::OpenMenu() {
 void ShortBarForm::Check2_Click() {
   UpdateShortBar();
 
+  // Meant (short-bar-switch-does-not-follow): the window's switch should set this one as this one sets it. It leaves
+  // the bar alone, so that a bar which is loaded already may say "ON" while nothing is refreshed.
   const bool on = Check2.Value() != 0;
   Timer1.Enabled = on;
   frmRecords->Timer1.Enabled = on;

@@ -13,6 +13,8 @@ namespace borvane {
 
 /// The short bar: the newest event in one line, with a switch for the auto refresh.
 struct ShortBarForm : FormBase {
+  // Meant (hover-text-promises-to-expand): the text should say what a click does. It opens the page of an event; the
+  // menu's "Expand" leads back to the window.
   static constexpr Label::Design event_label = {.Top = 75,
                                                 .ToolTipText = "Latest Event/ Click to expand",
                                                 .ForeColor = color_inactive_caption_text,
@@ -90,8 +92,6 @@ struct ShortBarForm : FormBase {
   void ApplyOnTop();
 
  private:
-  bool ActOnKey(Integer key_code, Integer shift);
-  void ChangeWidth(float change);
   void OpenMenu();
 };
 

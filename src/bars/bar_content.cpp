@@ -15,8 +15,6 @@ namespace borvane {
 
 namespace {
 
-constexpr float gap = 100;
-
 // Meant (two-spellings-of-time): the two should be spelt alike. Only the strongest event's has a blank before its
 // colon.
 constexpr std::string_view time_of_newest = "time: ";
@@ -36,10 +34,6 @@ void PaintLabels(ShortBarForm &bar) {
     bar.Label1(i).ForeColor = color_inactive_caption_text;
     bar.Label1(i).Bold = false;
   }
-}
-
-void PutAfter(Label &label, const Label &left_neighbour) {
-  label.Left = left_neighbour.Left() + left_neighbour.Width() + gap;
 }
 
 std::string Text(std::string_view prefix, std::string_view text) { return std::string(prefix).append(text); }

@@ -12,6 +12,9 @@ namespace borvane {
 
 namespace {
 
+/// By how much each press of a key changes the place of a bar or its width, in twips.
+constexpr float key_step = 50;
+
 bool KeepsPlaces() { return conffrm->Check6.Value() == 1; }
 
 bool IsStoredOnTop() { return NumericPrefix(ReadSetting(Setting::TopForm)) != 0; }
@@ -60,36 +63,51 @@ void PlaceLongBar() {
   }
 }
 
-bool MoveByKey(FormBase &bar, Integer key_code) {
+void MoveByKey(FormBase &bar, Integer key_code) {
   const float screen_width = current->host().FirstScreen().width;
   switch (key_code) {
     case key_up:
       bar.Top = bar.Top() - key_step;
-      return true;
+      break;
     case key_down:
       bar.Top = bar.Top() + key_step;
-      return true;
+      break;
     case key_left:
       bar.Left = bar.Left() - key_step;
-      return true;
+      break;
     case key_right:
       bar.Left = bar.Left() + key_step;
-      return true;
+      break;
     case 'C':
       bar.Left = screen_width / 2 - bar.Width() / 2;
-      return true;
+      break;
     case 'L':
       bar.Left = 0;
-      return true;
+      break;
     case 'R':
       bar.Left = screen_width - bar.Width();
-      return true;
+      break;
     case 'W':
       OpenHomePage(bar);
-      return true;
+      break;
     default:
-      return false;
+      break;
   }
+}
+
+bool ChangeWidthByKey(FormBase &bar, PictureBox &box, std::initializer_list<Control *> at_end, Integer key_code) {
+  if (key_code != 'S' && key_code != 'E')
+    return false;
+  const float change = key_code == 'S' ? -key_step : key_step;
+  // Meant (smallest-bar-stays): a width below 0 should be refused like any other, which ends the program. A key that is
+  // pressed again and again would always end there; the bar stays as small as it is.
+  if (box.Width() + change < 0)
+    return true;
+  bar.Width = bar.Width() + change;
+  box.Width = box.Width() + change;
+  for (Control *control : at_end)
+    control->Left = control->Left() + change;
+  return true;
 }
 
 void KeepPlace(const FormBase &bar, const PlaceSettings &settings) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <initializer_list>
+
 #include "controls/form.h"
+#include "controls/pictures.h"
 #include "settings/values.h"
 
 namespace borvane {
@@ -13,11 +16,12 @@ void PlaceShortBar();
 void PlaceLongBar();
 
 /// What the keys of both bars do: the arrows move the bar by 50 twips, C, L and R put it to the middle and to the edges
-/// of the screen, W opens the product's page. Returns whether `key_code` is one of them.
-bool MoveByKey(FormBase &bar, Integer key_code);
+/// of the screen, W opens the product's page.
+void MoveByKey(FormBase &bar, Integer key_code);
 
-/// By how much the width of a bar changes with each press of a key, and its place, in twips.
-inline constexpr float key_step = 50;
+/// S and E make `bar` and its box smaller and larger by 50 twips, and move the controls at its end. Returns whether
+/// `key_code` is one of them.
+bool ChangeWidthByKey(FormBase &bar, PictureBox &box, std::initializer_list<Control *> at_end, Integer key_code);
 
 /// Where the place and width of a bar are stored.
 struct PlaceSettings {

@@ -65,44 +65,19 @@ void LongBarForm::Form_Load() {
 }
 
 void LongBarForm::Form_KeyUp(Integer key_code, Integer shift) {
-  if (!ActOnKey(key_code, shift))
-    MoveByKey(*this, key_code);
-  KeepPlace(*this, {.top = Setting::longTop, .left = Setting::longLeft, .width = Setting::longWidth});
-}
-
-/// Does what a key does on this bar alone. Returns whether it is such a key.
-bool LongBarForm::ActOnKey(Integer key_code, Integer shift) {
   if (IsMenuKey(key_code, shift)) {
     OpenMenu();
-    return true;
+  } else if (ChangeWidthByKey(*this, Picture1, {&Check1}, key_code)) {
+    PaintBar();
+  } else if (key_code == 'H') {
+    // Meant (h-may-hide-for-good): the key should start the timer that brings the bar back. Unless the pointer has
+    // started it, the bar stays hidden.
+    EdgeTicks = 1;
+    Hide();
+  } else {
+    MoveByKey(*this, key_code);
   }
-  switch (key_code) {
-    case 'S':
-      ChangeWidth(-key_step);
-      PaintBar();
-      return true;
-    case 'E':
-      ChangeWidth(key_step);
-      PaintBar();
-      return true;
-    case 'H':
-      // Meant (h-may-hide-for-good): the key should start the timer that brings the bar back. Unless the pointer has
-      // started it, the bar stays hidden.
-      EdgeTicks = 1;
-      Hide();
-      return true;
-    default:
-      return false;
-  }
-}
-
-void LongBarForm::ChangeWidth(float change) {
-  // Meant (smallest-bar-stays): as on the short bar.
-  if (Picture1.Width() + change < 0)
-    return;
-  Width = Width() + change;
-  Picture1.Width = Picture1.Width() + change;
-  Check1.Left = Check1.Left() + change;
+  KeepPlace(*this, {.top = Setting::longTop, .left = Setting::longLeft, .width = Setting::longWidth});
 }
 
 void LongBarForm::Picture1_MouseMove(const MouseState &mouse) {

@@ -82,8 +82,6 @@ struct LongBarForm : FormBase {
 
  private:
   void WireMenu();
-  bool ActOnKey(Integer key_code, Integer shift);
-  void ChangeWidth(float change);
   void ShowTopInSettings();
   void OpenMenu();
 };

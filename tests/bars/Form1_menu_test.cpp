@@ -90,6 +90,20 @@ TEST(ShortBarMenu, MoreInfoOpensThePageOfTheFirstRow) {
   EXPECT_EQ(Module1->OpenLinkTarget, page);
 }
 
+TEST(ShortBarMenu, MoreInfoOpensNoPageForALinkWithoutASlash) {
+  BarRig rig;
+  ShortBarForm &bar = rig.open_short_bar();
+  Module1->OpenLinkTarget = "old";
+  std::vector<std::string> row = BarRig::row("1.0", "Near");
+  row[7] = "ci1.html";
+  BarRig::list({row});
+  rig.choose_next(bar.mnuRecentWW);
+  rig.tick_off(bar.Check1, 1);
+  EXPECT_EQ(rig.trace(), (Lines{"popup Tmnu of Form1", "open  for Form1"})) << "the desktop opens no empty address";
+  EXPECT_EQ(Module1->OpenLinkTarget, "");
+  EXPECT_EQ(rig.end_status(), std::nullopt);
+}
+
 TEST(ShortBarMenu, MoreInfoOfAnEmptyListEndsTheProgram) {
   RecordProperty("quirk", "more-info-of-an-empty-list-ends-the-program");
   BarRig rig;

@@ -96,10 +96,16 @@ TEST(UpdateShortBar, ShowsTheNewestEventWhenTheListIsEmpty) {
 
 TEST(UpdateShortBar, EndsTheProgramWithoutTheRowThatItReads) {
   BarRig rig;
-  rig.open_short_bar();
+  ShortBarForm &bar = rig.open_short_bar();
+  const Lines captions = Captions(bar.Label1);
+  conffrm->Check3.Value = 1;
+  conffrm->Picture1(2).BackColor = 7;
   frmRecords->ListView2.ListItems.Clear();
   rig.happen(UpdateShortBar);
   EXPECT_EQ(rig.trace({"error"}), Lines{"error report 9 Subscript out of range"});
+  EXPECT_TRUE(bar.Label1(1).Bold()) << "the labels have been painted";
+  EXPECT_EQ(bar.Label1(2).ForeColor(), 7U);
+  EXPECT_EQ(Captions(bar.Label1), captions);
 }
 
 TEST(UpdateShortBar, PaintsTheLabelsInTheColorsOfTheBoxesWhileTagsAreColored) {
@@ -224,6 +230,20 @@ TEST(UpdateLongBar, ShowsTheListedEventWhenTheStoredOneIsEqual) {
   BarRig::list({BarRig::row("5.20", "Near", "2018/02/06", "02:00:00")});
   rig.update();
   EXPECT_EQ(Captions(newTagFrm->Label2), (Lines{"Strong: 5.2", "location: Near", "time : 2018/02/06  02:00:00"}));
+}
+
+TEST(UpdateLongBar, ComparesInSinglePrecision) {
+  LongBarRig rig;
+  rig.store()["LastBig"] = "5.20000001";
+  BarRig::list({BarRig::row("5.2", "a"), BarRig::row("5.20000001", "b")});
+  rig.update();
+  EXPECT_EQ(Captions(newTagFrm->Label2), (Lines{"Strong: 5.2", "location: a", "time : 2018/02/07  01:26:13"}))
+      << "in double precision the stored event or the lower row would be the strongest";
+
+  BarRig::list({BarRig::row("5.20000001", "c")});
+  rig.store()["LastBig"] = "5.2";
+  rig.update();
+  EXPECT_EQ(Captions(newTagFrm->Label2), (Lines{"Strong: 5.2", "location: c", "time : 2018/02/07  01:26:13"}));
 }
 
 TEST(UpdateLongBar, WritesTheListedMagnitudeAsADisplayedNumber) {

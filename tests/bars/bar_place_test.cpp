@@ -82,6 +82,19 @@ TEST(PlaceShortBar, RestoresThePlaceThatIsStoredIfPlacesAreKept) {
   }
 }
 
+TEST(PlaceShortBar, EndsTheProgramForAStoredPlaceBeyondItsRange) {
+  for (const char *name : {"shortTop", "shortLeft"}) {
+    for (const char *stored : {"1e300", "-1e39", "1e11"}) {
+      BarRig rig;
+      conffrm->Check6.Value = 1;
+      rig.store()[name] = stored;
+      rig.press(frmRecords->Toolbar1, RecordsForm::button_short_bar);
+      EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"}) << name << " " << stored;
+      EXPECT_EQ(rig.end_status(), 1);
+    }
+  }
+}
+
 TEST(PlaceShortBar, AppliesNoPlaceThatIsMissing) {
   BarRig rig;
   conffrm->Text3.Text = "75";
@@ -222,6 +235,32 @@ TEST_P(BarKeys, StoreThePlaceAfterAnyKeyIfPlacesAreKept) {
   EXPECT_TRUE(rig.trace().empty());
 }
 
+TEST_P(BarKeys, StoreTheNewPlaceWhicheverKeyItWas) {
+  const bool is_short = GetParam() == RecordsForm::button_short_bar;
+  conffrm->Check6.Value = 1;
+  const auto writes_after = [&](int code) {
+    rig.clear_trace();
+    rig.key(bar, code);
+    return rig.trace({"write"});
+  };
+  const auto writes = [&](const char *top, const char *left, const char *width) {
+    const std::string name = is_short ? "write short" : "write long";
+    return Lines{name + "Top=" + top, name + "Left=" + left, name + "Width=" + width};
+  };
+  EXPECT_EQ(writes_after('S'), writes("1000", "1000", "2950"));
+  EXPECT_EQ(writes_after('E'), writes("1000", "1000", "3000"));
+  EXPECT_EQ(writes_after('W'), writes("1000", "1000", "3000"));
+  EXPECT_EQ(writes_after(key_up), writes("950", "1000", "3000"));
+  EXPECT_EQ(writes_after(key_down), writes("1000", "1000", "3000"));
+  EXPECT_EQ(writes_after(key_left), writes("1000", "950", "3000"));
+  EXPECT_EQ(writes_after('C'), writes("1000", "8100", "3000"));
+  EXPECT_EQ(writes_after('R'), writes("1000", "16200", "3000"));
+  EXPECT_EQ(writes_after('L'), writes("1000", "0", "3000"));
+  EXPECT_EQ(writes_after(key_menu), writes("1000", "0", "3000"));
+  EXPECT_EQ(writes_after('H'), writes("1000", "0", "3000"));
+  EXPECT_EQ(bar.IsShown(), is_short);
+}
+
 INSTANTIATE_TEST_SUITE_P(Both, BarKeys, testing::Values(RecordsForm::button_short_bar, RecordsForm::button_long_bar),
                          [](const testing::TestParamInfo<int> &button) {
                            return button.param == RecordsForm::button_short_bar ? "ShortBar" : "LongBar";
@@ -261,7 +300,7 @@ TEST(LongBarKeys, ChangeTheWidthAndPaintTheBar) {
   EXPECT_EQ(bar.Label2(2).Left(), 18880 - bar.Label2(2).Width() - 200);
 }
 
-TEST(BarKeysHeld, LeaveASmallestBar) {
+TEST(SmallestBar, StaysWhenItsKeyIsPressedAgainAndAgain) {
   RecordProperty("quirk", "smallest-bar-stays");
   BarRig rig;
   ShortBarForm &short_bar = rig.open_short_bar();

@@ -59,6 +59,34 @@ TEST(LongBarEdge, MovesTheBarAndBringsItBackOnTheFourthTick) {
   EXPECT_EQ(rig.trace({"show", "hide"}), Lines{"show newTagFrm without the focus"});
 }
 
+TEST(LongBarEdge, BringsTheBarBackIntoItsPlaceBeforeItShows) {
+  EdgeRig rig(EdgeRig::hide);
+  rig.bar.Left = 300;
+  rig.touch();
+  rig.watch(rig.bar, rig.bar.Left, "Left");
+  rig.watch(rig.bar.Timer1, rig.bar.Timer1.Enabled, "Timer1");
+  rig.clear_trace();
+  rig.tick(rig.bar.Timer1, 4);
+  EXPECT_EQ(rig.trace(), (Lines{"set Left=0", "show newTagFrm without the focus", "set Timer1=false"}));
+}
+
+TEST(LongBarEdge, IsLeftByExpandWhileTheBarIsAway) {
+  for (const int choice : {EdgeRig::move, EdgeRig::hide}) {
+    EdgeRig rig(choice);
+    rig.touch();
+    rig.tick(rig.bar.Timer1, 2);
+    rig.click(rig.bar.mnuRecrs);
+    EXPECT_EQ(newTagFrm.IfLoaded(), nullptr);
+    EXPECT_TRUE(frmRecords->IsShown());
+
+    const LongBarForm &fresh = rig.open_long_bar();
+    EXPECT_EQ(fresh.EdgeTicks, 0);
+    EXPECT_EQ(fresh.Left(), 0);
+    EXPECT_FALSE(fresh.Timer1.Enabled());
+    EXPECT_TRUE(fresh.IsShown());
+  }
+}
+
 TEST(LongBarEdge, HidesTheBarAndBringsItBackOnTheFourthTickWithoutTheKeyboard) {
   EdgeRig rig(EdgeRig::hide);
   rig.bar.Left = 300;
@@ -205,6 +233,31 @@ TEST(LongBarTimer, AddsUpTheTicksOfAllItsRuns) {
   rig.tick(rig.bar.Timer1, 4);
   EXPECT_EQ(rig.bar.Label1(0).Caption(), "Last: 2.0") << "the tick that brings the bar back counts, too";
   EXPECT_EQ(rig.bar.IdleTicks, 0);
+}
+
+TEST(LongBarTimer, ReadsAHalfBuiltListWhileAScanLetsEventsRun) {
+  EdgeRig rig(EdgeRig::ignore);
+  rig.store()["LastBig"] = "1";
+  rig.touch();
+  rig.bar.IdleTicks = 599;
+  conffrm->Text1.Text = "3";
+  rig.serve(los_angeles, Page(Row("6.5") + Row("7.1")));
+  rig.random().Add(1.5 / 600);  // one step of the alert's shaking
+  rig.screen().on_load = [&](FormBase & /*popup*/) {
+    constexpr int first_step = 2;
+    rig.during_pump(first_step, [&] {
+      const int rows = frmRecords->ListView1.ListItems.Count();
+      rig.tick(rig.bar.Timer1);
+      rig.note("ticked with " + IntegerText(rows) + ": " + rig.bar.Label1(0).Caption() + ", " +
+               rig.bar.Label2(0).Caption());
+    });
+  };
+  rig.refresh();
+  EXPECT_EQ(rig.trace({"ticked"}), Lines{"ticked with 1: Last: 6.5, Strong: 6.5"});
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 2);
+  rig.tick(rig.bar.Timer1, 600);
+  EXPECT_EQ(rig.bar.Label2(0).Caption(), "Strong: 7.1") << "the next update mends the view";
+  EXPECT_EQ(rig.end_status(), std::nullopt);
 }
 
 TEST(LongBarTimer, FindsAListThatHasBeenEmptied) {

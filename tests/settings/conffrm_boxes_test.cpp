@@ -124,7 +124,20 @@ TEST(BarPlaceBoxes, EndTheProgramForANumberBeyondSinglePrecision) {
       rig.leave(box);
     EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"});
     EXPECT_EQ(rig.end_status(), 1);
+    EXPECT_FALSE(rig.store().Has("smBarLeft"));
   }
+}
+
+TEST(BarPlaceBoxes, EndTheProgramForATopOfTheLongBarAndForNoLeftOfIt) {
+  WatchingRig rig;
+  Module1->BarMode = face_long_bar;
+  rig.type(conffrm->Text4, "1e39");
+  EXPECT_TRUE(rig.trace().empty());
+  rig.type(conffrm->Text3, "1e39");
+  rig.leave(conffrm->Text3);
+  EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"});
+  EXPECT_EQ(rig.end_status(), 1);
+  EXPECT_FALSE(rig.store().Has("smBarLeft"));
 }
 
 TEST(Text7, IsStoredWhenItIsLeft) {
