@@ -1,7 +1,10 @@
+#include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyleOptionButton>
 #include <QtTest/QTest>
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -16,6 +19,7 @@
 #include "bars/Form1.h"
 #include "bars/bar_content.h"
 #include "bars/newTagFrm.h"
+#include "bars/paint_bar.h"
 #include "desktop/windows_1252.h"
 #include "info/Aboutfrm.h"
 #include "info/banner.h"
@@ -57,6 +61,12 @@ class EveryForm : public testing::TestWithParam<Named> {
         order.push_back(next);
     }
     return order;
+  }
+
+  /// Whether `widget` is drawn after `other`, which is beside it.
+  static bool IsInFront(QWidget &widget, QWidget &other) {
+    const QObjectList &order = widget.parentWidget()->children();
+    return order.indexOf(&widget) > order.indexOf(&other);
   }
 
   /// The texts that show under the pointer, over the widget and over what it consists of.
@@ -139,8 +149,68 @@ TEST_P(EveryForm, CutsNoTextOff) {
         qobject_cast<QLabel *>(&widget) != nullptr || qobject_cast<QAbstractButton *>(&widget) != nullptr;
     if (widget.isVisible() && has_text && dynamic_cast<PictureBox *>(&control) == nullptr) {
       EXPECT_GE(widget.width(), widget.sizeHint().width() - 1) << control.FullName();
+      // Of a box without a text there is only its mark.
+      const auto *button = qobject_cast<QAbstractButton *>(&widget);
+      if (button == nullptr || !button->text().isEmpty()) {
+        EXPECT_GE(widget.height(), widget.fontMetrics().height() - 1) << control.FullName();
+      }
     }
   });
+}
+
+/// The mark of a check box is drawn whole.
+TEST_P(EveryForm, CutsNoMarkOff) {
+  Walk([&](Control &control, QWidget &widget, int /*depth*/) {
+    if (const auto *box = qobject_cast<QCheckBox *>(&widget)) {
+      QStyleOptionButton option;
+      option.initFrom(box);
+      const QRect mark = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+      EXPECT_TRUE(box->rect().contains(mark)) << control.FullName();
+    }
+  });
+}
+
+/// What may overlap, the lower one first, and why. A name represents all controls that begin with it.
+struct Overlap {
+  const char *form;
+  const char *lower;
+  const char *upper;
+  const char *why;
+};
+constexpr std::array overlaps = {
+    Overlap{"newTagFrm", "Label1(", "Label2(", "the groups are laid out from both ends of the bar"},
+    Overlap{"newTagFrm", "Picture1", "Check1",
+            "the box with the texts is as long as the bar, the handle in front of it"},
+};
+
+TEST_P(EveryForm, LetsNothingOverlapButWhatMay) {
+  std::vector<QWidget *> widgets;
+  Walk([&](Control & /*control*/, QWidget &widget, int /*depth*/) {
+    const bool is_empty_label = qobject_cast<QLabel *>(&widget) != nullptr && SpokenName(widget).empty();
+    if (widget.isVisible() && !is_empty_label)
+      widgets.push_back(&widget);
+  });
+  std::set<std::string> found;
+  for (QWidget *lower : widgets) {
+    for (QWidget *upper : widgets) {
+      const bool are_beside = lower->parentWidget() == upper->parentWidget();
+      if (!are_beside || IsInFront(*lower, *upper) || lower == upper || !place(*lower).intersects(place(*upper)))
+        continue;
+      const std::string names = lower->objectName().toStdString() + " " + upper->objectName().toStdString();
+      const auto *row = std::find_if(overlaps.begin(), overlaps.end(), [&](const Overlap &overlap) {
+        return GetParam().name == std::string_view(overlap.form) &&
+               lower->objectName().startsWith(QLatin1String(overlap.lower)) &&
+               upper->objectName().startsWith(QLatin1String(overlap.upper));
+      });
+      EXPECT_NE(row, overlaps.end()) << names;
+      if (row != overlaps.end())
+        found.insert(row->lower);
+    }
+  }
+  const auto rows = std::count_if(overlaps.begin(), overlaps.end(), [&](const Overlap &overlap) {
+    return GetParam().name == std::string_view(overlap.form);
+  });
+  EXPECT_EQ(found.size(), static_cast<std::size_t>(rows)) << "each row of the table is needed";
 }
 
 TEST_P(EveryForm, LetsNoTwoTextsOverlap) {
@@ -151,7 +221,9 @@ TEST_P(EveryForm, LetsNoTwoTextsOverlap) {
   });
   for (std::size_t i = 0; i < texts.size(); ++i) {
     for (std::size_t j = i + 1; j < texts.size(); ++j) {
-      EXPECT_FALSE(place(*texts[i]).intersects(place(*texts[j])))
+      // Those beside each other have their table.
+      const bool are_beside = texts[i]->parentWidget() == texts[j]->parentWidget();
+      EXPECT_FALSE(!are_beside && place(*texts[i]).intersects(place(*texts[j])))
           << texts[i]->objectName().toStdString() << " " << texts[j]->objectName().toStdString();
     }
   }
@@ -201,10 +273,23 @@ FormBase &GetShortBar() {
   return *Form1;
 }
 
+/// The long bar with texts as an update writes them.
+FormBase &GetLongBar() {
+  LongBarForm &bar = *newTagFrm;
+  bar.Label1(0).Caption = "Last: 2.0";
+  bar.Label1(1).Caption = "location: 4 km ( 2 mi) W of Castaic, CA";
+  bar.Label1(2).Caption = "time: 2018/02/07  01:26:13, Wed 07";
+  bar.Label2(0).Caption = "Strong: 5.2";
+  bar.Label2(1).Caption = "location: 10 km ( 6 mi) SSW of Sylmar, CA";
+  bar.Label2(2).Caption = "time : 2018/02/06  12:00:00";
+  PaintBar();
+  return bar;
+}
+
 INSTANTIATE_TEST_SUITE_P(All, EveryForm,
                          testing::Values(Named{"frmRecords", Get<RecordsForm>}, Named{"conffrm", Get<SettingsForm>},
                                          Named{"frmQalert", GetAlert}, Named{"Form1", GetShortBar},
-                                         Named{"newTagFrm", Get<LongBarForm>}, Named{"banner", Get<BannerForm>},
+                                         Named{"newTagFrm", GetLongBar}, Named{"banner", Get<BannerForm>},
                                          Named{"Aboutfrm", Get<AboutForm>}),
                          [](const testing::TestParamInfo<Named> &named) { return std::string(named.param.name); });
 

@@ -155,10 +155,12 @@ TEST_F(TrayIconTest, ShowsTheHiddenBarThatIsUp) {
   EXPECT_EQ(State(), with_long_bar);
 }
 
-TEST_F(TrayIconTest, ShowsTheRecordsWindowWhereTheBarThatIsUpIsNotLoaded) {
+TEST_F(TrayIconTest, ShowsTheRecordsWindowAfterABarThatTheWindowManagerHasClosed) {
   for (const std::uint8_t face : {face_short_bar, face_long_bar}) {
-    frmRecords->Hide();
-    Module1->BarMode = face;
+    face == face_short_bar ? PutShortBarUp() : PutLongBarUp();
+    rig_.window(face == face_short_bar ? static_cast<FormBase &>(*Form1) : *newTagFrm).close();
+    Settle();
+    ASSERT_EQ(Loaded(), "frmRecords");
     Activate();
 
     EXPECT_EQ(Loaded(), "frmRecords+");
