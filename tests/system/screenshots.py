@@ -18,7 +18,7 @@ from monitor import HOSTS, LATER_START, NO_ALERT, Monitor, write_settings
 ALERTING_START = LATER_START.replace(NO_ALERT, "Alert=0\n").replace("Los Angeles", '"San Jose, CA"')
 
 # The settings of a user of the bars, with colours of their own.
-COLORED_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Colorize=1\nColor0=7\nColor1=12\nColor2=6\n")
+COLORED_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Colorize=1\nColor0=7\nColor1=15\nColor2=6\n")
 
 # The settings with which the bar ticks so often that it collapses within seconds.
 TICKING_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Refresh=20\n")
@@ -75,9 +75,9 @@ class Photographer:
         self.desk.activate(monitor.window)
         self.desk.x("xdotool", "mousemove", "--window", monitor.window, str(33 * scale), str(168 * scale), "click", "1")
 
-    def keep(self, name, window, edits=()):
-        """Writes the picture of a window, without the pointer over it and completely painted."""
-        self.desk.x("xdotool", "mousemove", "1900", "1290")
+    def keep(self, name, window, edits=(), pointer=("1900", "1290")):
+        """Writes the picture of a window, completely painted. The pointer is outside of it if nothing else is given."""
+        self.desk.x("xdotool", "mousemove", *pointer)
         time.sleep(0.7)
         file = self.pictures / f"{name}.png"
         self.desk.screenshot(file, window)
@@ -111,8 +111,8 @@ class Photographer:
         self.keep(name, self.desk.window(monitor.program, "^Settings$"))
         self.desk.end(monitor.program)
 
-    def take_bar(self, name, bar, scale=1, dark=False, settings=LATER_START):
-        """A bar with the sample's events; a ticking one when it has collapsed."""
+    def take_bar(self, name, bar, scale=1, dark=False, settings=LATER_START, pointed=False):
+        """A bar with the sample's events; a ticking one when it has collapsed, a pointed one with the pointer over its box."""
         button, title = {"long": (248, "^Form2$"), "short": (288, "^Borvane$")}[bar]
         monitor = self.start_monitor(scale, dark, settings)
         self.switch_on(monitor, scale)
@@ -122,7 +122,12 @@ class Photographer:
         window = self.desk.window(monitor.program, title)
         if settings == TICKING_START:
             wait_for("the collapse", lambda: self.desk.look(monitor.program, "Menu", "check box") is None)
-        self.keep(name, window)
+        if pointed:
+            # To the right of its texts. The first move only enters the bar.
+            self.desk.x("xdotool", "mousemove", "--window", window, str(440 * scale), str(20 * scale))
+            self.keep(name, window, pointer=("--window", window, str(440 * scale), str(10 * scale)))
+        else:
+            self.keep(name, window)
         self.desk.end(monitor.program)
 
 
@@ -141,6 +146,9 @@ def main(programs, pictures):
         photographer.take_bar("short-bar", "short")
         photographer.take_bar("short-bar-colors", "short", settings=COLORED_START)
         photographer.take_bar("short-bar-collapsed", "short", settings=TICKING_START)
+        photographer.take_bar("short-bar-open", "short", pointed=True)
+        photographer.take_bar("short-bar-open-colors", "short", settings=COLORED_START, pointed=True)
+        photographer.take_bar("short-bar-open-dark", "short", dark=True, pointed=True)
         photographer.take_bar("short-bar-dark-200", "short", scale=2, dark=True)
         photographer.take_bar("long-bar", "long")
         photographer.take_bar("long-bar-colors-dark", "long", dark=True, settings=COLORED_START)
