@@ -131,6 +131,8 @@ void FormWindow::Present(FormWindow *owner, bool with_focus) {
     // The window sees its keys here before any of its widgets does.
     windowHandle()->installEventFilter(this);
   }
+  // Qt looks at the attribute only when it creates the window.
+  windowHandle()->setProperty("_q_showWithoutActivating", !with_focus);
   windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->windowHandle());
   setWindowState(windowState() & ~Qt::WindowMinimized);
   show();

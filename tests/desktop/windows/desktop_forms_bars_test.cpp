@@ -178,7 +178,7 @@ TEST_F(LongBarOnScreen, HidesFromThePointerAndComesBackWithoutAskingForTheKeyboa
   HoverEnd();
   EXPECT_FALSE(rig.window(*newTagFrm).isVisible());
   EXPECT_TRUE(QTest::qWaitFor([this] { return rig.window(*newTagFrm).isVisible(); }, timeout));
-  EXPECT_TRUE(rig.window(*newTagFrm).testAttribute(Qt::WA_ShowWithoutActivating));
+  EXPECT_TRUE(rig.window(*newTagFrm).windowHandle()->property("_q_showWithoutActivating").toBool());
   EXPECT_EQ(rig.window(*newTagFrm).x(), 0);
 }
 
