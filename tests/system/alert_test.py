@@ -7,20 +7,12 @@ from alerting import MAGNITUDE, POPUP, AlertingTest
 
 
 class Alert(AlertingTest):
-    def stacking(self):
-        """The numbers of the windows, the lowest first."""
-        return [int(number, 16) for number in
-                self.desk.x("xprop", "-root", "_NET_CLIENT_LIST_STACKING").partition("#")[2].split(",")]
-
     def start_other_program(self):
         """A window of another program; its number."""
         name = "Another Program"
         self.desk.start("xev", "-geometry", "1000x700+100+100", "-name", name)
         self.wait_until("its window", lambda: self.desk.x("xdotool", "search", "--onlyvisible", "--name", name))
         return self.desk.x("xdotool", "search", "--onlyvisible", "--name", name).split()[0]
-
-    def active_window(self):
-        return self.desk.x("xdotool", "getactivewindow").strip()
 
     def test_the_popup_is_above_all_windows_and_leaves_the_keyboard_alone(self):
         other = self.start_other_program()
@@ -33,19 +25,19 @@ class Alert(AlertingTest):
 
         popup = self.desk.window(monitor.program, POPUP)
         self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
-        self.assertEqual(other, self.active_window())
-        self.assertEqual(int(popup), self.stacking()[-1])
+        self.assertEqual(other, self.desk.active())
+        self.assertEqual(popup, self.desk.stacking()[-1])
 
         self.desk.activate(monitor.window)
         self.desk.activate(other)
-        self.assertEqual(int(popup), self.stacking()[-1])
+        self.assertEqual(popup, self.desk.stacking()[-1])
 
     def test_the_popup_that_is_open_is_not_activated_by_the_next_alert(self):
         monitor = self.start_alerting()
         popup = self.raise_alert(monitor)
         self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
         self.assertEqual(popup, self.raise_alert(monitor))
-        self.assertEqual(monitor.window, self.active_window())
+        self.assertEqual(monitor.window, self.desk.active())
 
     def moves(self, window):
         """Lets xev write down where the window is placed; the file."""

@@ -171,13 +171,26 @@ class Desk:
             return next((number for name, number in self.windows(program).items() if re.search(title, name)), None)
         return wait_for(f"a window titled {title}", look)
 
+    def shown_windows(self, program):
+        """The numbers of the program's windows on the screen, also of those without a title, as a menu is."""
+        return set(self.x("xdotool", "search", "--onlyvisible", "--all", "--pid", str(program.pid), "--class", ".").split())
+
+    def stacking(self):
+        """The numbers of the windows of all programs, the lowest first."""
+        listed = self.x("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
+        return [str(int(number, 16)) for number in re.findall(r"0x[0-9a-f]+", listed)]
+
+    def active(self):
+        """The number of the window that has the keyboard."""
+        return self.x("xdotool", "getactivewindow").strip()
+
     def activate(self, number):
         """Brings the window to the front and gives it the keyboard focus."""
         def has_the_keyboard():
             # Another window that opens meanwhile may take the keyboard back, so it is requested again.
             self.x("xdotool", "windowactivate", number)
             time.sleep(0.2)
-            return self.x("xdotool", "getactivewindow").strip() == number
+            return self.active() == number
         wait_for("the focus", has_the_keyboard)
 
     def press(self, *keys):

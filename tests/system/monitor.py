@@ -2,6 +2,7 @@
 from desk import LISTS, wait_for
 
 TITLE = "Borvane - Last Events"
+SHORT_BAR, LONG_BAR = "^Borvane$", "^Form2$"  # the titles of the bars' windows, which nobody sees
 HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
 
 
@@ -45,6 +46,13 @@ class Monitor:
         """Clicks a button of the records window's toolbar: "Auto Refresh", "Settings", "Quit"."""
         self.desk.activate(self.window)
         self.desk.click(self.desk.find(self.program, name))
+
+    def open_bar(self, title):
+        """Puts a bar in the window's place and returns its number. The bars' buttons wait for the end of the first refresh."""
+        button = {SHORT_BAR: "Short Bar", LONG_BAR: "Long Bar"}[title]
+        wait_for("the button", lambda: self.desk.is_enabled(self.desk.find(self.program, button)))
+        self.press_button(button)
+        return self.desk.window(self.program, title)
 
     def press_key(self, key):
         """Presses a key in the records window."""

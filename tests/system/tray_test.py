@@ -7,11 +7,9 @@ import sys
 import unittest
 from pathlib import Path
 
-from monitor import TITLE
+from monitor import LONG_BAR, SHORT_BAR, TITLE
 from page_server import AREA, PAGE, PageServer
 from system_test import SystemTest
-
-SHORT_BAR, LONG_BAR = "^Borvane$", "^Form2$"  # the windows' titles, which nobody sees
 
 
 class TrayTest(SystemTest):
@@ -22,9 +20,6 @@ class TrayTest(SystemTest):
 
     def is_on_screen(self, title):
         return any(re.search(title, name) for name in self.desk.windows(self.monitor.program))
-
-    def active(self):
-        return self.desk.x("xdotool", "getactivewindow").strip()
 
     def close_records(self):
         """Uses the close box, which leaves the program running."""
@@ -59,15 +54,11 @@ class TrayIcon(TrayTest):
     def click_icon(self, button=1):
         self.desk.click_at(*self.wait_until("the icon", self.icon), button)
 
-    def shown_windows(self):
-        """The numbers of the program's windows on the screen, also of those without a title, as a menu is."""
-        return set(self.desk.x("xdotool", "search", "--onlyvisible", "--all", "--pid", str(self.monitor.program.pid), "--class", ".").split())
-
     def choose(self, place):
         """Opens the icon's menu and chooses the entry at that place, from 1, with the keyboard."""
-        before = self.shown_windows()
+        before = self.desk.shown_windows(self.monitor.program)
         self.click_icon(button=3)
-        self.wait_until("the menu", lambda: self.shown_windows() - before)
+        self.wait_until("the menu", lambda: self.desk.shown_windows(self.monitor.program) - before)
         self.desk.press(*["Down"] * place, "Return")
 
     def cover(self):
@@ -78,8 +69,7 @@ class TrayIcon(TrayTest):
         return window
 
     def is_above(self, upper, lower):
-        listed = self.desk.x("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
-        order = [str(int(number, 16)) for number in re.findall(r"0x[0-9a-f]+", listed)]
+        order = self.desk.stacking()
         return upper in order and lower in order and order.index(upper) > order.index(lower)
 
     def assert_click_raises(self, window):
@@ -87,17 +77,22 @@ class TrayIcon(TrayTest):
         self.wait_until("the other program above", lambda: self.is_above(other, window))
         self.click_icon()
         self.wait_until("the face above", lambda: self.is_above(window, other))
-        self.wait_until("the keyboard in the face", lambda: self.active() == window)
+        self.wait_until("the keyboard in the face", lambda: self.desk.active() == window)
 
-    def open_bar(self, button, title):
+    def open_bar(self, title):
         """From the records window, with a refresh; returns the bar's window."""
         if not self.monitor.is_down("Auto Refresh"):
             self.monitor.press_button("Auto Refresh")
             self.monitor.wait_for_rows()
-        self.monitor.press_button(button)
-        bar = self.desk.window(self.monitor.program, title)
+        bar = self.monitor.open_bar(title)
         self.wait_until("the window to give way", lambda: not self.is_on_screen(TITLE))
         return bar
+
+    def close_bar(self, title):
+        """Closes a bar as the window manager does it: by its key."""
+        self.desk.activate(self.open_bar(title))
+        self.desk.press("alt+F4")
+        self.wait_until("the bar to close", lambda: not self.is_on_screen(title))
 
     def shows_tip(self, text):
         """Whether the pointer on the icon makes the text show."""
@@ -115,7 +110,7 @@ class TrayIcon(TrayTest):
         self.close_records()
         self.click_icon()
         self.wait_until("the window", lambda: self.is_on_screen(TITLE))
-        self.wait_until("the keyboard in it", lambda: self.active() == self.monitor.window)
+        self.wait_until("the keyboard in it", lambda: self.desk.active() == self.monitor.window)
 
         self.desk.x("xdotool", "windowminimize", "--sync", self.monitor.window)
         self.wait_until("the window to go", lambda: not self.is_on_screen(TITLE))
@@ -124,18 +119,26 @@ class TrayIcon(TrayTest):
 
     def test_click_raises_the_short_bar(self):
         self.start_with_tray()
-        self.assert_click_raises(self.open_bar("Short Bar", SHORT_BAR))
+        self.assert_click_raises(self.open_bar(SHORT_BAR))
         self.assertFalse(self.is_on_screen(TITLE))
 
     def test_click_brings_back_the_long_bar_that_h_has_hidden(self):
         self.start_with_tray()
-        bar = self.open_bar("Long Bar", LONG_BAR)
+        bar = self.open_bar(LONG_BAR)
         self.desk.activate(bar)
         self.desk.press("h")
         self.wait_until("the bar to hide", lambda: not self.is_on_screen(LONG_BAR))
         self.click_icon()
         self.wait_until("the bar", lambda: self.is_on_screen(LONG_BAR))
         self.assertFalse(self.is_on_screen(TITLE))
+
+    def test_click_shows_the_window_after_a_bar_was_closed(self):
+        self.start_with_tray()
+        for title in SHORT_BAR, LONG_BAR:
+            self.close_bar(title)
+            self.assertEqual({}, self.desk.windows(self.monitor.program))
+            self.click_icon()
+            self.wait_until("the window", lambda: self.is_on_screen(TITLE))
 
     def test_menu_shows_the_window_and_ends_the_program(self):
         show, end = 1, 2

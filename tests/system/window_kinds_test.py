@@ -29,14 +29,6 @@ class WindowKinds(SystemTest):
     def states(self, window):
         return set(re.findall(r"_NET_WM_STATE_(\w+)", self.desk.x("xprop", "-id", window, "_NET_WM_STATE")))
 
-    def stacking(self):
-        """The windows on the screen, the lowest first."""
-        listed = self.desk.x("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
-        return [str(int(number, 16)) for number in re.findall(r"0x[0-9a-f]+", listed)]
-
-    def active(self):
-        return self.desk.x("xdotool", "getactivewindow").strip()
-
     def geometry(self, window):
         """Left, top, width and height of the client area."""
         text = self.desk.x("xwininfo", "-id", window)
@@ -51,15 +43,15 @@ class WindowKinds(SystemTest):
     def test_window_above_all_others_leaves_the_keyboard_alone(self):
         self.press("F1")
         notice = self.desk.window(self.program, "^Notice$")
-        self.wait_until("the window above the others", lambda: self.stacking()[-1] == notice)
+        self.wait_until("the window above the others", lambda: self.desk.stacking()[-1] == notice)
         self.wait_until("its place in the middle of the screen", lambda: self.frame_corner(notice) == (579, 473))
-        self.assertEqual(self.sample, self.active())
+        self.assertEqual(self.sample, self.desk.active())
 
         self.press("F2")
         self.desk.activate(self.sample)
         self.press("F11")
-        self.assertEqual(notice, self.stacking()[-1])
-        self.assertEqual(self.sample, self.active())
+        self.assertEqual(notice, self.desk.stacking()[-1])
+        self.assertEqual(self.sample, self.desk.active())
 
     def test_show_of_an_open_window_that_leaves_the_keyboard_does_not_raise_it(self):
         self.press("F1")
@@ -68,17 +60,17 @@ class WindowKinds(SystemTest):
         self.wait_until("the end of its place above the others", lambda: "ABOVE" not in self.states(notice))
         self.desk.x("xdotool", "windowmove", notice, "300", "250")
         self.press("F11")
-        self.wait_until("the sample window above it", lambda: self.stacking()[-1] == self.sample)
+        self.wait_until("the sample window above it", lambda: self.desk.stacking()[-1] == self.sample)
         self.press("F2")
         self.press("F2")
-        self.assertEqual(self.sample, self.stacking()[-1])
-        self.assertEqual(self.sample, self.active())
+        self.assertEqual(self.sample, self.desk.stacking()[-1])
+        self.assertEqual(self.sample, self.desk.active())
 
     def assert_is_bar(self, bar):
         self.wait_until("the bar at its place", lambda: self.geometry(bar) == (40, 200, 500, 29))
         self.wait_until("it to be left out", lambda: {"SKIP_TASKBAR", "SKIP_PAGER"} <= self.states(bar))
         self.assertIn("= 0, 0, 0, 0", self.desk.x("xprop", "-id", bar, "_NET_FRAME_EXTENTS"))
-        self.wait_until("the keyboard in the bar", lambda: self.active() == bar)
+        self.wait_until("the keyboard in the bar", lambda: self.desk.active() == bar)
 
     def test_window_without_a_frame_keeps_its_place_and_stays_out_of_the_task_bar(self):
         self.press("F3")
