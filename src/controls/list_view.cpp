@@ -75,6 +75,14 @@ void ListColumns::Clear() {
     watcher_->ColumnsChanged();
 }
 
+void ListColumns::SetWidth(int column, float width) {
+  if (column < 1 || column > Count())
+    Fail(Failure::Subscript);
+  headers_[static_cast<std::size_t>(column - 1)].Width = width;
+  if (watcher_ != nullptr)
+    watcher_->ColumnsChanged();
+}
+
 ListView::ListView(Container &container, std::string_view name, const Design &design, int index)
     : Control(container, name, design, index),
       GridLines(*this, false),

@@ -89,6 +89,9 @@ class ListColumns {
   void Add(std::string_view title, std::optional<float> width = std::nullopt);
   void Clear();
 
+  /// Gives a column a width in twips. Raises a subscript failure when there is no such column.
+  void SetWidth(int column, float width);
+
  private:
   friend class ListView;
 

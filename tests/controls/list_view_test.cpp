@@ -37,6 +37,19 @@ TEST(ListView, StartsWithItsDesignColumnsAndNoRows) {
   EXPECT_FALSE(events.list.GridLines());
 }
 
+TEST(ListColumns, GiveAColumnAWidthAndNotifyTheirWatcher) {
+  Events events;
+  Watcher watcher;
+  events.list.WatchRows(&watcher);
+  events.list.ColumnHeaders.SetWidth(1, 5000.0F);
+  events.list.ColumnHeaders.SetWidth(2, 1.0F);
+  EXPECT_EQ(events.list.ColumnHeaders(1).Width, 5000.0F);
+  EXPECT_EQ(events.list.ColumnHeaders(2).Width, 1.0F);
+  EXPECT_EQ(watcher.seen, (std::vector<std::string>{"columns", "columns"}));
+  for (const int column : {-1, 0, 3})
+    EXPECT_EQ(FailureOf([&] { events.list.ColumnHeaders.SetWidth(column, 1.0F); }), 9) << column;
+}
+
 TEST(ListRows, KeepsRowsInInsertionOrderCountedFromOne) {
   Events events;
   events.list.ListItems.Add({"2.0", {"2018/02/07", "01:26:13"}});
