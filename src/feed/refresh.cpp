@@ -7,10 +7,12 @@
 #include "core/program.h"
 #include "core/time_text.h"
 #include "feed/area.h"
+#include "feed/hosts.h"
 #include "feed/http_client.h"
 #include "feed/presence.h"
 #include "feed/service.h"
 #include "records/frmRecords.h"
+#include "scan/scanners.h"
 #include "settings/conffrm.h"
 
 namespace borvane {
@@ -126,6 +128,34 @@ void RefreshEvents(Integer &mode) {
   FailRefresh(mode);
 }
 
-void RefreshWorld() {}
+void RefreshWorld() {
+  try {
+    frmRecords->MousePointer = pointer_hourglass;
+
+    const std::string address = AddressOf(Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_all.php");
+
+    // Meant (busy-client-leaves-the-hourglass): the pointer should become normal again on every way out. A busy client
+    // leaves it.
+    if (HttpClientFree() == flag_false)
+      return;
+    std::string page = conffrm->Inet1.OpenURL(address);
+
+    Module1->GlobalScanFlag = flag_true;
+    Integer mode = refresh_with_hourglass;
+    ScanWorldList(mode, page);
+    Module1->GlobalScanFlag = flag_false;
+
+    // Meant (world-refresh-label-stays-disabled): the label should be enabled while there is no headline. The
+    // headline's text is "N/A" at first and never empty.
+    frmRecords->Label8.Enabled = frmRecords->Label3.Caption().empty();
+
+    frmRecords->Label3.Visible = true;
+
+    frmRecords->MousePointer = pointer_normal;
+  } catch (const RuntimeError &) {
+    // Meant (hourglass-stays-after-a-failed-headline): a failure should put pointer and flag back. Both stay, the flag
+    // until a later headline succeeds.
+  }
+}
 
 }  // namespace borvane

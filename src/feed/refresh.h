@@ -15,7 +15,8 @@ inline constexpr int refresh_from_short_bar = 1;
 /// while the threshold of the cycle does not fit 16 bits.
 void RefreshEvents(Integer &mode);
 
-/// Fetches the world page for the headline.
+/// Fetches the world page and puts its first event into the headline, Label3 of frmRecords, whatever area is watched. A
+/// failure is silent and leaves the hourglass, and `GlobalScanFlag` when it came from the scan.
 void RefreshWorld();
 
 }  // namespace borvane

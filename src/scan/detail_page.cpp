@@ -15,6 +15,7 @@ namespace {
 std::string_view ValueOf(std::string_view label, int distance, const std::string &page) {
   // Meant (event-page-value-at-a-fixed-distance): the value should be looked for after its label. It is taken from a
   // fixed distance, whatever is there, which is that of the label and the markup after it.
+
   // Meant (event-page-beyond-sixteen-bits): a label should be found wherever it is. Positions have 16 bits, and no trap
   // holds an overflow.
   const Integer begin = Integer(Find(page, label)) + distance;

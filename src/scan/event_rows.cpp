@@ -7,6 +7,7 @@
 #include "alert/quake_alert.h"
 #include "basic/date.h"
 #include "records/frmRecords.h"
+#include "scan/biggest_event.h"
 
 namespace borvane {
 
@@ -55,9 +56,17 @@ void AddEventRow(std::string_view /*ignored*/, EventFields &fields) {
     CheckEventAlert(fields);
 }
 
-void AppendEvent(EventFields &fields) {
+void ListEvent(EventFields &fields) {
   constexpr int last_slot = 8;
-  frmRecords->ListView1.ListItems.Add({.Text = fields(1), .SubItemTexts = PackedTexts(fields.Slots(2, last_slot))});
+  ListRows &rows = frmRecords->ListView1.ListItems;
+  rows.Add({.Text = fields(1), .SubItemTexts = PackedTexts(fields.Slots(2, last_slot))});
+
+  // Meant (first-row-is-the-newest): the newest event should be found by its date. It is the first row of the page:
+  // dates are text here, and pages list the newest event first.
+  if (rows.Count() == 1)
+    AddEventRow(fields(2), fields);
+
+  KeepBiggest(fields);
 }
 
 }  // namespace borvane

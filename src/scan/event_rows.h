@@ -19,7 +19,8 @@ void SetupColumns(const std::int32_t &family);
 /// first argument is ignored.
 void AddEventRow(std::string_view ignored, EventFields &fields);
 
-/// Appends the event's slots 1 to 8 to the list of events.
-void AppendEvent(EventFields &fields);
+/// Appends the event's slots 1 to 8 to the list of events, passes the first one on to AddEventRow and each to
+/// KeepBiggest.
+void ListEvent(EventFields &fields);
 
 }  // namespace borvane

@@ -1,7 +1,5 @@
 #include "basic/integer.h"
 #include "basic/text.h"
-#include "records/frmRecords.h"
-#include "scan/biggest_event.h"
 #include "scan/event_fields.h"
 #include "scan/event_rows.h"
 #include "scan/scanners.h"
@@ -98,14 +96,7 @@ void ScanQuakesList(Integer & /*mode*/, std::string &page) {
 
   QuakesListReader reader(page);
   while (reader.ReadRow()) {
-    AppendEvent(reader.fields());
-
-    // Meant (first-row-is-the-newest): the newest event should be found by its date. It is the first row of the page:
-    // dates are text here, and pages list the newest event first.
-    if (frmRecords->ListView1.ListItems.Count() == 1)
-      AddEventRow(reader.fields()(2), reader.fields());
-
-    KeepBiggest(reader.fields());
+    ListEvent(reader.fields());
 
     if (reader.IsAtEnd())
       return;

@@ -37,13 +37,28 @@ TEST(RefreshButton, RunsItsStepsInOrderWithAnAreaAndAnEmptyList) {
   rig.serve(who_is_on, "17");
   WatchToolbar(rig);
   rig.press(frmRecords->Toolbar1, refresh);
-  EXPECT_EQ(rig.trace({"set", "rows", "request"}),
-            (Lines{"set Buttons(1).Value=1", "set MousePointer=11", "rows ListView1 cleared", "request " + set_online,
-                   "request " + los_angeles, "rows ListView1 cleared", "rows ListView1 1 added", "set MousePointer=0",
-                   "set Timer1=true", "set Label2(3)=13:05:09  Feb 07", "request " + version_file,
-                   "set Panels(3)=Auto Refresh On", "set Buttons(3).Enabled=true", "set Buttons(4).Enabled=true",
-                   "set Label2(0)=Los Angeles", "set Label2(1)=N/A", "set Label2(2)=N/A", "request " + who_is_on,
-                   "set Label9=Users Online: 17"}));
+  EXPECT_EQ(rig.trace({"set", "rows", "request"}), (Lines{"set Buttons(1).Value=1",
+                                                          "set MousePointer=11",
+                                                          "rows ListView1 cleared",
+                                                          "request " + set_online,
+                                                          "request " + los_angeles,
+                                                          "rows ListView1 cleared",
+                                                          "rows ListView1 1 added",
+                                                          "set MousePointer=0",
+                                                          "set Timer1=true",
+                                                          "set Label2(3)=13:05:09  Feb 07",
+                                                          "request " + version_file,
+                                                          "set MousePointer=11",
+                                                          "request " + world_page,
+                                                          "set MousePointer=0",
+                                                          "set Panels(3)=Auto Refresh On",
+                                                          "set Buttons(3).Enabled=true",
+                                                          "set Buttons(4).Enabled=true",
+                                                          "set Label2(0)=Los Angeles",
+                                                          "set Label2(1)=N/A",
+                                                          "set Label2(2)=N/A",
+                                                          "request " + who_is_on,
+                                                          "set Label9=Users Online: 17"}));
 }
 
 TEST(RefreshButton, LeadsToTheSettingsOnAFreshProfile) {
@@ -76,7 +91,7 @@ TEST(RefreshButton, FetchesNoPageWithRowsInTheListAndACountOfZero) {
   rig.clear_trace();
   frmRecords->Label2(3).Caption = "untouched";
   rig.press(frmRecords->Toolbar1, refresh);
-  EXPECT_EQ(rig.trace({"request"}), Lines{"request " + who_is_on});
+  EXPECT_EQ(rig.trace({"request"}), (Lines{"request " + world_page, "request " + who_is_on}));
   EXPECT_EQ(frmRecords->Label2(3).Caption(), "untouched");
   EXPECT_TRUE(frmRecords->Timer1.Enabled());
   EXPECT_EQ(Panel3(), "Auto Refresh On");
@@ -165,6 +180,32 @@ TEST(RefreshButton, ContinuesAfterAFailedRefresh) {
   EXPECT_EQ(Panel3(), "Auto Refresh On");
   EXPECT_EQ(frmRecords->Label2(3).Caption(), "01:30:15  Feb 07");
   EXPECT_EQ(rig.trace({"request"}).back(), "request " + who_is_on);
+}
+
+TEST(RefreshButton, RefreshesTheHeadlineWhileWorldSnapshotIsTickedAndBeforeTheUsersOnline) {
+  for (const int value : {0, 1, 2}) {
+    WatchingRig rig;
+    conffrm->Check5.Value = value;
+    rig.press(frmRecords->Toolbar1, refresh);
+    const Lines last = value == 1 ? Lines{"request " + world_page, "request " + who_is_on}
+                                  : Lines{"request " + version_file, "request " + who_is_on};
+    const Lines requests = rig.trace({"request"});
+    EXPECT_EQ(Lines(requests.end() - 2, requests.end()), last) << value;
+    EXPECT_EQ(frmRecords->Label3.Visible(), value == 1) << value;
+  }
+}
+
+TEST(RefreshButton, RefreshesTheHeadlineAtEverySwitchingOnAndNotWhenReleased) {
+  WatchingRig rig;
+  for (int pair = 0; pair < 2; ++pair) {
+    rig.clear_trace();
+    rig.press(frmRecords->Toolbar1, refresh);
+    Lines requests = rig.trace({"request"});
+    EXPECT_EQ(std::count(requests.begin(), requests.end(), "request " + world_page), 1) << pair;
+    rig.clear_trace();
+    rig.press(frmRecords->Toolbar1, refresh);
+    EXPECT_TRUE(rig.trace({"request"}).empty()) << pair;
+  }
 }
 
 TEST(RefreshButton, EndsTheProgramForACoordinateOutOfRange) {
@@ -259,7 +300,7 @@ TEST(SettingsButton, RefreshesAtEveryLaterClosingToo) {
     rig.press(frmRecords->Toolbar1, settings);
     rig.clear_trace();
     rig.press(frmRecords->Toolbar1, settings);
-    EXPECT_EQ(rig.trace({"request"}).size(), 4u) << closing;
+    EXPECT_EQ(rig.trace({"request"}).size(), 5u) << closing;
     EXPECT_EQ(Module1->AreaIndex, 1);
   }
 }

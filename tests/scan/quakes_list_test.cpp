@@ -1,30 +1,15 @@
 #include <gtest/gtest.h>
 
 #include "scan/scanners.h"
-#include "support/failure_of.h"
-#include "support/program/watching_rig.h"
+#include "support/program/page_rig.h"
 
 namespace borvane {
 namespace {
 
-/// Scans `page` in a program of its own and keeps what is left of the page.
-struct ScanRig : Rig {
-  explicit ScanRig(std::string text, int refresh_mode = 3) : page(std::move(text)) {
-    start();
-    watch_rows(frmRecords->ListView1, "ListView1");
-    watch_rows(frmRecords->ListView2, "ListView2");
-    clear_trace();
-    Integer mode = refresh_mode;
-    happen([&] { failure = FailureOf([&] { ScanQuakesList(mode, page); }); });
-    EXPECT_EQ(mode, refresh_mode);
-  }
-
-  std::string page;
-  int failure = -1;
+/// Scans a page in a program of its own.
+struct ScanRig : PageRig {
+  explicit ScanRig(std::string text, int refresh_mode = 3) : PageRig(ScanQuakesList, std::move(text), refresh_mode) {}
 };
-
-int Rows() { return frmRecords->ListView1.ListItems.Count(); }
-std::string SubItem(int row, int number) { return std::string(frmRecords->ListView1.ListItems(row).SubItems(number)); }
 
 TEST(ScanQuakesList, EmptiesTheListFirstAndSetsItsColumns) {
   Rig rig;

@@ -1,7 +1,5 @@
-#include "support/plain_quakes_list.h"
-
 #include "basic/failure.h"
-#include "support/plain_text.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::plain {
 
@@ -9,18 +7,9 @@ namespace {
 
 const std::string marker = "/recenteqs/Quakes/";
 
-/// A position, or a sum or difference made from one: fails unless it fits 16 bits.
-int Fits(int value) {
-  if (value > 32767 || value < -32768)
-    Fail(Failure::Overflow);
-  return value;
-}
-
-int Position(const std::string &text, const std::string &what, int from) { return Fits(Find(text, what, Fits(from))); }
-
 /// Reads one row off the working text, after the marker at `marker_position`.
-std::array<std::string, 8> ReadRow(std::string &s, int marker_position) {
-  std::array<std::string, 9> slot;
+Slots ReadRow(std::string &s, int marker_position) {
+  Slots slot;
 
   int a = Fits(marker_position - 15);
   const int q = Position(s, " ", a + 1);
@@ -51,11 +40,7 @@ std::array<std::string, 8> ReadRow(std::string &s, int marker_position) {
     b = Position(s, "<", 1);
 
   slot[7] = Trim(Piece(s, Fits(a + 1), Fits(b - 4)));
-
-  std::array<std::string, 8> row;
-  for (std::size_t i = 1; i <= 8; ++i)
-    row[i - 1] = slot[i];
-  return row;
+  return slot;
 }
 
 }  // namespace
@@ -68,7 +53,7 @@ ScanResult ScanQuakesList(const std::string &page) {
       const int p = Position(s, marker, 1);
       if (p == 0)
         break;
-      result.rows.push_back(ReadRow(s, p));
+      AddRow(result, ReadRow(s, p));
     } while (!s.empty());
   } catch (const RuntimeError &error) {
     result.failure = error.number();

@@ -2,18 +2,19 @@
 
 #include "records/frmRecords.h"
 #include "settings/conffrm.h"
-#include "support/program/pages.h"
+#include "support/program/list_pages.h"
 #include "support/rig.h"
 
 namespace borvane {
 
-/// A started program that watches Los Angeles, whose page has one event of magnitude 2.0. Nothing has been fetched yet,
-/// and the trace is empty.
+/// A started program that watches Los Angeles, whose page has one event of magnitude 2.0; the world's page has one
+/// of 4.4. Nothing has been fetched yet, and the trace is empty.
 struct WatchingRig : Rig {
   WatchingRig() {
     store()["ad"] = "5";
     store()["Area"] = "Los Angeles";
     serve(los_angeles, Page(Row("2.0")));
+    serve(world_page, WorldPage(WorldRow("4.4")));
     start();
     clear_trace();
   }
