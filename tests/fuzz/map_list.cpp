@@ -1,0 +1,6 @@
+#include "scan_target.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  borvane::Compare(borvane::map_list_twins, data, size);
+  return 0;
+}
