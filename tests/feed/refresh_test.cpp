@@ -265,6 +265,40 @@ TEST(RefreshEvents, FetchesTheCoordinatePageWhenNothingIsChosen) {
   EXPECT_EQ(Newest(), "3.1");
 }
 
+TEST(RefreshEvents, ReadsEachPageByTheScannerOfItsForm) {
+  struct Case {
+    const char *area;
+    const char *address;
+    std::string page;
+  };
+  for (const Case &each : std::initializer_list<Case>{
+           {"Intermountain West", "http://utah.localhost:17650/req2webdir/recenteqs/Quakes/quakes0.html",
+            MapPage(CapitalMapRow("2.4") + MapRow())},
+           {"NorthEastern", "http://northeastern.localhost:17650/LCSN/recenteqs/Quakes/quakes0.html",
+            MapPage(CapitalMapRow("2.4") + MapRow())},
+           {"Puerto Rico", "http://puertorico.localhost:17650/recenteqs/eqs_all.htm",
+            AnchorPage(AnchorRow("2.4") + AnchorRow())},
+           {"Worlwide <5", "http://national.localhost:17650/eqcenter/recenteqsww/Quakes/quakes_all.php",
+            WorldPage(WorldRow("2.4") + WorldRow())},
+           {"Worldwide 5+", "http://national.localhost:17650/eqcenter/recenteqsww/Quakes/quakes_big.php",
+            WorldPage(WorldRow("2.4") + WorldRow())}}) {
+    WatchingRig rig;
+    conffrm->Combo2.Text = each.area;
+    rig.serve(each.address, each.page);
+    rig.refresh();
+    EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 2) << each.area;
+    EXPECT_EQ(Newest(), "2.4") << each.area;
+    EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15") << each.area;
+  }
+  WatchingRig rig;
+  conffrm->Combo2.Text = "All Alaska";
+  rig.serve("http://alaska.localhost:17650/recenteqs_sub/", RegionPage(RegionRow()));
+  rig.refresh();
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 1);
+  EXPECT_EQ(frmRecords->ListView1.ColumnHeaders.Count(), 7);
+  EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15");
+}
+
 TEST(RefreshEvents, FetchesTheCoordinatePageOnceAHeadingHasBeenSelected) {
   RecordProperty("quirk", "heading-leads-to-the-coordinates");
   WatchingRig rig;
