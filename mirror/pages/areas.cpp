@@ -7,33 +7,29 @@ namespace borvane::mirror {
 
 namespace {
 
+constexpr Box world = {-90.0, 90.0, -180.0, 180.0};
+
 // The one table of what is served where. The pages that are named by two numbers hold the events within one degree of
 // longitude and latitude, so that they are the same with and without their row here.
-constexpr std::array<Area, 9> areas = {{
-    {"Los Angeles", Endpoint::Southern, "/recenteqs/Maps/Los_Angeles.html", {33.0, 35.0, -119.5, -116.5}},
-    {"San Francisco", Endpoint::Southern, "/recenteqs/Maps/San_Francisco.html", {36.8, 38.8, -123.5, -121.2}},
-    {"Long Valley", Endpoint::Southern, "/recenteqs/Maps/Long_Valley.html", {37.0, 38.3, -119.6, -118.0}},
-    {"El Centro", Endpoint::Southern, "/recenteqs/Maps/116-33.html", {32.0, 34.0, -117.0, -115.0}},
-    {"San Diego", Endpoint::Southern, "/recenteqs/Maps/117-33.html", {32.0, 34.0, -118.0, -116.0}},
-    {"San Jose, Salinas, Monterey", Endpoint::Southern, "/recenteqs/Maps/121-37.html", {36.0, 38.0, -122.0, -120.0}},
-    {"Pacific Northwest", Endpoint::PacificNorthwest, "/recenteqs/Quakes/quakes0.html", {45.5, 49.2, -124.8, -119.5}},
-    {"Parkfield, San Andreas Fault",
-     Endpoint::Northern,
-     "/recenteqs/Maps/Parkfield.html",
-     {35.4, 36.7, -121.2, -119.8}},
-    {"Central US", Endpoint::Memphis, "/recenteqs/Quakes/quakes0.html", {33.0, 39.5, -95.0, -84.0}},
+// clang-format off
+constexpr std::array<Area, 15> areas = {{
+    {"Los Angeles", Endpoint::Southern, "/recenteqs/Maps/Los_Angeles.html", ListForm::Quakes, {33.0, 35.0, -119.5, -116.5}},
+    {"San Francisco", Endpoint::Southern, "/recenteqs/Maps/San_Francisco.html", ListForm::Quakes, {36.8, 38.8, -123.5, -121.2}},
+    {"Long Valley", Endpoint::Southern, "/recenteqs/Maps/Long_Valley.html", ListForm::Quakes, {37.0, 38.3, -119.6, -118.0}},
+    {"El Centro", Endpoint::Southern, "/recenteqs/Maps/116-33.html", ListForm::Quakes, {32.0, 34.0, -117.0, -115.0}},
+    {"San Diego", Endpoint::Southern, "/recenteqs/Maps/117-33.html", ListForm::Quakes, {32.0, 34.0, -118.0, -116.0}},
+    {"San Jose, Salinas, Monterey", Endpoint::Southern, "/recenteqs/Maps/121-37.html", ListForm::Quakes, {36.0, 38.0, -122.0, -120.0}},
+    {"Pacific Northwest", Endpoint::PacificNorthwest, "/recenteqs/Quakes/quakes0.html", ListForm::Quakes, {45.5, 49.2, -124.8, -119.5}},
+    {"Alaska", Endpoint::Alaska, "/recenteqs_sub/", ListForm::Region, {50.0, 72.0, 170.0, -130.0}},
+    {"Intermountain West", Endpoint::Utah, "/req2webdir/recenteqs/Quakes/quakes0.html", ListForm::MapList, {31.0, 49.0, -117.5, -102.0}},
+    {"Parkfield, San Andreas Fault", Endpoint::Northern, "/recenteqs/Maps/Parkfield.html", ListForm::Quakes, {35.4, 36.7, -121.2, -119.8}},
+    {"Central US", Endpoint::Memphis, "/recenteqs/Quakes/quakes0.html", ListForm::Quakes, {33.0, 39.5, -95.0, -84.0}},
+    {"Northeastern US and Canada", Endpoint::Northeastern, "/LCSN/recenteqs/Quakes/quakes0.html", ListForm::MapList, {38.0, 52.0, -84.0, -64.0}},
+    {"World, Magnitude 2.5 and Above", Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_all.php", ListForm::World, world, 2.5},
+    {"World, Magnitude 5 and Above", Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_big.php", ListForm::World, world, 5.0},
+    {"Puerto Rico", Endpoint::PuertoRico, "/recenteqs/eqs_all.htm", ListForm::MapAnchor, {16.5, 20.5, -69.5, -63.5}},
 }};
-
-// The list pages of all networks outside the folder of maps.
-constexpr std::array<QByteArrayView, 7> list_paths = {
-    "/recenteqs/Quakes/quakes0.html",
-    "/recenteqs_sub/",
-    "/req2webdir/recenteqs/Quakes/quakes0.html",
-    "/LCSN/recenteqs/Quakes/quakes0.html",
-    "/eqcenter/recenteqsww/Quakes/quakes_all.php",
-    "/eqcenter/recenteqsww/Quakes/quakes_big.php",
-    "/recenteqs/eqs_all.htm",
-};
+// clang-format on
 
 }  // namespace
 
@@ -42,7 +38,8 @@ QByteArray PageAddress(const Area &area, quint16 port) {
 }
 
 bool IsListPath(const QByteArray &path) {
-  return path.startsWith(map_folder) || std::find(list_paths.begin(), list_paths.end(), path) != list_paths.end();
+  return path.startsWith(map_folder) ||
+         std::any_of(areas.begin(), areas.end(), [&](const Area &area) { return path == area.path; });
 }
 
 std::span<const Area> Areas() { return areas; }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <limits>
 #include <optional>
 #include <span>
 
+#include "catalogue/event.h"
 #include "common/hosts.h"
 
 namespace borvane::mirror {
@@ -11,10 +13,11 @@ namespace borvane::mirror {
 /// Where the pages are that two numbers name, and most pages of named areas.
 inline constexpr QByteArrayView map_folder = "/recenteqs/Maps/";
 
-/// Whether a list page is at the path on one of the hosts that the mirror plays, served by this mirror or not.
+/// Whether a list page is at the path on one of the hosts that the mirror plays.
 bool IsListPath(const QByteArray &path);
 
-/// A part of the Earth's surface between two parallels and two meridians, in degrees; the edges belong to it.
+/// A part of the Earth's surface between two parallels and two meridians, in degrees; the edges belong to it. Where
+/// west is greater than east, it lies across the date line.
 struct Box {
   double south;
   double north;
@@ -22,16 +25,28 @@ struct Box {
   double east;
 
   bool Contains(double latitude, double longitude) const {
-    return latitude >= south && latitude <= north && longitude >= west && longitude <= east;
+    const bool is_between =
+        west <= east ? longitude >= west && longitude <= east : longitude >= west || longitude <= east;
+    return latitude >= south && latitude <= north && is_between;
   }
 };
+
+/// The forms in which the networks wrote their lists, each for a scanner of its own.
+enum class ListForm { Quakes, MapList, MapAnchor, World, Region };
 
 /// A page of the events within one named area.
 struct Area {
   const char *name;
   Endpoint endpoint;
   const char *path;
+  ListForm form;
   Box box;
+  double least_magnitude = std::numeric_limits<double>::lowest();
+
+  /// Whether the page lists the event. None without a magnitude is on a list page.
+  bool Holds(const Event &event) const {
+    return event.magnitude && *event.magnitude >= least_magnitude && box.Contains(event.latitude, event.longitude);
+  }
 };
 
 /// The address of the area's page, as a mirror that listens at `port` serves it.

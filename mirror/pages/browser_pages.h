@@ -11,11 +11,12 @@ namespace borvane::mirror {
 /// The magnitude from which an event shakes the ground strongly enough for the archive of strong motion.
 inline constexpr double strong_motion_magnitude = 5;
 
-/// The page at `path` that the monitor opens in the browser: the list of the world's events, or the archive of strong
-/// motion. Any host serves it, since nothing else is there. Nothing for every other path.
+/// The page at `path` that the monitor opens in the browser: the list of the world's events, the archive of strong
+/// motion, or a form for felt reports. Each leads to the public page that is there today. Any host serves it, since
+/// nothing else is at its path. Nothing for every other path.
 std::optional<QByteArray> BrowserPage(const QByteArray &path, const Catalogue &catalogue);
 
-/// Links to these pages, as items of an HTML list. `port` is the one that the mirror listens at.
+/// Links to the lists among them, as items of an HTML list. `port` is the one that the mirror listens at.
 QByteArray BrowserPageLinks(quint16 port);
 
 }  // namespace borvane::mirror

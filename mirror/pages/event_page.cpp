@@ -17,9 +17,14 @@ namespace {
 
 constexpr double miles_per_kilometre = 0.621371;
 
+// The monitor takes latitude, longitude and depth from the tenth character after the first "Latitude:", "Longitude:"
+// and "Depth:" of the page up to the next "<".
 QByteArray Row(const char *name, const QByteArray &value) {
-  return QByteArray("<dt>") + name + "</dt><dd>" + value + "</dd>\n";
+  return QByteArray("<dt>") + name + ":</dt> <dd>" + value + "</dd>\n";
 }
+
+/// HtmlText in which nothing is a label that the monitor looks for.
+QByteArray ValueText(const QString &text) { return HtmlText(text).replace(':', "&#58;"); }
 
 /// "Earthquake", "Quarry blast": the kind of the event as a word at the start of a sentence.
 QString KindOf(const Event &event) {
@@ -54,15 +59,16 @@ QByteArray DepthSentence(const Event &event) {
 
 QByteArray Figures(const Event &event) {
   QByteArray list = "<dl>\n";
-  list += Row("Place", event.place.isEmpty() ? "not named" : HtmlText(PlaceOf(event)));
+  list += Row("Place", event.place.isEmpty() ? "not named" : ValueText(PlaceOf(event)));
   list += Row("Magnitude", event.magnitude ? MagnitudeText(*event.magnitude) : "not known");
   list += Row("Local time", LocalTimeText(event.origin_time) + " (" + ZoneText(event.origin_time) + ')');
   list += Row("UTC", UtcTimeText(event.origin_time));
-  list += Row("Epicentre", LatitudeText(event.latitude) + ' ' + LongitudeText(event.longitude));
+  list += Row("Latitude", SignedDegreesText(event.latitude));
+  list += Row("Longitude", SignedDegreesText(event.longitude));
   list += Row("Depth", DepthSentence(event));
-  list += Row("Kind", HtmlText(KindOf(event)));
+  list += Row("Kind", ValueText(KindOf(event)));
   if (!event.network.isEmpty())
-    list += Row("Network", HtmlText(event.network));
+    list += Row("Network", ValueText(event.network));
   list += Row("Id", HtmlText(event.id));
   return list + "</dl>\n";
 }
@@ -70,7 +76,7 @@ QByteArray Figures(const Event &event) {
 QByteArray Links(const Event &event, quint16 port) {
   QByteArray list = "<ul>\n";
   for (const Area &area : Areas())
-    if (area.box.Contains(event.latitude, event.longitude))
+    if (area.Holds(event))
       list +=
           "<li><a href=\"" + PageAddress(area, port) + "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
   list += "<li><a href=\"" + MapPath(event) + "\">Recent earthquakes around this one</a></li>\n";
@@ -82,11 +88,11 @@ QByteArray Links(const Event &event, quint16 port) {
 }  // namespace
 
 QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 port) {
-  const QString title = TitleOf(event);
-  const QByteArray body = "<h1>" + HtmlText(title) + "</h1>\n" + Figures(event) + LocatorMap(event, catalogue) +
+  const QByteArray title = ValueText(TitleOf(event));
+  const QByteArray body = "<h1>" + title + "</h1>\n" + Figures(event) + LocatorMap(event, catalogue) +
                           Links(event, port) +
                           "<footer>Served by borvane-mirror. Event: U.S. Geological Survey, public domain.</footer>\n";
-  return HtmlPage(HtmlText(title), body);
+  return HtmlPage(title, body);
 }
 
 }  // namespace borvane::mirror

@@ -6,8 +6,9 @@
 
 namespace borvane::mirror {
 
-/// The page about one event of the catalogue, for a person to read: its figures, a map of where it was and of its
-/// neighbours in the catalogue, and links to the lists that hold it. `port` is the one that the mirror listens at.
+/// The page about one event of the catalogue: its figures, in the form in which the monitor reads three of them, a map
+/// of where it was and of its neighbours in the catalogue, and links to the lists that hold it. `port` is the one that
+/// the mirror listens at.
 QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 port);
 
 }  // namespace borvane::mirror

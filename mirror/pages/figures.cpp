@@ -41,6 +41,11 @@ QByteArray LatitudeText(double degrees) { return DegreesText(degrees, 'N', 'S');
 
 QByteArray LongitudeText(double degrees) { return DegreesText(degrees, 'E', 'W'); }
 
+QByteArray SignedDegreesText(double degrees) {
+  const QByteArray text = QByteArray::number(degrees, 'f', 3);
+  return text == "-0.000" ? "0.000" : text;
+}
+
 QByteArray DepthText(std::optional<double> kilometres) { return kilometres ? OneDecimal(*kilometres) : QByteArray(); }
 
 QByteArray LocalTimeText(qint64 milliseconds) { return TimeText(QDateTime::fromMSecsSinceEpoch(milliseconds)); }

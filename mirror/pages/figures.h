@@ -5,7 +5,7 @@
 
 namespace borvane::mirror {
 
-// An event's figures as the list pages write them.
+// An event's figures as the pages write them.
 
 /// One decimal, a half rounded away from zero, as the Survey's own titles do.
 QByteArray MagnitudeText(double magnitude);
@@ -15,6 +15,9 @@ QByteArray LatitudeText(double degrees);
 
 /// Three decimals and E or W.
 QByteArray LongitudeText(double degrees);
+
+/// Three decimals, with a minus sign in the south and in the west.
+QByteArray SignedDegreesText(double degrees);
 
 /// Kilometres with one decimal; empty for a depth that is not known.
 QByteArray DepthText(std::optional<double> kilometres);

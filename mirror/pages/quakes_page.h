@@ -2,17 +2,13 @@
 
 #include <QByteArray>
 #include <QString>
-#include <functional>
 
-#include "catalogue/catalogue.h"
+#include "pages/list_rows.h"
 
 namespace borvane::mirror {
 
-/// Chooses the events of a page.
-using EventTest = std::function<bool(const Event &)>;
-
-/// The list page of the regional networks: a row an event, newest first, in the form that the monitor's quakes list
-/// scanner reads. Events without a magnitude are left out, since a row has no place for them.
-QByteArray QuakesPage(const QString &title, const Catalogue &catalogue, const EventTest &belongs);
+/// The list page of the regional networks, a row an event, in the form that the monitor's quakes list scanner reads.
+/// `introduction` is HTML above the list.
+QByteArray QuakesPage(const QString &title, const ListedEvents &events, const QByteArray &introduction = {});
 
 }  // namespace borvane::mirror

@@ -1,5 +1,7 @@
 #include "pages/site.h"
 
+#include "http/plain_host.h"
+#include "pages/area_page.h"
 #include "pages/browser_pages.h"
 #include "pages/coordinates.h"
 #include "pages/event_page.h"
@@ -43,11 +45,18 @@ Answer Site::Refusal(int status, const QByteArray &target, const QByteArray & /*
 std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray &host) {
   const QByteArray path = PathOf(target);
   const std::optional<Endpoint> endpoint = EndpointOfMirrorHost(host.toStdString());
-  const QByteArray key = (endpoint ? QByteArray::number(static_cast<int>(*endpoint)) : QByteArray()) + path;
+  const Area *area = FindArea(path, endpoint);
+  QByteArray key = (endpoint ? QByteArray::number(static_cast<int>(*endpoint)) : QByteArray()) + path;
+  QByteArray page_host;
+  if (area && area->form == ListForm::Region) {
+    // No target and no host has a line feed in it.
+    page_host = IsPlainHost(host) ? host : QByteArray::fromStdString(MirrorHost(area->endpoint, port_));
+    key += '\n' + page_host;
+  }
   if (const auto kept = kept_.constFind(key); kept != kept_.constEnd())
     return *kept;
 
-  std::optional<QByteArray> page = WritePage(path, endpoint);
+  std::optional<QByteArray> page = area ? AreaPage(*area, *catalogue_, page_host) : WritePage(path);
   if (!page)
     return std::nullopt;
   if (kept_bytes_ + page->size() > most_kept_bytes) {
@@ -59,27 +68,23 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
   return page;
 }
 
-std::optional<QByteArray> Site::WritePage(const QByteArray &path, std::optional<Endpoint> endpoint) const {
+std::optional<QByteArray> Site::WritePage(const QByteArray &path) const {
   if (path == "/")
     return IndexPage(*catalogue_, source_, port_);
 
   if (std::optional<QByteArray> page = BrowserPage(path, *catalogue_))
     return page;
 
-  if (const Area *area = FindArea(path, endpoint))
-    return QuakesPage(area->name, *catalogue_,
-                      [area](const Event &event) { return area->box.Contains(event.latitude, event.longitude); });
-
   if (path.startsWith(map_folder)) {
     const QByteArray name = path.sliced(map_folder.size());
-    if (const auto numbers = PageNumbers(name))
-      return QuakesPage(
-          QString::fromLatin1(name.chopped(page_suffix.size())), *catalogue_,
-          [numbers](const Event &event) { return BelongsToPage(event, numbers->first, numbers->second); });
+    if (const auto numbers = PageNumbers(name)) {
+      const auto belongs = [&](const Event &event) { return BelongsToPage(event, numbers->first, numbers->second); };
+      return QuakesPage(QString::fromLatin1(name.chopped(page_suffix.size())), ListEvents(*catalogue_, belongs));
+    }
   }
 
   if (path.startsWith(event_folder) && path.endsWith(page_suffix)) {
-    const QByteArray id = path.sliced(event_folder.size()).chopped(page_suffix.size());
+    const QByteArray id = QByteArray::fromPercentEncoding(path.sliced(event_folder.size()).chopped(page_suffix.size()));
     if (const Event *event = catalogue_->Find(QString::fromLatin1(id)))
       return EventPage(*event, *catalogue_, port_);
   }

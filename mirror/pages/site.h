@@ -33,7 +33,7 @@ class Site : public Handler {
   Answer Refusal(int status, const QByteArray &target, const QByteArray &host) const override;
 
  private:
-  std::optional<QByteArray> WritePage(const QByteArray &path, std::optional<Endpoint> endpoint) const;
+  std::optional<QByteArray> WritePage(const QByteArray &path) const;
 
   std::shared_ptr<const Catalogue> catalogue_ = std::make_shared<Catalogue>();
   QString source_;

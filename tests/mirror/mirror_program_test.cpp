@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "support/mirror/client.h"
+#include "support/mirror/list_readers.h"
 #include "support/mirror/mirror_process.h"
 #include "support/mirror/quakes_list_reader.h"
 
@@ -70,6 +71,42 @@ TEST(Mirror, ServesEachAreaWithAtLeastTenRows) {
     EXPECT_EQ(reading.fault, "");
     EXPECT_GE(reading.rows.size(), 10U) << host.toStdString() << path.toStdString();
   }
+}
+
+TEST(Mirror, ServesTheOtherFormsOfLists) {
+  MirrorProcess mirror;
+  const auto page = [&](const QByteArray &path, const QByteArray &host) {
+    const Response response = Get(mirror.Port(), path, host).value();
+    EXPECT_EQ(response.status, 200);
+    return response.body.toStdString();
+  };
+  const std::vector<ListReading> readings = {
+      ReadMapList(page("/req2webdir/recenteqs/Quakes/quakes0.html", "utah.localhost:17650")),
+      ReadMapList(page("/LCSN/recenteqs/Quakes/quakes0.html", "northeastern.localhost:17650")),
+      ReadWorldList(page("/eqcenter/recenteqsww/Quakes/quakes_all.php", "national.localhost:17650")),
+      ReadWorldList(page("/eqcenter/recenteqsww/Quakes/quakes_big.php", "national.localhost:17650")),
+      ReadMapAnchorList(page("/recenteqs/eqs_all.htm", "puertorico.localhost:17650"))};
+  for (const ListReading &reading : readings) {
+    EXPECT_EQ(reading.fault, "");
+    EXPECT_GE(reading.rows.size(), 10U);
+  }
+}
+
+TEST(Mirror, ServesTheEventOfTheRegionAtTheAddressInItsTable) {
+  MirrorProcess mirror;
+  const QByteArray host = "127.0.0.1:" + QByteArray::number(mirror.Port());
+  const Response list = Get(mirror.Port(), "/recenteqs_sub/", host).value();
+  const RegionReading reading = ReadRegionTable(list.body.toStdString());
+  EXPECT_EQ(reading.list.fault, "");
+  const QByteArray address = QByteArray::fromStdString(reading.list.rows.at(0).link);
+  ASSERT_TRUE(address.startsWith("http://" + host + '/')) << address.constData();
+  const Response event = Get(mirror.Port(), address.sliced(7 + host.size()), host).value();
+  EXPECT_EQ(event.status, 200);
+  const EventReading figures = ReadEventPage(event.body.toStdString());
+  EXPECT_EQ(figures.fault, "");
+  EXPECT_EQ(figures.latitude, "61.726");
+  EXPECT_EQ(figures.longitude, "-149.628");
+  EXPECT_EQ(figures.depth, "28.5 km (17.7 mi)");
 }
 
 TEST(Mirror, ServesTwoNetworksAtOnePathByTheHost) {

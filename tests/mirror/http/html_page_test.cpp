@@ -21,7 +21,9 @@ TEST(HtmlPage, HasTitleAndBodyInAWellFormedFrame) {
   EXPECT_EQ(FaultOf(page), "");
   EXPECT_TRUE(page.contains("<meta charset=\"windows-1252\"/>"));
   EXPECT_TRUE(page.contains("<title>A &amp; B</title>"));
-  EXPECT_TRUE(page.endsWith("<body><p>text</p></body></html>"));
+  EXPECT_TRUE(page.endsWith("</style></head><body><p>text</p></body></html>"));
+  EXPECT_TRUE(
+      HtmlPage("A", "B", "<base href=\"/\"/>").endsWith("</style><base href=\"/\"/></head><body>B</body></html>"));
 }
 
 TEST(HtmlPage, FollowsLightAndDarkPreference) {

@@ -1,5 +1,6 @@
 #include "pages/areas.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -18,6 +19,13 @@ TEST(Areas, AreAtTheirPathsOnTheirHosts) {
   EXPECT_TRUE(is_served(Endpoint::Northern, "/recenteqs/Maps/Parkfield.html"));
   EXPECT_TRUE(is_served(Endpoint::PacificNorthwest, "/recenteqs/Quakes/quakes0.html"));
   EXPECT_TRUE(is_served(Endpoint::Memphis, "/recenteqs/Quakes/quakes0.html"));
+  EXPECT_TRUE(is_served(Endpoint::Alaska, "/recenteqs_sub/"));
+  EXPECT_TRUE(is_served(Endpoint::Utah, "/req2webdir/recenteqs/Quakes/quakes0.html"));
+  EXPECT_TRUE(is_served(Endpoint::Northeastern, "/LCSN/recenteqs/Quakes/quakes0.html"));
+  EXPECT_TRUE(is_served(Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_all.php"));
+  EXPECT_TRUE(is_served(Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_big.php"));
+  EXPECT_TRUE(is_served(Endpoint::PuertoRico, "/recenteqs/eqs_all.htm"));
+  EXPECT_EQ(Areas().size(), 15U);
 }
 
 TEST(Areas, HaveTheirNamesAndBoxes) {
@@ -33,11 +41,52 @@ TEST(Areas, HaveTheirNamesAndBoxes) {
             "San Diego: 32 34 -118 -116\n"
             "San Jose, Salinas, Monterey: 36 38 -122 -120\n"
             "Pacific Northwest: 45.5 49.2 -124.8 -119.5\n"
+            "Alaska: 50 72 170 -130\n"
+            "Intermountain West: 31 49 -117.5 -102\n"
             "Parkfield, San Andreas Fault: 35.4 36.7 -121.2 -119.8\n"
-            "Central US: 33 39.5 -95 -84\n");
+            "Central US: 33 39.5 -95 -84\n"
+            "Northeastern US and Canada: 38 52 -84 -64\n"
+            "World, Magnitude 2.5 and Above: -90 90 -180 180\n"
+            "World, Magnitude 5 and Above: -90 90 -180 180\n"
+            "Puerto Rico: 16.5 20.5 -69.5 -63.5\n");
 }
 
-TEST(ListPaths, AreThoseOfEveryNetworkServedOrNot) {
+TEST(Areas, HaveTheFormOfTheirScanners) {
+  const auto form_of = [](Endpoint host, const char *path) { return FindArea(path, host)->form; };
+  EXPECT_EQ(form_of(Endpoint::Alaska, "/recenteqs_sub/"), ListForm::Region);
+  EXPECT_EQ(form_of(Endpoint::Utah, "/req2webdir/recenteqs/Quakes/quakes0.html"), ListForm::MapList);
+  EXPECT_EQ(form_of(Endpoint::Northeastern, "/LCSN/recenteqs/Quakes/quakes0.html"), ListForm::MapList);
+  EXPECT_EQ(form_of(Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_all.php"), ListForm::World);
+  EXPECT_EQ(form_of(Endpoint::National, "/eqcenter/recenteqsww/Quakes/quakes_big.php"), ListForm::World);
+  EXPECT_EQ(form_of(Endpoint::PuertoRico, "/recenteqs/eqs_all.htm"), ListForm::MapAnchor);
+  EXPECT_EQ(
+      std::count_if(Areas().begin(), Areas().end(), [](const Area &area) { return area.form == ListForm::Quakes; }), 9);
+}
+
+TEST(Areas, HoldTheEventsOfTheirMagnitudes) {
+  Event event;
+  event.latitude = 18;
+  event.longitude = -66;
+  const Area *all = FindArea("/eqcenter/recenteqsww/Quakes/quakes_all.php", Endpoint::National);
+  const Area *big = FindArea("/eqcenter/recenteqsww/Quakes/quakes_big.php", Endpoint::National);
+  const Area *island = FindArea("/recenteqs/eqs_all.htm", Endpoint::PuertoRico);
+  for (const Area *area : {all, big, island})
+    EXPECT_FALSE(area->Holds(event)) << area->name << ": an event without a magnitude";
+  for (const auto &[magnitude, in_all, in_big] : {std::tuple(-9.9, false, false),
+                                                  {2.49, false, false},
+                                                  {2.5, true, false},
+                                                  {4.99, true, false},
+                                                  {5.0, true, true}}) {
+    event.magnitude = magnitude;
+    EXPECT_EQ(all->Holds(event), in_all) << magnitude;
+    EXPECT_EQ(big->Holds(event), in_big) << magnitude;
+    EXPECT_TRUE(island->Holds(event)) << magnitude;
+  }
+  event.latitude = 21;
+  EXPECT_FALSE(island->Holds(event));
+}
+
+TEST(ListPaths, AreThoseOfEveryNetwork) {
   for (const char *path :
        {"/recenteqs/Maps/Los_Angeles.html", "/recenteqs/Maps/116-33.html", "/recenteqs/Maps/None.html",
         "/recenteqs/Quakes/quakes0.html", "/recenteqs_sub/", "/recenteqs/eqs_all.htm",
@@ -58,6 +107,14 @@ TEST(Areas, ThatShareAPathAreToldApartByTheHost) {
 TEST(Areas, AreServedToAnUnknownHostWhereOnlyOneHasThePath) {
   EXPECT_STREQ(FindArea("/recenteqs/Maps/Parkfield.html", std::nullopt)->name, "Parkfield, San Andreas Fault");
   EXPECT_EQ(FindArea("/recenteqs/Quakes/quakes0.html", std::nullopt), nullptr);
+}
+
+TEST(Areas, MayLieAcrossTheDateLine) {
+  const Box box = {.south = 50, .north = 72, .west = 170, .east = -130};
+  for (const double longitude : {170.0, 179.9, 180.0, -180.0, -150.0, -130.0})
+    EXPECT_TRUE(box.Contains(60, longitude)) << longitude;
+  for (const double longitude : {169.9, 0.0, -129.9})
+    EXPECT_FALSE(box.Contains(60, longitude)) << longitude;
 }
 
 TEST(Areas, HoldTheEventsOnTheEdgesOfTheirBoxes) {

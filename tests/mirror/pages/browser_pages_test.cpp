@@ -6,12 +6,14 @@
 #include "pages/index_page.h"
 #include "pages/site.h"
 #include "support/mirror/quakes_list_reader.h"
+#include "support/mirror/sample_pages.h"
 
 namespace borvane::mirror {
 namespace {
 
 const QByteArray world = "/recenteqsww/";
 const QByteArray archive = "/research/strongmotion/effects/shake/archive/";
+const QByteArray felt_forms[] = {"/shake/ca/html/unknown_form.html", "/shake/ous/html/unknown_form.html"};
 
 Event EventOf(const QString &id, std::optional<double> magnitude) {
   return {.id = id,
@@ -53,16 +55,37 @@ TEST(BrowserPage, HasSomethingToShowInTheSample) {
   EXPECT_GE(LinksOf(BrowserPage(archive, catalogue).value()).size(), 10U);
 }
 
+TEST(BrowserPage, LeadsToThePublicPagesOfToday) {
+  const auto leads_to = [](const QByteArray &path, const char *address) {
+    return BrowserPage(path, Catalogue()).value().contains(QByteArray("<a href=\"") + address + "\">");
+  };
+  EXPECT_TRUE(leads_to(world, "https://earthquake.usgs.gov/earthquakes/map/"));
+  EXPECT_TRUE(leads_to(archive, "https://www.strongmotioncenter.org/"));
+  EXPECT_TRUE(leads_to(archive, "https://earthquake.usgs.gov/data/shakemap/"));
+  for (const QByteArray &form : felt_forms) {
+    EXPECT_TRUE(leads_to(form, "https://earthquake.usgs.gov/earthquakes/eventpage/tellus"));
+    EXPECT_TRUE(leads_to(form, "https://earthquake.usgs.gov/data/dyfi/"));
+  }
+}
+
+TEST(BrowserPage, IsWellFormed) {
+  for (const QByteArray &path : {world, archive, felt_forms[0], felt_forms[1]})
+    EXPECT_EQ(FaultOf(BrowserPage(path, Catalogue(SampleEvents())).value()), "") << path.constData();
+}
+
 TEST(BrowserPage, IsNothingForEveryOtherPath) {
-  for (const char *path : {"/", "/recenteqsww", "/recenteqsww/x", "/research/strongmotion/"})
+  for (const char *path : {"/", "/recenteqsww", "/recenteqsww/x", "/research/strongmotion/", "/shake/ca/html/"})
     EXPECT_EQ(BrowserPage(path, Catalogue()), std::nullopt) << path;
 }
 
 TEST(Site, ServesThePagesForTheBrowserOnTheirHostsAndAtTheBareAddress) {
   Site site;
-  for (const char *host : {"worldlist.localhost:17650", "strongmotion.localhost", "127.0.0.1:17650"}) {
+  for (const char *host :
+       {"worldlist.localhost:17650", "strongmotion.localhost", "feltforms.localhost", "127.0.0.1:17650"}) {
     EXPECT_TRUE(site.Page(world, host).has_value()) << host;
     EXPECT_TRUE(site.Page(archive + "?x", host).has_value()) << host;
+    EXPECT_TRUE(site.Page(felt_forms[0], host).has_value()) << host;
+    EXPECT_TRUE(site.Page(felt_forms[1], host).has_value()) << host;
   }
 }
 

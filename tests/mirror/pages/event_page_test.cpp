@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "catalogue/sample.h"
+#include "pages/figures.h"
+#include "support/mirror/list_readers.h"
+#include "support/mirror/random_catalogue.h"
 #include "support/mirror/sample_pages.h"
 #include "support/mirror/time_zone.h"
 
@@ -16,11 +19,55 @@ TEST(EventPage, ShowsTheFiguresOfItsEvent) {
   const QByteArray page = PageOf(Castaic());
   EXPECT_TRUE(page.contains("<h1>Magnitude 2.0, 4 km (2 mi) W of Castaic, CA</h1>"));
   for (const char *row :
-       {"<dt>Place</dt><dd>4 km (2 mi) W of Castaic, CA</dd>", "<dt>Magnitude</dt><dd>2.0</dd>",
-        "<dt>Local time</dt><dd>2018/02/06 17:26:13 (UTC-08:00)</dd>", "<dt>UTC</dt><dd>2018/02/07 01:26:13</dd>",
-        "<dt>Epicentre</dt><dd>34.495N 118.667W</dd>", "<dt>Depth</dt><dd>26.5 km (16.5 mi)</dd>",
-        "<dt>Kind</dt><dd>Earthquake</dd>", "<dt>Network</dt><dd>ci</dd>", "<dt>Id</dt><dd>ci37868143</dd>"})
+       {"<dt>Place:</dt> <dd>4 km (2 mi) W of Castaic, CA</dd>", "<dt>Magnitude:</dt> <dd>2.0</dd>",
+        "<dt>Local time:</dt> <dd>2018/02/06 17:26:13 (UTC-08:00)</dd>", "<dt>UTC:</dt> <dd>2018/02/07 01:26:13</dd>",
+        "<dt>Latitude:</dt> <dd>34.495</dd>", "<dt>Longitude:</dt> <dd>-118.667</dd>",
+        "<dt>Depth:</dt> <dd>26.5 km (16.5 mi)</dd>", "<dt>Kind:</dt> <dd>Earthquake</dd>",
+        "<dt>Network:</dt> <dd>ci</dd>", "<dt>Id:</dt> <dd>ci37868143</dd>"})
     EXPECT_TRUE(page.contains(row)) << row;
+}
+
+TEST(EventPage, GivesLatitudeLongitudeAndDepthBackToTheMonitor) {
+  Event event = Castaic();
+  event.latitude = 61.726;
+  event.longitude = -149.628;
+  EventReading expected = {.latitude = "61.726", .longitude = "-149.628", .depth = "26.5 km (16.5 mi)"};
+  EXPECT_EQ(ReadEventPage(PageOf(event).toStdString()), expected);
+  event.latitude = -0.0001;
+  event.longitude = 179.9999;
+  event.depth.reset();
+  expected = {.latitude = "0.000", .longitude = "180.000", .depth = "not known"};
+  EXPECT_EQ(ReadEventPage(PageOf(event).toStdString()), expected);
+  event.latitude = -7.1693;
+  event.depth = -1.25;
+  expected = {.latitude = "-7.169", .longitude = "180.000", .depth = "-1.3 km (-0.8 mi)"};
+  EXPECT_EQ(ReadEventPage(PageOf(event).toStdString()), expected);
+}
+
+TEST(EventPage, GivesTheFiguresBackWhateverItsTextsSay) {
+  for (int number = 0; number < 2000; ++number) {
+    RandomCatalogue random(static_cast<unsigned>(number));
+    const Catalogue catalogue = random.Make(1 + number % 4);
+    for (const Event &event : catalogue.events()) {
+      const EventReading reading = ReadEventPage(EventPage(event, catalogue, 8080).toStdString());
+      ASSERT_EQ(reading.fault, "") << number;
+      ASSERT_EQ(reading.latitude, SignedDegreesText(event.latitude).toStdString()) << number;
+      ASSERT_EQ(reading.longitude, SignedDegreesText(event.longitude).toStdString()) << number;
+      const std::string depth = event.depth ? DepthText(event.depth).toStdString() + " km (" : "not known";
+      ASSERT_EQ(reading.depth.substr(0, depth.size()), depth) << number;
+    }
+  }
+}
+
+TEST(EventPage, HasItsFiguresInFrontOfTheMap) {
+  std::vector<Event> events(1000, Castaic());
+  for (std::size_t i = 0; i < events.size(); ++i)
+    events[i].id = QString("near%1").arg(i);
+  const Catalogue catalogue(events);
+  const QByteArray page = EventPage(events[0], catalogue, 8080);
+  EXPECT_GT(page.size(), 32'767);
+  EXPECT_LT(page.indexOf("Depth:"), page.indexOf("<svg "));
+  EXPECT_EQ(ReadEventPage(page.toStdString()).depth, "26.5 km (16.5 mi)");
 }
 
 TEST(EventPage, SaysWhatIsNotKnown) {
@@ -32,10 +79,10 @@ TEST(EventPage, SaysWhatIsNotKnown) {
   event.kind = "quarry blast";
   const QByteArray page = PageOf(event);
   EXPECT_TRUE(page.contains("<h1>Quarry blast</h1>"));
-  EXPECT_TRUE(page.contains("<dt>Place</dt><dd>not named</dd>"));
-  EXPECT_TRUE(page.contains("<dt>Magnitude</dt><dd>not known</dd>"));
-  EXPECT_TRUE(page.contains("<dt>Depth</dt><dd>not known</dd>"));
-  EXPECT_FALSE(page.contains("<dt>Network</dt>"));
+  EXPECT_TRUE(page.contains("<dt>Place:</dt> <dd>not named</dd>"));
+  EXPECT_TRUE(page.contains("<dt>Magnitude:</dt> <dd>not known</dd>"));
+  EXPECT_TRUE(page.contains("<dt>Depth:</dt> <dd>not known</dd>"));
+  EXPECT_FALSE(page.contains("<dt>Network:</dt>"));
   EXPECT_EQ(FaultOf(page), "");
 }
 

@@ -27,6 +27,13 @@ TEST(Figures, NameTheHemisphere) {
   EXPECT_EQ(LongitudeText(179.9996), "180.000E");
 }
 
+TEST(SignedDegreesText, HasThreeDecimalsAndAMinusInTheSouthAndWest) {
+  EXPECT_EQ(SignedDegreesText(61.7258), "61.726");
+  EXPECT_EQ(SignedDegreesText(-149.6276), "-149.628");
+  EXPECT_EQ(SignedDegreesText(0), "0.000");
+  EXPECT_EQ(SignedDegreesText(-0.0001), "0.000");
+}
+
 TEST(Figures, ShowTheDepthWithOneDecimal) {
   EXPECT_EQ(DepthText(11.57), "11.6");
   EXPECT_EQ(DepthText(-1.27), "-1.3");

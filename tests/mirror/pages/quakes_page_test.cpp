@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "catalogue/sample.h"
-#include "pages/areas.h"
-#include "pages/figures.h"
 #include "pages/text.h"
 #include "support/mirror/quakes_list_reader.h"
 #include "support/mirror/time_zone.h"
@@ -25,7 +22,8 @@ Event Yucaipa() {
 }
 
 QByteArray PageOf(std::vector<Event> events) {
-  return QuakesPage("Test", Catalogue(std::move(events)), [](const Event &) { return true; });
+  const Catalogue catalogue(std::move(events));
+  return QuakesPage("Test", ListEvents(catalogue, [](const Event &) { return true; }));
 }
 
 ListReading ReadingOf(std::vector<Event> events) { return ReadQuakesList(PageOf(std::move(events)).toStdString()); }
@@ -152,43 +150,12 @@ TEST(QuakesPage, LinksEachRowToAMapPageByWholeDegrees) {
       << PageOf({event}).constData();
 }
 
-/// Each area of the table, with the whole sample.
-class SampleAreas : public testing::TestWithParam<std::size_t> {};
-
-TEST_P(SampleAreas, ComeBackFromTheScannerAsTheyWentIn) {
-  const TimeZone zone("JST-9");
-  const Area &area = Areas()[GetParam()];
-  const Catalogue catalogue(SampleEvents());
-  const auto belongs = [&](const Event &event) { return area.box.Contains(event.latitude, event.longitude); };
-  const ListReading reading = ReadQuakesList(QuakesPage(area.name, catalogue, belongs).toStdString());
-  EXPECT_EQ(reading.fault, "");
-
-  std::vector<ListRow> expected;
-  for (const Event &event : catalogue.events()) {
-    if (!belongs(event))
-      continue;
-    const std::string time = LocalTimeText(event.origin_time).toStdString();
-    expected.push_back({.magnitude = MagnitudeText(event.magnitude.value()).toStdString(),
-                        .date = time.substr(0, 10),
-                        .time = time.substr(11),
-                        .latitude = LatitudeText(event.latitude).toStdString(),
-                        .longitude = LongitudeText(event.longitude).toStdString(),
-                        .depth = DepthText(event.depth).toStdString(),
-                        .place = PageText(PlaceWithMiles(event.place)).toStdString(),
-                        .link = "recenteqs/Quakes/" + event.id.toStdString() + ".html"});
-  }
-  EXPECT_GE(expected.size(), 10U);
-  EXPECT_EQ(reading.rows, expected);
+TEST(QuakesPage, HasAnIntroductionAboveItsListAlsoWithoutEvents) {
+  const Catalogue catalogue({Yucaipa()});
+  const ListedEvents events = ListEvents(catalogue, [](const Event &) { return true; });
+  EXPECT_TRUE(QuakesPage("Test", events, "<p>Before</p>\n").contains("</h1>\n<p>Before</p>\n<pre>"));
+  EXPECT_TRUE(QuakesPage("Test", {}, "<p>Before</p>\n").contains("</h1>\n<p>Before</p>\n<p>There are no events"));
 }
-
-/// The area's name with nothing but letters, as a test's name has it.
-std::string NameOf(const testing::TestParamInfo<std::size_t> &info) {
-  std::string name = Areas()[info.param].name;
-  std::erase_if(name, [](char c) { return c < 'A' || c > 'z'; });
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(All, SampleAreas, testing::Range<std::size_t>(0, Areas().size()), NameOf);
 
 }  // namespace
 }  // namespace borvane::mirror

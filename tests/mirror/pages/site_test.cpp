@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "pages/areas.h"
+#include "support/mirror/list_readers.h"
 #include "support/mirror/sample_pages.h"
 
 namespace borvane::mirror {
@@ -31,7 +32,9 @@ Answer RefusalOf(const QByteArray &target) {
 
 TEST(Site, RefusesListPagesWithoutABodySoThatTheMonitorKeepsItsRows) {
   for (const char *target : {"/recenteqs/Maps/Los_Angeles.html", "/recenteqs/Maps/1-2.html?x", "/recenteqs_sub/",
-                             "/recenteqs/Quakes/quakes0.html#x"}) {
+                             "/recenteqs/Quakes/quakes0.html#x", "/req2webdir/recenteqs/Quakes/quakes0.html",
+                             "/LCSN/recenteqs/Quakes/quakes0.html", "/eqcenter/recenteqsww/Quakes/quakes_all.php?x",
+                             "/eqcenter/recenteqsww/Quakes/quakes_big.php", "/recenteqs/eqs_all.htm"}) {
     EXPECT_EQ(RefusalOf(target).status, 503) << target;
     EXPECT_EQ(RefusalOf(target).body, "") << target;
   }
@@ -49,9 +52,12 @@ TEST(Site, RefusesEventPagesWithABodyThatTheMonitorSurvives) {
 
 TEST(Site, AnswersWhatItDoesNotHaveWithNotFound) {
   Site site;
-  for (const char *target : {"/nowhere", "/recenteqs/Maps/Nowhere.html", "/recenteqs/Quakes/ci1.html"}) {
+  for (const char *target :
+       {"/nowhere", "/recenteqs/Maps/Nowhere.html", "/recenteqs/Quakes/ci1.html", "/recenteqs_sub/",
+        "/eqcenter/recenteqsww/Quakes/quakes_all.php", "/recenteqs/eqs_all.htm"}) {
     std::optional<Answer> answer;
-    site.Handle({.method = "GET", .target = target}, QHostAddress(), [&](const Answer &given) { answer = given; });
+    site.Handle({.method = "GET", .target = target, .host = "southern.localhost"}, QHostAddress(),
+                [&](const Answer &given) { answer = given; });
     ASSERT_TRUE(answer) << target;
     EXPECT_EQ(answer->status, 404) << target;
     EXPECT_EQ(answer->body.isEmpty(), IsListPath(target)) << target;
@@ -68,10 +74,66 @@ TEST(Site, ServesAreasOnTheirOwnHostsOnly) {
 TEST(Site, ServesEventsAndCoordinatesOnEveryHost) {
   Site site;
   site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), "a test");
-  for (const char *host : {"southern.localhost", "alaska.localhost:1", "example.org", ""}) {
-    EXPECT_TRUE(site.Page("/recenteqs/Quakes/ci37868143.html", host).has_value()) << host;
-    EXPECT_TRUE(site.Page("/recenteqs/Maps/118-34.html", host).has_value()) << host;
+  std::vector<std::string> hosts = {"example.org", ""};
+  for (const EndpointHost &row : endpoint_hosts)
+    hosts.push_back(MirrorHost(row.endpoint, 1));
+  for (const BrowserHost &row : browser_hosts)
+    hosts.push_back(std::string(row.label) + ".localhost");
+  for (const std::string &host : hosts) {
+    EXPECT_TRUE(site.Page("/recenteqs/Quakes/ci37868143.html", QByteArray::fromStdString(host)).has_value()) << host;
+    EXPECT_TRUE(site.Page("/recenteqs/Maps/118-34.html", QByteArray::fromStdString(host)).has_value()) << host;
   }
+}
+
+/// Castaic in Alaska.
+Event Kodiak() {
+  Event event = Castaic();
+  event.id = "ak1";
+  event.latitude = 57.8;
+  event.longitude = -152.4;
+  return event;
+}
+
+TEST(Site, LinksTheRegionsEventOnTheHostOfEachRequest) {
+  Site site;
+  site.SetPort(8080);
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
+  const auto address = [&](const QByteArray &host) {
+    return ReadRegionTable(site.Page("/recenteqs_sub/", host).value().toStdString()).list.rows.at(0).link;
+  };
+  for (const char *host : {"alaska.localhost:17650", "127.0.0.1:1", "Alaska.LocalHost", "alaska.localhost:17650"})
+    EXPECT_EQ(address(host), "http://" + std::string(host) + "/recenteqs/Quakes/ak1.html");
+}
+
+TEST(Site, LinksTheRegionsEventOnItsOwnHostWhereTheRequestNamesNone) {
+  Site site;
+  site.SetPort(8080);
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
+  for (const char *host : {"", "a b", "x\"><script>alert(1)</script>", "x/y", "x:99999"}) {
+    const QByteArray page = site.Page("/recenteqs_sub/", host).value();
+    EXPECT_TRUE(page.contains("\"http://alaska.localhost:8080/recenteqs/Quakes/ak1.html\"")) << host;
+    EXPECT_FALSE(page.contains("<script")) << host;
+  }
+}
+
+TEST(Site, ServesNoPageUnderThePathOfAKeptOneAndAHost) {
+  Site site;
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
+  EXPECT_TRUE(site.Page("/recenteqs_sub/", "alaska.localhost").has_value());
+  for (const char *path : {"/recenteqs_sub/alaska.localhost", "/recenteqs_sub/ alaska.localhost", "/recenteqs_sub"})
+    EXPECT_EQ(site.Page(path, "alaska.localhost"), std::nullopt) << path;
+}
+
+TEST(Site, FindsAnEventUnderAnEscapedAddress) {
+  Site site;
+  Event event = Kodiak();
+  event.id = "html";
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{event}), "a test");
+  const QByteArray page = site.Page("/recenteqs_sub/", "alaska.localhost").value();
+  const std::string link = ReadRegionTable(page.toStdString()).list.rows.at(0).link;
+  const QByteArray path = QByteArray::fromStdString(link.substr(link.find("/recenteqs")));
+  EXPECT_TRUE(site.Page(path, "alaska.localhost").has_value()) << link;
+  EXPECT_FALSE(site.Page("/recenteqs/Quakes/%2e%2e%2fhtml.html", "").has_value());
 }
 
 TEST(Site, CutsAQueryAndAFragmentOff) {

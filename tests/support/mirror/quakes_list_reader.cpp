@@ -2,42 +2,17 @@
 
 #include <stdexcept>
 
+#include "support/mirror/plain_steps.h"
+
 namespace borvane::mirror {
 
 namespace {
 
-constexpr long greatest_position = 32767;
-
-long FarFind(const std::string &text, const std::string &what, long from) {
-  if (from < 1)
-    throw std::runtime_error("search from below 1");
-  if (from > static_cast<long>(text.size()))
-    return 0;
-  const std::size_t found = text.find(what, static_cast<std::size_t>(from - 1));
-  return found == std::string::npos ? 0 : static_cast<long>(found) + 1;
-}
-
-long FindAt(const std::string &text, const std::string &what, long from) {
-  const long position = FarFind(text, what, from);
-  if (position > greatest_position)
-    throw std::runtime_error("position beyond 16 bits");
-  return position;
-}
-
-std::string Piece(const std::string &text, long from, long length) {
-  if (from < 1 || length < 0)
-    throw std::runtime_error("piece from below 1 or of negative length");
-  if (from > static_cast<long>(text.size()))
-    return "";
-  return text.substr(static_cast<std::size_t>(from - 1), static_cast<std::size_t>(length));
-}
-
-std::string Rest(const std::string &text, long from) { return Piece(text, from, static_cast<long>(text.size())); }
-
-std::string Trimmed(const std::string &text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
+using plain::FarFind;
+using plain::FindAt;
+using plain::Piece;
+using plain::Rest;
+using plain::Trimmed;
 
 /// Reads the row of the marker at `marker` and cuts the text up to the end of the depth.
 ListRow ReadRow(std::string &text, long marker) {
