@@ -16,7 +16,7 @@ constexpr const char *style =
     "dl { display: grid; grid-template-columns: max-content 1fr; gap: .25rem 1.5rem; } "
     "dt { color: var(--quiet); } "
     "dd { margin: 0; } "
-    "pre { overflow-x: auto; } "
+    "pre { overflow-x: auto; font-size: .875rem; } "
     "table { border-collapse: collapse; font-variant-numeric: tabular-nums; } "
     "th, td { padding: .125rem .75rem .125rem 0; text-align: left; vertical-align: top; } "
     "th, center { font-weight: normal; color: var(--quiet); } "
@@ -29,7 +29,8 @@ constexpr const char *style =
     "figcaption, footer { color: var(--quiet); font-size: .875rem; } "
     "svg { max-width: 100%; height: auto; } "
     "@media (max-width: 40rem) { tr { display: block; padding: .25rem 0; } "
-    "th, td { display: inline; padding: 0 .5rem 0 0; } }";
+    "th, td { display: inline; padding: 0 .25rem 0 0; } "
+    "pre { white-space: pre-line; } }";
 
 }  // namespace
 

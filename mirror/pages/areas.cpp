@@ -21,7 +21,7 @@ constexpr std::array<Area, 15> areas = {{
     {"San Jose, Salinas, Monterey", Endpoint::Southern, "/recenteqs/Maps/121-37.html", ListForm::Quakes, {36.0, 38.0, -122.0, -120.0}},
     {"Pacific Northwest", Endpoint::PacificNorthwest, "/recenteqs/Quakes/quakes0.html", ListForm::Quakes, {45.5, 49.2, -124.8, -119.5}},
     {"Alaska", Endpoint::Alaska, "/recenteqs_sub/", ListForm::Region, {50.0, 72.0, 170.0, -130.0}},
-    {"Intermountain West", Endpoint::Utah, "/req2webdir/recenteqs/Quakes/quakes0.html", ListForm::MapList, {31.0, 49.0, -117.5, -102.0}},
+    {"Intermountain West", Endpoint::Utah, "/req2webdir/recenteqs/Quakes/quakes0.html", ListForm::MapList, {34.0, 49.0, -116.0, -102.0}},
     {"Parkfield, San Andreas Fault", Endpoint::Northern, "/recenteqs/Maps/Parkfield.html", ListForm::Quakes, {35.4, 36.7, -121.2, -119.8}},
     {"Central US", Endpoint::Memphis, "/recenteqs/Quakes/quakes0.html", ListForm::Quakes, {33.0, 39.5, -95.0, -84.0}},
     {"Northeastern US and Canada", Endpoint::Northeastern, "/LCSN/recenteqs/Quakes/quakes0.html", ListForm::MapList, {38.0, 52.0, -84.0, -64.0}},

@@ -6,6 +6,13 @@
 
 namespace borvane::mirror {
 
+namespace {
+
+/// Rows are longer than the lines of a text.
+constexpr const char *wide = "<style>body { max-width: 62rem; }</style>";
+
+}  // namespace
+
 ListedEvents ListEvents(const Catalogue &catalogue, const EventTest &belongs) {
   ListedEvents events;
   for (const Event &event : catalogue.events())
@@ -31,7 +38,7 @@ QByteArray ListPage(const QString &title, const QByteArray &list, const QByteArr
                   "<h1>" + heading + "</h1>\n" + list + "<footer>" + legend +
                       "Times are local to this computer, depths in kilometres. Source: U.S. Geological "
                       "Survey.</footer>\n",
-                  head);
+                  QByteArray(wide) + head);
 }
 
 }  // namespace borvane::mirror

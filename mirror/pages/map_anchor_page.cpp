@@ -23,7 +23,8 @@ void AddRow(QByteArray &list, const Event &event) {
 QByteArray MapAnchorPage(const QString &title, const ListedEvents &events) {
   if (events.empty())
     return ListPage(title, no_events, {}, base);
-  QByteArray list = "<table>\n<tr><th>Map</th><th>Magnitude, date, time, latitude, longitude, depth, place</th></tr>\n";
+  QByteArray list =
+      "<table>\n<tr><th>Map</th> <th>Magnitude, date, time, latitude, longitude, depth, place</th></tr>\n";
   for (const Event *event : events)
     AddRow(list, *event);
   return ListPage(title, list + "</table>\n", {}, base);

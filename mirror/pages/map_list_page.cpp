@@ -1,5 +1,7 @@
 #include "pages/map_list_page.h"
 
+#include <algorithm>
+
 #include "pages/coordinates.h"
 #include "pages/figures.h"
 
@@ -13,6 +15,10 @@ enum class RowStart { Small, Capital };
 /// The scanner looks for the next start of each kind before it reads a row, at most 32,767 characters ahead. A kind
 /// that has been away for longer than this is due, which leaves room for two rows and the head of the page.
 constexpr qsizetype longest_stretch = 25'000;
+
+/// How many characters the magnitude, the figures and the blanks in front of a place have, so that places are in a
+/// column.
+constexpr qsizetype width_to_place = 49;
 
 /// Chooses how each row begins: strong events in capitals, weak ones not, but for rows whose other kind is due.
 class RowStarts {
@@ -40,8 +46,11 @@ class RowStarts {
 void AddRow(QByteArray &list, const Event &event, RowStart start) {
   const bool is_strong = *event.magnitude >= bold_map_magnitude;
   const QByteArray map = "<A HREF=\"" + MapPath(event) + "\">";
-  const QByteArray rest = ' ' + MagnitudeText(*event.magnitude) + "  <A HREF=\"" + EventPath(event) + "\">" +
-                          RowFigures(event) + "</A>    " + RowPlace(event) + ' ';
+  const QByteArray magnitude = MagnitudeText(*event.magnitude);
+  const QByteArray figures = RowFigures(event);
+  const QByteArray gap(std::max<qsizetype>(1, width_to_place - magnitude.size() - figures.size()), ' ');
+  const QByteArray rest =
+      ' ' + magnitude + "  <A HREF=\"" + EventPath(event) + "\">" + figures + "</A>" + gap + RowPlace(event) + ' ';
   if (start == RowStart::Capital && is_strong)
     list += map + "MAP</A><B>" + rest + "</B>\n";
   else if (start == RowStart::Capital)
@@ -60,7 +69,7 @@ constexpr const char *legend = "Each <A>MAP</A> leads to the events around. Bold
 QByteArray MapListPage(const QString &title, const ListedEvents &events) {
   if (events.empty())
     return ListPage(title, no_events, legend);
-  QByteArray list = "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH  PLACE</b>\n";
+  QByteArray list = "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH    PLACE</b>\n";
   RowStarts starts;
   for (const Event *event : events) {
     const bool is_strong = *event->magnitude >= bold_map_magnitude;

@@ -18,15 +18,15 @@ QByteArray AddressOfPage(const Event &event, QByteArray host) {
 void AddNewest(QByteArray &list, const Event &event, const QByteArray &host) {
   const QByteArray link = "<td><a href=\"" + AddressOfPage(event, host) + "\">";
   list +=
-      "<TABLE>\n<tr><td><center>Time and Date</center></td><td><center>Magnitude</center></td>"
+      "<TABLE>\n<tr><td><center>Time and Date</center></td> <td><center>Magnitude</center></td> "
       "<td><center>Region</center></td></tr>\n<tr>";
-  list += link + RowTime(event) + "</a></td>" + link + MagnitudeText(*event.magnitude) + "</a></td>" + link +
+  list += link + RowTime(event) + "</a></td> " + link + MagnitudeText(*event.magnitude) + "</a></td> " + link +
           RowPlace(event) + "</a></td></tr>\n</TABLE>\n";
 }
 
 void AddEarlier(QByteArray &list, const Event &event) {
-  list += "<tr><td><a href=\"" + EventPath(event) + "\">" + RowTime(event) + "</a></td><td>" +
-          MagnitudeText(*event.magnitude) + "</td><td>" + RowPlace(event) + "</td></tr>\n";
+  list += "<tr><td><a href=\"" + EventPath(event) + "\">" + RowTime(event) + "</a></td> <td>" +
+          MagnitudeText(*event.magnitude) + "</td> <td>" + RowPlace(event) + "</td></tr>\n";
 }
 
 }  // namespace
@@ -37,7 +37,7 @@ QByteArray RegionPage(const QString &title, const ListedEvents &events, const QB
   QByteArray list;
   AddNewest(list, *events.front(), host);
   if (events.size() > 1) {
-    list += "<h2>Earlier events</h2>\n<TABLE>\n<tr><th>Time and Date</th><th>Magnitude</th><th>Region</th></tr>\n";
+    list += "<h2>Earlier events</h2>\n<TABLE>\n<tr><th>Time and Date</th> <th>Magnitude</th> <th>Region</th></tr>\n";
     for (std::size_t i = 1; i < events.size(); ++i)
       AddEarlier(list, *events[i]);
     list += "</TABLE>\n";

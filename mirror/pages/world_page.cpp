@@ -48,7 +48,7 @@ QByteArray WorldPage(const QString &title, const ListedEvents &events) {
   if (events.empty())
     return ListPage(title, no_events, legend);
   QByteArray list =
-      "<table>\n<tr><th>Map</th><th>Magnitude</th><th>Time</th><th>Latitude</th><th>Longitude</th><th>Depth</th>"
+      "<table>\n<tr><th>Map</th> <th>Magnitude</th> <th>Time</th> <th>Latitude</th> <th>Longitude</th> <th>Depth</th> "
       "<th>Place</th></tr>\n";
   for (const Event *event : events)
     AddRow(list, *event);

@@ -42,7 +42,7 @@ TEST(Areas, HaveTheirNamesAndBoxes) {
             "San Jose, Salinas, Monterey: 36 38 -122 -120\n"
             "Pacific Northwest: 45.5 49.2 -124.8 -119.5\n"
             "Alaska: 50 72 170 -130\n"
-            "Intermountain West: 31 49 -117.5 -102\n"
+            "Intermountain West: 34 49 -116 -102\n"
             "Parkfield, San Andreas Fault: 35.4 36.7 -121.2 -119.8\n"
             "Central US: 33 39.5 -95 -84\n"
             "Northeastern US and Canada: 38 52 -84 -64\n"

@@ -46,7 +46,7 @@ TEST(MapListPage, BeginsARowBySmallLettersBelowThree) {
   EXPECT_TRUE(
       page.contains("\n<span><A HREF=\"/recenteqs/Maps/118-34.html\">map</A> 2.9  "
                     "<A HREF=\"/recenteqs/Quakes/uu0.html\">2018/02/07 01:26:13 34.495N 118.667W 26.5</A>"
-                    "    24 km (15 mi) S of Cedar City, UT </span>\n"))
+                    "     24 km (15 mi) S of Cedar City, UT </span>\n"))
       << page.constData();
 }
 
@@ -56,7 +56,7 @@ TEST(MapListPage, BeginsARowByCapitalsFromThreeOn) {
   EXPECT_TRUE(
       page.contains("\n<A HREF=\"/recenteqs/Maps/118-34.html\">MAP</A><B> 3.0  "
                     "<A HREF=\"/recenteqs/Quakes/uu0.html\">2018/02/07 01:26:13 34.495N 118.667W 26.5</A>"
-                    "    24 km (15 mi) S of Cedar City, UT </B>\n"))
+                    "     24 km (15 mi) S of Cedar City, UT </B>\n"))
       << page.constData();
 }
 
@@ -95,6 +95,26 @@ TEST(MapListPage, ShowsStrongEventsInBoldHoweverTheirRowsBegin) {
   const QByteArray weak = PageOf(std::vector<Event>(1000, EventOf(1)));
   EXPECT_EQ(weak.count("\n<span><A ") + weak.count("\n<span class=\"plain\"><A "), 1000);
   EXPECT_EQ(weak.count("<span class=\"plain\">"), weak.count(capital + "<B> "));
+}
+
+TEST(MapListPage, HasItsPlacesInAColumn) {
+  Event wide = EventOf(-9.9, "Wide");
+  wide.depth = 6370;
+  Event narrow = EventOf(1, "Narrow");
+  narrow.latitude = 1;
+  narrow.longitude = 2;
+  narrow.depth.reset();
+  QByteArray text = PageOf({wide, narrow});
+  text.remove(0, text.indexOf("MAP MAG"));
+  const qsizetype heading = text.indexOf("PLACE");
+  for (const char *place : {"Wide", "Narrow"}) {
+    QByteArray line = text.first(text.indexOf(place));
+    line.remove(0, line.lastIndexOf('\n') + 1);
+    qsizetype tags = 0;
+    for (qsizetype at = line.indexOf('<'); at >= 0; at = line.indexOf('<', at + 1))
+      tags += line.indexOf('>', at) - at + 1;
+    EXPECT_EQ(line.size() - tags, heading) << place;
+  }
 }
 
 TEST(MapListPage, GivesEachMagnitudeAndPlaceBack) {

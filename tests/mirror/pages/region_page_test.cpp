@@ -27,7 +27,7 @@ TEST(RegionPage, WritesItsNewestEventInTheFormThatTheScannerReads) {
   const TimeZone zone("UTC");
   const QByteArray link = "<td><a href=\"http://alaska.localhost:17650/recenteqs/Quakes/ak1.html\">";
   const QByteArray page = PageOf({EventOf("ak1")});
-  EXPECT_TRUE(page.contains(marker + "</tr>\n<tr>" + link + "2018/02/07 01:26:13</a></td>" + link + "2.0</a></td>" +
+  EXPECT_TRUE(page.contains(marker + "</tr>\n<tr>" + link + "2018/02/07 01:26:13</a></td> " + link + "2.0</a></td> " +
                             link + "4 km ( 2 mi) W of Castaic, CA</a></td></tr>\n</TABLE>\n"))
       << page.constData();
 }
@@ -69,7 +69,7 @@ TEST(RegionPage, ListsEarlierEventsInATableForPeople) {
   const QByteArray page = PageOf({EventOf("ak1"), EventOf("ak2", 1000), EventOf("ak3", 2000)});
   EXPECT_EQ(page.count("<TABLE>"), 2);
   EXPECT_TRUE(
-      page.contains("<tr><td><a href=\"/recenteqs/Quakes/ak2.html\">2018/02/07 01:26:12</a></td><td>2.0</td>"
+      page.contains("<tr><td><a href=\"/recenteqs/Quakes/ak2.html\">2018/02/07 01:26:12</a></td> <td>2.0</td> "
                     "<td>4 km ( 2 mi) W of Castaic, CA</td></tr>\n"))
       << page.constData();
   EXPECT_GT(page.indexOf("ak3.html"), page.indexOf("ak2.html"));
