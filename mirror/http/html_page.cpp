@@ -1,5 +1,7 @@
 #include "http/html_page.h"
 
+#include <QStringBuilder>
+
 namespace borvane::mirror {
 
 namespace {

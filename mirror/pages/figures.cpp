@@ -1,20 +1,32 @@
 #include "pages/figures.h"
 
-#include <QDateTime>
 #include <cmath>
-#include <cstdio>
+#include <ctime>
 
 namespace borvane::mirror {
 
 namespace {
 
-QByteArray TimeText(const QDateTime &moment) {
-  const QDate date = moment.date();
-  const QTime time = moment.time();
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d/%02d/%02d %02d:%02d:%02d", date.year(), date.month(), date.day(), time.hour(),
-                time.minute(), time.second());
+/// Writes the number over `digits` characters, with leading zeros.
+void PutDigits(char *text, int digits, int number) {
+  for (int i = digits - 1; i >= 0; --i, number /= 10)
+    text[i] = static_cast<char>('0' + number % 10);
+}
+
+QByteArray TimeText(const std::tm &moment) {
+  char text[] = "0000/00/00 00:00:00";
+  PutDigits(text, 4, moment.tm_year + 1900);
+  PutDigits(text + 5, 2, moment.tm_mon + 1);
+  PutDigits(text + 8, 2, moment.tm_mday);
+  PutDigits(text + 11, 2, moment.tm_hour);
+  PutDigits(text + 14, 2, moment.tm_min);
+  PutDigits(text + 17, 2, moment.tm_sec);
   return text;
+}
+
+/// The moment's second since 1970.
+std::time_t SecondOf(qint64 milliseconds) {
+  return static_cast<std::time_t>(milliseconds / 1000 - (milliseconds % 1000 < 0 ? 1 : 0));
 }
 
 QByteArray DegreesText(double degrees, char positive, char negative) {
@@ -25,7 +37,8 @@ QByteArray DegreesText(double degrees, char positive, char negative) {
     if (text != "0.000")
       letter = negative;
   }
-  return text + letter;
+  text += letter;
+  return text;
 }
 
 QByteArray OneDecimal(double value) {
@@ -48,8 +61,20 @@ QByteArray SignedDegreesText(double degrees) {
 
 QByteArray DepthText(std::optional<double> kilometres) { return kilometres ? OneDecimal(*kilometres) : QByteArray(); }
 
-QByteArray LocalTimeText(qint64 milliseconds) { return TimeText(QDateTime::fromMSecsSinceEpoch(milliseconds)); }
+QByteArray LocalTimeText(qint64 milliseconds) {
+  const std::time_t second = SecondOf(milliseconds);
+  std::tm moment = {};
+  // The user may have changed the zone since the last page.
+  ::tzset();
+  ::localtime_r(&second, &moment);
+  return TimeText(moment);
+}
 
-QByteArray UtcTimeText(qint64 milliseconds) { return TimeText(QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC)); }
+QByteArray UtcTimeText(qint64 milliseconds) {
+  const std::time_t second = SecondOf(milliseconds);
+  std::tm moment = {};
+  ::gmtime_r(&second, &moment);
+  return TimeText(moment);
+}
 
 }  // namespace borvane::mirror

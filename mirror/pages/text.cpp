@@ -1,10 +1,11 @@
 #include "pages/text.h"
 
-#include <QRegularExpression>
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace borvane::mirror {
@@ -59,14 +60,47 @@ char ByteOf(char16_t character) {
   return '\0';
 }
 
+/// Whether the character is the same in ASCII, Windows-1252 and Unicode, and can be shown.
+bool IsPlain(QChar character) { return character.unicode() >= 0x20 && character.unicode() < 0x7f; }
+
 /// Whether the "&" in front of `next` could start a character reference.
 bool StartsReference(char next) {
   return next == '#' || (next >= '0' && next <= '9') || (next >= 'a' && next <= 'z') || (next >= 'A' && next <= 'Z');
 }
 
+/// A place by its distance from another: "6km ENE of Yucaipa, CA".
+struct Distance {
+  int kilometres;
+  QString rest;  ///< "ENE of Yucaipa, CA"
+};
+
+/// The distance that the place begins with; nothing for every other place.
+std::optional<Distance> DistanceOf(const QString &place) {
+  constexpr qsizetype most_digits = 5;
+  constexpr qsizetype most_directions = 3;
+  const auto end_of = [&](qsizetype from, qsizetype most, QStringView characters) {
+    qsizetype end = from;
+    while (end < place.size() && end - from < most && characters.contains(place[end]))
+      ++end;
+    return end;
+  };
+  const qsizetype number = end_of(0, most_digits, u"0123456789");
+  const qsizetype unit = end_of(number, 1, u" ");
+  if (number == 0 || !QStringView(place).sliced(unit).startsWith(u"km "))
+    return std::nullopt;
+  const qsizetype direction = unit + 3;
+  const qsizetype direction_end = end_of(direction, most_directions, u"NESW");
+  const QStringView rest = QStringView(place).sliced(direction_end);
+  if (direction_end == direction || !rest.startsWith(u" of ") || rest.size() == 4)
+    return std::nullopt;
+  return Distance{place.first(number).toInt(), place.sliced(direction)};
+}
+
 }  // namespace
 
 QByteArray PageText(const QString &text) {
+  if (std::all_of(text.begin(), text.end(), IsPlain))
+    return text.toLatin1();
   const QString composed = text.normalized(QString::NormalizationForm_C);
   QByteArray bytes;
   bytes.reserve(composed.size());
@@ -90,6 +124,8 @@ QByteArray RowText(const QString &text) {
   QByteArray plain = PageText(text.left(longest_place));
   plain.replace('<', '\x8b').replace('>', '\x9b');
   plain.replace("recenteqs/Quakes", "recenteqs Quakes");
+  if (!plain.contains('&'))
+    return plain;
   QByteArray escaped;
   for (qsizetype i = 0; i < plain.size(); ++i) {
     escaped += plain[i];
@@ -100,14 +136,12 @@ QByteArray RowText(const QString &text) {
 }
 
 QString PlaceWithMiles(const QString &place) {
-  static const QRegularExpression form("^([0-9]{1,5}) ?km ([NESW]{1,3}) of (.+)$",
-                                       QRegularExpression::DotMatchesEverythingOption);
-  const QRegularExpressionMatch match = form.match(place);
-  if (!match.hasMatch())
+  const std::optional<Distance> distance = DistanceOf(place);
+  if (!distance)
     return place;
-  const int kilometres = match.captured(1).toInt();
-  const int miles = static_cast<int>(std::lround(kilometres * miles_per_kilometre));
-  return QString("%1 km (%2 mi) %3 of %4").arg(kilometres).arg(miles, 2).arg(match.captured(2), match.captured(3));
+  const QString miles = QString::number(std::lround(distance->kilometres * miles_per_kilometre));
+  return QString::number(distance->kilometres) + " km (" + (miles.size() < 2 ? " " : "") + miles + " mi) " +
+         distance->rest;
 }
 
 }  // namespace borvane::mirror

@@ -17,7 +17,7 @@ magnitude in the window's title.</p>
 QByteArray OnlineText(const QByteArray &online) {
   if (online.isEmpty())
     return "The number of users online is not known at the moment.";
-  return online == "1" ? "1 user is online." : online + " users are online.";
+  return online == "1" ? QByteArray("1 user is online.") : online + " users are online.";
 }
 
 }  // namespace

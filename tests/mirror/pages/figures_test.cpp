@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/mirror/time_zone.h"
+
 namespace borvane::mirror {
 namespace {
 
@@ -43,6 +45,23 @@ TEST(Figures, ShowTheDepthWithOneDecimal) {
 TEST(Figures, ShowMomentsInUtc) {
   EXPECT_EQ(UtcTimeText(1118932584999), "2005/06/16 14:36:24");
   EXPECT_EQ(UtcTimeText(-1), "1969/12/31 23:59:59");
+}
+
+TEST(Figures, ShowMomentsOfEveryYearThatAnEventMayHave) {
+  EXPECT_EQ(UtcTimeText(-30'610'224'000'000), "1000/01/01 00:00:00");
+  EXPECT_EQ(UtcTimeText(-30'610'224'000'001 + 1000), "1000/01/01 00:00:00");
+  EXPECT_EQ(UtcTimeText(253'402'214'400'000), "9999/12/31 00:00:00");
+  EXPECT_EQ(UtcTimeText(951'782'399'999), "2000/02/28 23:59:59");
+}
+
+TEST(Figures, ShowMomentsInTheZoneOfTheComputer) {
+  {
+    const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+    EXPECT_EQ(LocalTimeText(1118932584999), "2005/06/16 07:36:24");
+    EXPECT_EQ(LocalTimeText(1138932584999), "2006/02/02 18:09:44");
+  }
+  const TimeZone zone("JST-9");
+  EXPECT_EQ(LocalTimeText(1118932584999), "2005/06/16 23:36:24") << "also after the zone has changed";
 }
 
 }  // namespace
