@@ -22,6 +22,11 @@ std::string MirrorSite(BrowserEndpoint endpoint, std::uint16_t port) {
   return "http://" + HostOfLabel(browser_hosts[static_cast<std::size_t>(endpoint)].label, port);
 }
 
+std::string DefaultSite(BrowserEndpoint endpoint) {
+  const BrowserHost &row = browser_hosts[static_cast<std::size_t>(endpoint)];
+  return row.public_site.empty() ? MirrorSite(endpoint) : std::string(row.public_site);
+}
+
 std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host) {
   const std::string_view name = host.substr(0, host.find(':'));
   const std::size_t dot = name.find('.');

@@ -20,7 +20,7 @@ std::string SiteOf(BrowserEndpoint endpoint) {
   const BrowserHost &row = browser_hosts[static_cast<std::size_t>(endpoint)];
   const std::string stored = ReadRegValue(HKEY_CURRENT_USER, hosts_key, row.name);
   if (stored.empty())
-    return MirrorSite(endpoint);
+    return DefaultSite(endpoint);
   return stored.find("://") == std::string::npos ? "http://" + stored : stored;
 }
 

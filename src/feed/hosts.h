@@ -16,8 +16,8 @@ std::string HostOf(Endpoint endpoint);
 /// The address of `path`, which begins with a slash, on the host of `endpoint`.
 std::string AddressOf(Endpoint endpoint, std::string_view path);
 
-/// The scheme and host of an endpoint for the browser: the stored ones, or else the mirror on this computer. A stored
-/// host without a scheme gets http.
+/// The scheme and host of an endpoint for the browser: the stored ones, or else those of the mirror on this computer or
+/// of a public site. A stored host without a scheme gets http.
 std::string SiteOf(BrowserEndpoint endpoint);
 
 /// The address of `path`, which begins with a slash, on the site of `endpoint`.

@@ -32,13 +32,22 @@ TEST(MirrorSite, IsAnAddressOnTheMirrorForTheBrowser) {
   EXPECT_EQ(MirrorSite(BrowserEndpoint::WorldList, 80), "http://worldlist.localhost:80");
 }
 
+TEST(DefaultSite, IsTheMirrorForEarthquakesAndAPublicSiteForAllElse) {
+  EXPECT_EQ(DefaultSite(BrowserEndpoint::StrongMotion), "http://strongmotion.localhost:17650");
+  EXPECT_EQ(DefaultSite(BrowserEndpoint::WorldList), "http://worldlist.localhost:17650");
+  EXPECT_EQ(DefaultSite(BrowserEndpoint::FeltForms), "http://feltforms.localhost:17650");
+  EXPECT_EQ(DefaultSite(BrowserEndpoint::Maps), "https://maps.google.com");
+  EXPECT_EQ(DefaultSite(BrowserEndpoint::Encyclopedia), "https://en.wikipedia.org");
+  EXPECT_EQ(DefaultSite(BrowserEndpoint::WebSearch), "https://www.google.com");
+}
+
 TEST(BrowserHosts, AreInTheOrderOfTheirEndpointsAndHaveTheNamesOfTheSettings) {
   std::string names;
   for (std::size_t i = 0; i < browser_hosts.size(); ++i) {
     EXPECT_EQ(static_cast<std::size_t>(browser_hosts[i].endpoint), i);
     names.append(browser_hosts[i].name).append(" ");
   }
-  EXPECT_EQ(names, "StrongMotion WorldList ");
+  EXPECT_EQ(names, "StrongMotion WorldList FeltForms Maps Encyclopedia WebSearch ");
 }
 
 TEST(EndpointOfMirrorHost, FindsEveryEndpointByItsHost) {

@@ -28,9 +28,9 @@ TEST(HostOf, ReturnsTheDefaultForAnEmptyText) {
 TEST(SiteOf, IsTheSiteStoredUnderEachNameWithItsScheme) {
   Rig rig;
   for (const BrowserHost &row : browser_hosts) {
-    EXPECT_EQ(SiteOf(row.endpoint), MirrorSite(row.endpoint));
+    EXPECT_EQ(SiteOf(row.endpoint), DefaultSite(row.endpoint));
     rig.store().Put(hosts_key, row.name, "");
-    EXPECT_EQ(SiteOf(row.endpoint), MirrorSite(row.endpoint));
+    EXPECT_EQ(SiteOf(row.endpoint), DefaultSite(row.endpoint));
     const std::string other = "https://" + std::string(row.name) + ".example:8443";
     rig.store().Put(hosts_key, row.name, other);
     EXPECT_EQ(SiteOf(row.endpoint), other);
