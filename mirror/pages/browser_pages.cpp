@@ -34,6 +34,8 @@ constexpr std::array<ListedPage, 2> pages = {{
      "mirror:</p>\n"},
 }};
 
+constexpr const char *felt_title = "Did You Feel It?";
+
 /// The forms in which the Survey collected felt reports, by the region of the event.
 constexpr std::array<QByteArrayView, 2> felt_forms = {
     "/shake/ca/html/unknown_form.html",
@@ -43,13 +45,14 @@ constexpr std::array<QByteArrayView, 2> felt_forms = {
 /// The page in place of a form. No list of this mirror has anything to do with it.
 QByteArray FeltFormPage() {
   return HtmlPage(
-      "Did You Feel It?",
-      "<h1>Did You Feel It?</h1>\n<p>The U.S. Geological Survey collects reports of felt earthquakes from all over the "
-      "world:</p>\n<ul>\n"
-      "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/tellus\">Report an earthquake that you "
-      "felt</a></li>\n"
-      "<li><a href=\"https://earthquake.usgs.gov/data/dyfi/\">What others reported</a></li>\n"
-      "<li><a href=\"/\">All pages of this mirror</a></li>\n</ul>\n");
+      felt_title,
+      QByteArray("<h1>") + felt_title +
+          "</h1>\n<p>The U.S. Geological Survey collects reports of felt earthquakes from all over the "
+          "world:</p>\n<ul>\n"
+          "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/tellus\">Report an earthquake that you "
+          "felt</a></li>\n"
+          "<li><a href=\"https://earthquake.usgs.gov/data/dyfi/\">What others reported</a></li>\n"
+          "<li><a href=\"/\">All pages of this mirror</a></li>\n</ul>\n");
 }
 
 }  // namespace
@@ -69,7 +72,8 @@ QByteArray BrowserPageLinks(quint16 port) {
   for (const ListedPage &page : pages)
     links += "<li><a href=\"" + QByteArray::fromStdString(MirrorSite(page.endpoint, port)) + page.path + "\">" +
              HtmlText(page.name) + "</a></li>\n";
-  return links;
+  return links + "<li><a href=\"" + QByteArray::fromStdString(MirrorSite(BrowserEndpoint::FeltForms, port)) +
+         felt_forms.back().toByteArray() + "\">" + felt_title + "</a></li>\n";
 }
 
 }  // namespace borvane::mirror

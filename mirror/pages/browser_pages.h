@@ -16,7 +16,7 @@ inline constexpr double strong_motion_magnitude = 5;
 /// nothing else is at its path. Nothing for every other path.
 std::optional<QByteArray> BrowserPage(const QByteArray &path, const Catalogue &catalogue);
 
-/// Links to the lists among them, as items of an HTML list. `port` is the one that the mirror listens at.
+/// Links to these pages, as items of an HTML list. `port` is the one that the mirror listens at.
 QByteArray BrowserPageLinks(quint16 port);
 
 }  // namespace borvane::mirror

@@ -1,6 +1,7 @@
 #include "pages/figures.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <ctime>
 
 namespace borvane::mirror {
@@ -42,8 +43,12 @@ QByteArray DegreesText(double degrees, char positive, char negative) {
 }
 
 QByteArray OneDecimal(double value) {
-  const double tenths = std::round(value * 10);
-  return QByteArray::number(tenths == 0 ? 0.0 : tenths / 10, 'f', 1);
+  const long tenths = std::lround(value * 10);
+  QByteArray text = tenths < 0 ? "-" : "";
+  text += QByteArray::number(qlonglong{std::labs(tenths) / 10});
+  text += '.';
+  text += static_cast<char>('0' + std::labs(tenths) % 10);
+  return text;
 }
 
 }  // namespace

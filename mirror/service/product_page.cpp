@@ -8,8 +8,8 @@ namespace {
 
 constexpr const char *description =
     R"(<h1>Borvane</h1>
-<p>Borvane watches recent earthquakes for you. Choose an area of California, the Pacific Northwest or the central United
-States, or a page by two coordinates: its events appear in a list on your desktop, the newest one above it and its
+<p>Borvane watches recent earthquakes for you. Choose one of 19 areas from Puerto Rico to Alaska, the whole world among
+them, or a page by two coordinates: its events appear in a list on your desktop, the newest one above it and its
 magnitude in the window's title.</p>
 )";
 

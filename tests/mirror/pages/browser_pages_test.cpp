@@ -93,6 +93,7 @@ TEST(IndexPage, LinksThePagesForTheBrowser) {
   const QByteArray page = IndexPage(Catalogue(), "nothing", 8080);
   EXPECT_TRUE(page.contains("href=\"http://worldlist.localhost:8080" + world + '"'));
   EXPECT_TRUE(page.contains("href=\"http://strongmotion.localhost:8080" + archive + '"'));
+  EXPECT_TRUE(page.contains("href=\"http://feltforms.localhost:8080" + felt_forms[1] + '"'));
 }
 
 }  // namespace
