@@ -8,6 +8,9 @@ endif()
 add_library(borvane_options INTERFACE)
 target_compile_options(borvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 
+# Where files are compiled together, a local name may be that of another file's constant.
+target_compile_options(borvane_options INTERFACE $<$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>:-Wno-shadow>)
+
 # GCC 12 sees overlapping copies in every `"text" + std::string` of an optimised build.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(borvane_options INTERFACE -Wno-restrict)

@@ -10,7 +10,6 @@ namespace {
 
 const std::string path = "/documents/quakes.log";
 const std::vector<std::string> expected = {"one", "two", "three"};
-constexpr int file_access = 75;
 
 struct LogFileTest : testing::Test {
   int Reads() { return static_cast<int>(trace.Of({"read-file"}).size()); }

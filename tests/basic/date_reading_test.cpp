@@ -14,9 +14,6 @@
 namespace borvane {
 namespace {
 
-constexpr int type_mismatch = 13;
-constexpr std::int64_t seconds_a_day = 86'400;
-
 /// All parts of a date, for comparison; "none" for no date.
 std::string Shown(std::optional<Date> date) {
   if (!date)
@@ -175,7 +172,7 @@ TEST(ParseDate, RefusesAMegabyteOfDigits) {
   EXPECT_EQ(Read("1/1/2024" + std::string(1'000'000, ' ') + "10:00"), "2024 1 1 10 0 0");
 }
 
-TEST(DateValue, IsTheDate) { EXPECT_EQ(DateValue("12/31/1899"), Date{seconds_a_day}); }
+TEST(DateValue, IsTheDate) { EXPECT_EQ(DateValue("12/31/1899"), Date{plain::seconds_a_day}); }
 
 TEST(DateValue, RaisesATypeMismatchForWhatIsNoDate) {
   for (const char *text : {"", "abc", "2/29/1900", "10:20:-1"})

@@ -11,12 +11,10 @@
 
 #include "support/failure_of.h"
 #include "support/plain_calendar.h"
+#include "support/plain_date.h"
 
 namespace borvane {
 namespace {
-
-constexpr int invalid_argument = 5;
-constexpr std::int64_t seconds_a_day = 86'400;
 
 /// All parts of a date, for comparison.
 std::string Shown(Date date) {
@@ -31,9 +29,9 @@ TEST(MakeDate, CountsSecondsFromTheBaseDay) {
   EXPECT_EQ(MakeDate({}).seconds, 0);
   EXPECT_EQ(MakeDate({1899, 12, 30, 0, 0, 1}).seconds, 1);
   EXPECT_EQ(MakeDate({1899, 12, 29, 23, 59, 59}).seconds, -1);
-  EXPECT_EQ(MakeDate({1899, 12, 31, 1, 1, 1}).seconds, seconds_a_day + 3661);
-  EXPECT_EQ(MakeDate({1900, 1, 1, 0, 0, 0}).seconds, 2 * seconds_a_day);
-  EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 0}).seconds, 25'569 * seconds_a_day);
+  EXPECT_EQ(MakeDate({1899, 12, 31, 1, 1, 1}).seconds, plain::seconds_a_day + 3661);
+  EXPECT_EQ(MakeDate({1900, 1, 1, 0, 0, 0}).seconds, 2 * plain::seconds_a_day);
+  EXPECT_EQ(MakeDate({1970, 1, 1, 0, 0, 0}).seconds, 25'569 * plain::seconds_a_day);
 }
 
 TEST(MakeDate, RaisesAnInvalidArgumentForWhatIsNoDate) {
@@ -79,12 +77,12 @@ TEST(PartsOf, RaisesAnInvalidArgumentOutsideTheYears) {
 }
 
 TEST(MakeDate, AndPartsOfAgreeOnEveryDay) {
-  std::int64_t seconds = -657'434 * seconds_a_day;
+  std::int64_t seconds = -657'434 * plain::seconds_a_day;
   for (int year = 100; year <= 9999; ++year) {
     for (int month = 1; month <= 12; ++month) {
-      for (int day = 1; day <= plain::DaysOfMonth(year, month); ++day, seconds += seconds_a_day) {
+      for (int day = 1; day <= plain::DaysOfMonth(year, month); ++day, seconds += plain::seconds_a_day) {
         ASSERT_EQ(MakeDate({year, month, day, 0, 0, 0}).seconds, seconds) << year << "/" << month << "/" << day;
-        const CalendarTime last = PartsOf({seconds + seconds_a_day - 1});
+        const CalendarTime last = PartsOf({seconds + plain::seconds_a_day - 1});
         ASSERT_TRUE(last.year == year && last.month == month && last.day == day) << year << "/" << month << "/" << day;
         ASSERT_TRUE(last.hour == 23 && last.minute == 59 && last.second == 59) << year << "/" << month << "/" << day;
       }
@@ -156,7 +154,7 @@ TEST(FormatDate, NamesTheDaysOfEachWeekInOrder) {
   const std::array<std::string, 7> days{"Sat", "Sun", "Mon", "Tue", "Wed", "Thu", "Fri"};
   for (std::int64_t day = -146'097; day <= 146'097; ++day) {
     const auto place = static_cast<std::size_t>(((day % 7) + 7) % 7);
-    ASSERT_EQ(FormatDate(Date{day * seconds_a_day + seconds_a_day - 1}, "ddd"), days.at(place)) << day;
+    ASSERT_EQ(FormatDate(Date{day * plain::seconds_a_day + plain::seconds_a_day - 1}, "ddd"), days.at(place)) << day;
   }
 }
 
@@ -192,7 +190,7 @@ TEST(FormatDate, RaisesAnInvalidArgumentOutsideTheYears) {
 
 TEST(FormatDate, IsReadBackForEverySecondOfADay) {
   const Date start = MakeDate({2024, 2, 29, 0, 0, 0});
-  for (std::int64_t second = 0; second < seconds_a_day; ++second) {
+  for (std::int64_t second = 0; second < plain::seconds_a_day; ++second) {
     const Date date{start.seconds + second};
     const std::string halves = FormatDate(date, "mm/dd/yyyy hh:mm:ss ampm");
     ASSERT_EQ(ParseDate(halves), date) << halves;

@@ -11,8 +11,6 @@
 namespace borvane {
 namespace {
 
-constexpr int overflow = 6;
-
 TEST(Integer, IsZeroAtFirst) { EXPECT_EQ(Integer{}, 0); }
 
 TEST(Integer, HoldsEveryValueOfSixteenBits) {

@@ -16,7 +16,6 @@
 namespace borvane {
 namespace {
 
-constexpr int overflow = 6;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(NumericPrefix, ReadsDigitsWithOneDecimalPoint) {

@@ -6,9 +6,6 @@
 namespace borvane {
 namespace {
 
-constexpr int overflow = 6;
-constexpr int type_mismatch = 13;
-
 TEST(StrictSingle, ReadsATextThatIsANumberFromItsFirstCharacterToItsLast) {
   EXPECT_EQ(StrictSingle("5.2"), 5.2F);
   EXPECT_EQ(StrictSingle("05"), 5);

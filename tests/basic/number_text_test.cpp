@@ -16,8 +16,6 @@
 namespace borvane {
 namespace {
 
-constexpr int overflow = 6;
-
 TEST(SingleText, HasALeadingZero) {
   EXPECT_EQ(SingleText(0.5F), "0.5");
   EXPECT_EQ(SingleText(-0.5F), "-0.5");

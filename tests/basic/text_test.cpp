@@ -13,7 +13,6 @@
 namespace borvane {
 namespace {
 
-constexpr int invalid_argument = 5;
 constexpr int largest = std::numeric_limits<int>::max();
 constexpr int smallest = std::numeric_limits<int>::min();
 

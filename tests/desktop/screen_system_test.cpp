@@ -5,29 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include "support/desktop/variable.h"
+
 namespace borvane {
 namespace {
-
-/// Gives variables of the environment other values for a while.
-class Variable {
- public:
-  Variable(const char *name, const std::optional<QByteArray> &value)
-      : name_(name), was_set_(qEnvironmentVariableIsSet(name)), before_(qgetenv(name)) {
-    Set(value);
-  }
-  Variable(const Variable &) = delete;
-  Variable &operator=(const Variable &) = delete;
-  ~Variable() { Set(was_set_ ? std::optional(before_) : std::nullopt); }
-
- private:
-  void Set(const std::optional<QByteArray> &value) const {
-    value.has_value() ? qputenv(name_, *value) : qunsetenv(name_);
-  }
-
-  const char *name_;
-  bool was_set_;
-  QByteArray before_;
-};
 
 QByteArray ScreenSystemsFor(const std::optional<QByteArray> &display, const std::optional<QByteArray> &choice) {
   const Variable display_variable("DISPLAY", display);

@@ -8,7 +8,6 @@
 namespace borvane {
 namespace {
 
-constexpr int subscript = 9;
 constexpr int object_not_set = 91;
 
 std::string MapPage() {

@@ -7,8 +7,6 @@
 namespace borvane {
 namespace {
 
-constexpr int invalid_argument = 5;
-
 TEST(WorkingText, RaisesAnInvalidArgumentBeforeItsFirstPosition) {
   std::string page = "abc";
   WorkingText text(page);

@@ -10,8 +10,6 @@ namespace borvane::plain {
 
 namespace {
 
-constexpr std::int64_t seconds_a_day = 86'400;
-
 /// Days from 1 January 100.
 std::int64_t Days(int year, int month, int day) {
   std::int64_t days = day - 1;

@@ -13,30 +13,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/desktop/variable.h"
 #include "support/desktop/watched_disk.h"
 #include "support/failure_of.h"
 
 namespace borvane {
 namespace {
-
-constexpr int file_access = 75;
-
-/// Sets a variable of the environment as long as it lives; null removes it.
-class Variable {
- public:
-  Variable(const char *name, const char *value)
-      : name_(name), was_set_(qEnvironmentVariableIsSet(name)), before_(qgetenv(name)) {
-    value == nullptr ? qunsetenv(name) : qputenv(name, value);
-  }
-  ~Variable() { was_set_ ? qputenv(name_, before_) : qunsetenv(name_); }
-  Variable(const Variable &) = delete;
-  Variable &operator=(const Variable &) = delete;
-
- private:
-  const char *name_;
-  bool was_set_;
-  QByteArray before_;
-};
 
 /// No file grows beyond so many bytes as long as it lives: a write stops there, and the next one fails, as on a full
 /// disk. The program ignores the signal that comes with it from its start on.
@@ -82,8 +64,8 @@ struct DesktopFilesTest : testing::Test {
 
   /// The documents folder for that home.
   std::optional<std::string> Documents(const char *home) {
-    const Variable home_variable("HOME", home);
-    const Variable configuration_variable("XDG_CONFIG_HOME", configuration.c_str());
+    const Variable home_variable("HOME", home == nullptr ? std::nullopt : std::optional<QByteArray>(home));
+    const Variable configuration_variable("XDG_CONFIG_HOME", QByteArray::fromStdString(configuration));
     return files.SpecialFolder(5);
   }
 
@@ -125,7 +107,7 @@ TEST_F(DesktopFilesTest, GiveTheHomeWhereTheDocumentsFolderIsAFile) {
 TEST_F(DesktopFilesTest, KnowNoFolderWithoutAHomeAndNoOtherFolder) {
   EXPECT_EQ(Documents(nullptr), std::nullopt);
   EXPECT_EQ(Documents(""), std::nullopt);
-  const Variable home("HOME", folder.c_str());
+  const Variable home("HOME", QByteArray::fromStdString(folder));
   EXPECT_EQ(files.SpecialFolder(6), std::nullopt);
 }
 

@@ -6,11 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "support/desktop/scripted_server.h"
+#include "support/desktop/timeout.h"
 
 namespace borvane {
 namespace {
-
-constexpr int timeout = 60'000;  // milliseconds
 
 TEST(DesktopHttpTransfer, KeepsTheTextUntilItIsTaken) {
   ScriptedServer server(Serves("page", "404 Not Found"));

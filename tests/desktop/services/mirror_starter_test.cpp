@@ -14,12 +14,12 @@
 
 #include "common/attendance.h"
 #include "support/desktop/scripted_server.h"
+#include "support/desktop/timeout.h"
 
 namespace borvane {
 namespace {
 
-constexpr int timeout = 60'000;  // milliseconds
-constexpr int a_moment = 200;    // milliseconds
+constexpr int a_moment = 200;  // milliseconds
 
 const std::string mirror_answer = "HTTP/1.1 200 OK\r\nServer: borvane-mirror/2.3.5\r\nContent-Length: 0\r\n\r\n";
 

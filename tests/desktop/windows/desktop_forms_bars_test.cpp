@@ -4,11 +4,10 @@
 #include "bars/bar_content.h"
 #include "records/frmRecords.h"
 #include "support/desktop/bar_on_screen.h"
+#include "support/desktop/timeout.h"
 
 namespace borvane {
 namespace {
-
-constexpr int timeout = 60'000;  // milliseconds
 
 TEST_F(ShortBarOnScreen, HasItsPlaceItsSizeAndNoFrame) {
   const FormWindow &window = rig.window(*Form1);

@@ -14,11 +14,10 @@
 #include "settings/conffrm.h"
 #include "support/desktop/screen_rig.h"
 #include "support/desktop/scripted_server.h"
+#include "support/desktop/timeout.h"
 
 namespace borvane {
 namespace {
-
-constexpr int timeout = 60'000;  // milliseconds
 
 std::string PageOf(int rows) {
   std::string page = "<PRE>\n";

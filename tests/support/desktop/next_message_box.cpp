@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/desktop/timeout.h"
+
 namespace borvane {
 
 namespace {
@@ -14,8 +16,7 @@ QMessageBox *OpenBox() { return qobject_cast<QMessageBox *>(QApplication::active
 }  // namespace
 
 NextMessageBox::NextMessageBox(std::function<void(QMessageBox &)> user) : user_(std::move(user)) {
-  constexpr int interval = 5;      // milliseconds
-  constexpr int timeout = 60'000;  // milliseconds
+  constexpr int interval = 5;  // milliseconds
   look_.callOnTimeout([this] { Look(); });
   look_.start(interval);
   timeout_.callOnTimeout([] {
