@@ -10,7 +10,7 @@ namespace borvane {
 
 namespace {
 
-constexpr const char *path = "/org/freedesktop/portal/desktop";
+constexpr const char *portal_path = "/org/freedesktop/portal/desktop";
 constexpr const char *interface = "org.freedesktop.portal.Settings";
 constexpr const char *setting_group = "org.freedesktop.appearance";
 constexpr const char *setting_name = "color-scheme";
@@ -30,10 +30,10 @@ DarkPreference::DarkPreference(std::function<void(bool)> on_reply) : on_reply_(s
     return;
   // For a sender by its name Qt would first wait for the bus to look it up.
   const QString any_sender;
-  bus.connect(any_sender, path, interface, QStringLiteral("SettingChanged"), this,
+  bus.connect(any_sender, portal_path, interface, QStringLiteral("SettingChanged"), this,
               SLOT(OnSettingChanged(QDBusMessage)));
 
-  QDBusMessage question = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"), path,
+  QDBusMessage question = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"), portal_path,
                                                          interface, QStringLiteral("Read"));
   question << setting_group << setting_name;
   auto *reply = new QDBusPendingCallWatcher(bus.asyncCall(question), this);

@@ -21,7 +21,7 @@ namespace borvane {
 namespace {
 
 constexpr const char *service = "org.kde.StatusNotifierWatcher";
-constexpr const char *path = "/StatusNotifierWatcher";
+constexpr const char *watcher_path = "/StatusNotifierWatcher";
 
 #if QT_CONFIG(xcb)
 bool HasX11Tray(Display *display) {
@@ -49,7 +49,7 @@ TrayArrival::TrayArrival(std::function<void()> on_arrival) : on_arrival_(std::mo
 #endif
   // The service may be there before the tray that it serves.
   const QString any_sender;
-  bus.connect(any_sender, path, service, QStringLiteral("StatusNotifierHostRegistered"), this, SLOT(Ask()));
+  bus.connect(any_sender, watcher_path, service, QStringLiteral("StatusNotifierHostRegistered"), this, SLOT(Ask()));
   const auto *watcher =
       new QDBusServiceWatcher(QString::fromLatin1(service), bus, QDBusServiceWatcher::WatchForRegistration, this);
   connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayArrival::Ask);
@@ -57,8 +57,9 @@ TrayArrival::TrayArrival(std::function<void()> on_arrival) : on_arrival_(std::mo
 }
 
 void TrayArrival::Ask() {
-  QDBusMessage question = QDBusMessage::createMethodCall(
-      QString::fromLatin1(service), path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+  QDBusMessage question =
+      QDBusMessage::createMethodCall(QString::fromLatin1(service), watcher_path,
+                                     QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
   question.setAutoStartService(false);
   question << service << "IsStatusNotifierHostRegistered";
   auto *reply = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);

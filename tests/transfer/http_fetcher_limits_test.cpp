@@ -27,8 +27,6 @@ std::optional<CurlLibrary> CurlWithoutRoom() {
   return curl;
 }
 
-constexpr int timeout = 60'000;  // milliseconds
-
 /// A server that takes every connection and never answers.
 class SilentServer {
  public:
@@ -43,7 +41,7 @@ class SilentServer {
 void ExpectFailure(RecordedFetcher &http, const SilentServer &server) {
   const HttpFetcher::Number fetch = http.Start(server.address());
   EXPECT_FALSE(http.IsDone(fetch));
-  ASSERT_TRUE(QTest::qWaitFor([&] { return http.IsDone(fetch); }, timeout));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return http.IsDone(fetch); }, fetch_timeout));
   EXPECT_TRUE(http.result(fetch).failed);
 }
 
