@@ -31,7 +31,7 @@ inline PageEvent EventOfPage(int i) {
     return std::string(buffer.data(), static_cast<std::size_t>(length));
   };
   return {.magnitude = text("%d.%d", 1 + i % 5, i % 10, 0),
-          .is_strong = i % 5 >= 2,
+          .is_strong = i % 5 <= 2,  // and not the last one, which a map list would leave out
           .id = text("us%08d", 14'155'392 + i, 0, 0),
           .date = text("2018/%02d/%02d", 1 + i % 12, 1 + i % 28, 0),
           .time = text("%02d:%02d:%02d", i % 24, i % 60, i * 7 % 60),

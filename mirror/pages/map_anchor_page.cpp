@@ -7,7 +7,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr const char *base = "<base href=\"/\"/>";
+constexpr const char *base = "<base href=\"/\">";
 
 // A row's marker is "MAP" with the "<" after it, so that nothing else on the page may read "MAP<"; the blank after the
 // place keeps one that ends in "MAP" from it. The magnitude is 29 characters after the marker's start, the link's path

@@ -196,7 +196,7 @@ TEST(ScanRegionTable, FailsInARowThatWouldBeTheStrongestEvent) {
 }
 
 TEST(ScanRegionTable, TakesARowWithoutHrefButWithHtml) {
-  const ScanRig rig("<table>" + heading + "1.html\">date</a>2.html\">3.8 ML</a>345678.html\">Kodiak</a></table>");
+  const ScanRig rig("<table>" + heading + R"(1.html">date</a>2.html">3.8 ML</a>345678.html">Kodiak</a></table>)");
   EXPECT_EQ(rig.failure, 0);
   ASSERT_EQ(Rows(), 1);
   EXPECT_EQ(RowTexts(1), (Texts{"3.8 ML", "date", "Kodiak", "L</a>345678.html", "", "", "", ""}))
@@ -225,7 +225,7 @@ int FailureOfTable(const std::string &rows) { return ScanRig(heading + rows).fai
 
 TEST(ScanRegionTable, OverflowsWhereAPositionOrASumMadeFromItDoesNotFitSixteenBits) {
   constexpr int before = 31;  // characters of the heading are left in front of the rows
-  const std::string next_links = "\">date</a>2.html\">3.8</a>html\">K</a>";
+  const std::string next_links = R"(">date</a>2.html">3.8</a>html">K</a>)";
   const auto with_html_at = [&](int position) {
     return FailureOfTable("<a href=\"" + AtPosition(position - before - 9, "html") + next_links);
   };
@@ -242,7 +242,7 @@ TEST(ScanRegionTable, OverflowsWhereAPositionOrASumMadeFromItDoesNotFitSixteenBi
   EXPECT_EQ(with_href_at(32768), overflow) << "its link";
 
   const auto with_text_of = [&](int length) {
-    return FailureOfTable("1.html\">date</a>2.html\">3.8</a>3.html\">" + AtPosition(length + 1, "<"));
+    return FailureOfTable(R"(1.html">date</a>2.html">3.8</a>3.html">)" + AtPosition(length + 1, "<"));
   };
   EXPECT_EQ(with_text_of(32766), 0);
   EXPECT_EQ(with_text_of(32767), overflow) << "the end of the text";

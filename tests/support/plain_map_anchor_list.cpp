@@ -15,9 +15,9 @@ Slots ReadRow(std::string &s, int a, int q) {
 
   s = RestFrom(s, Fits(g + 1));
 
-  for (int i = 1; i <= 4; ++i) {
+  for (std::size_t i = 1; i <= 4; ++i) {
     const int k = Position(s, " ", 1);
-    slot[static_cast<std::size_t>(i + 1)] = Trim(Piece(s, 1, Fits(k - 1)));
+    slot[i + 1] = Trim(Piece(s, 1, Fits(k - 1)));
     s = RestFrom(s, Fits(k + 1));
   }
 

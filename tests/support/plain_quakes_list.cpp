@@ -22,10 +22,10 @@ Slots ReadRow(std::string &s, int marker_position) {
 
   slot[8] = Piece(s, Fits(e + 3), Fits(g - e - 4));
 
-  for (int i = 1; i <= 4; ++i) {
+  for (std::size_t i = 1; i <= 4; ++i) {
     s = RestFrom(s, Fits(g + 1));
     g = Position(s, " ", 1);
-    slot[static_cast<std::size_t>(i + 1)] = Piece(s, 1, Fits(g - 1));
+    slot[i + 1] = Piece(s, 1, Fits(g - 1));
   }
 
   const int h = Position(s, "<", 1);

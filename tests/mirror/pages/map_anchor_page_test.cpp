@@ -33,7 +33,7 @@ TEST(MapAnchorPage, WritesARowInTheFormThatTheScannerReads) {
 
 TEST(MapAnchorPage, LeadsABrowserFromItsLinksToTheRoot) {
   for (const QByteArray &page : {PageOf({}), PageOf({Castaic()})})
-    EXPECT_TRUE(page.contains("<base href=\"/\"/></head>"));
+    EXPECT_TRUE(page.contains("<base href=\"/\"></head>"));
 }
 
 TEST(MapAnchorPage, HasNoMarkerButThoseOfItsRows) {
@@ -43,9 +43,11 @@ TEST(MapAnchorPage, HasNoMarkerButThoseOfItsRows) {
   EXPECT_EQ(PageOf({EventAt("MAP</A></TD><TD ALIGN=right>")}).count("MAP<"), 3);
 }
 
-TEST(MapAnchorPage, IsWellFormedButForOneAttribute) {
-  for (const QByteArray &page : {PageOf({}), PageOf({Castaic(), EventAt("<b>&amp;")})})
-    EXPECT_EQ(FaultOf(QByteArray(page).replace("ALIGN=right", "ALIGN=\"right\"")), "");
+TEST(MapAnchorPage, IsWellFormedButForOneAttributeAndItsBase) {
+  for (QByteArray page : {PageOf({}), PageOf({Castaic(), EventAt("<b>&amp;")})}) {
+    page.replace("ALIGN=right", "ALIGN=\"right\"").replace("<base href=\"/\">", "");
+    EXPECT_EQ(FaultOf(page), "");
+  }
 }
 
 }  // namespace
