@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -26,7 +28,13 @@ struct ColumnHeader {
 /// Learns what changes in the rows and columns of a list. Rows count from 1.
 class ListWatcher {
  public:
+  /// There is one more row at the end.
   virtual void RowAdded(int row) = 0;
+
+  /// Any row may be another one, and there may be more: the list is to be sorted, or a row has been added to a sorted
+  /// one. The rows take their places when one is read, so a watcher does better to read them later, all at once.
+  virtual void RowsMoved() = 0;
+
   virtual void RowChanged(int row) = 0;
   virtual void RowsCleared() = 0;
   virtual void ColumnsChanged() = 0;
@@ -35,7 +43,16 @@ class ListWatcher {
   ~ListWatcher() = default;
 };
 
-/// The rows of a list, counted from 1.
+/// How a list sorts its rows: by the text of one column, the letters A to Z in either case being the same.
+struct ListArrangement {
+  bool is_sorted = false;
+  int key = 0;  // 0 for the rows' own text, else the number of a sub-item
+  bool is_descending = false;
+};
+
+/// The rows of a list, counted from 1 in the order in which they are shown. That is the order of their addition until
+/// the list is sorted. A sorted list puts a row that is added in front of the first row that comes after it; rows of
+/// equal texts keep their order. A text that is written later moves no row.
 class ListRows {
  public:
   ListRows() = default;
@@ -44,15 +61,15 @@ class ListRows {
 
   int Count() const { return static_cast<int>(items_.size()); }
 
-  /// Raises a subscript failure when there is no such row.
+  /// Good until a row is added. Raises a subscript failure when there is no such row.
   const ListItem &operator()(int row) const;
 
   void Add(ListItem item);
   void Clear();
 
   /// The current row: the one that the user, or a screen reader, came to last; 0 for none. The first row of an empty
-  /// list becomes the current one by itself, without being highlighted.
-  int Current() const { return current_; }
+  /// list becomes the current one by itself, without being highlighted. It stays the current one wherever it moves.
+  int Current() const;
 
   /// The user comes to that row. Raises a subscript failure when there is no such row.
   void Choose(int row);
@@ -64,11 +81,25 @@ class ListRows {
 
  private:
   friend class ListView;
-  ListItem &Checked(int row);
 
-  std::vector<ListItem> items_;
-  int current_ = 0;
+  /// The offset of a row's item. Raises a subscript failure when there is no such row.
+  std::size_t ItemOf(int row) const;
+
+  void Arrange(const ListArrangement &arrangement);
+
+  /// Puts the rows that have none yet into their places.
+  void PlaceRows() const;
+  std::string_view KeyOf(std::size_t item) const;
+
+  std::vector<ListItem> items_;  // in the order of their addition: to move whole rows would be quadratic
+  std::optional<std::size_t> current_;
+  ListArrangement arrangement_;
   ListWatcher *watcher_ = nullptr;
+
+  // Rows are placed when one is read, not when they are added: together, that costs one sort.
+  mutable std::vector<std::uint32_t> order_;  // the offset of each row's item
+  mutable std::size_t placed_ = 0;      // that many rows are in their places; the others follow as they were added
+  mutable bool is_rearranged_ = false;  // all rows are to be sorted afresh
 };
 
 /// The columns of a list, counted from 1.
@@ -99,9 +130,13 @@ class ListColumns {
   ListWatcher *watcher_ = nullptr;
 };
 
-/// A list with columns.
+/// A list with columns. The user's clicks on their titles raise ColumnClick; clicks on rows and below them, MouseUp.
 class ListView : public Control {
  public:
+  // The values of SortOrder.
+  static constexpr int ascending = 0;
+  static constexpr int descending = 1;
+
   struct Design {
     std::vector<ColumnHeader> Columns;
     bool HideColumnHeaders = false;
@@ -124,9 +159,29 @@ class ListView : public Control {
   /// Sets the one watcher of rows and columns; null for none.
   void WatchRows(ListWatcher *watcher);
 
+  /// The user clicks the title of a column: ColumnClick is raised. Raises a subscript failure when there is no such
+  /// column.
+  void ClickColumn(int column);
+
+  /// The user is about to edit the current row's text in place: BeforeLabelEdit is raised. Returns whether no handler
+  /// has cancelled that.
+  bool AllowsLabelEdit() const;
+
   ListRows ListItems;
   ListColumns ColumnHeaders;
   Property<bool> GridLines;
+
+  // While Sorted is set, the rows are sorted by the column whose position, from 0 on, is SortKey. A sort by all that
+  // has been set since the last one is made when a row is read.
+  Property<bool> Sorted;
+  Property<int> SortKey;
+  Property<int> SortOrder;
+
+  Event<const ColumnHeader &> ColumnClick;
+  Event<Integer &> BeforeLabelEdit;  // its argument cancels the editing when it is set to anything but 0
+
+ protected:
+  void Changed(const PropertyBase &property) override;
 
  private:
   bool hides_column_headers_;

@@ -16,6 +16,7 @@ struct Watcher : ListWatcher {
   std::vector<std::string> seen;
 
   void RowAdded(int row) override { seen.push_back("added " + std::to_string(row)); }
+  void RowsMoved() override { seen.emplace_back("moved"); }
   void RowChanged(int row) override { seen.push_back("changed " + std::to_string(row)); }
   void RowsCleared() override { seen.emplace_back("cleared"); }
   void ColumnsChanged() override { seen.emplace_back("columns"); }
@@ -35,6 +36,9 @@ TEST(ListView, StartsWithItsDesignColumnsAndNoRows) {
   EXPECT_EQ(events.list.ColumnHeaders(2).Width, 5400.0F);
   EXPECT_TRUE(events.list.hides_column_headers());
   EXPECT_FALSE(events.list.GridLines());
+  EXPECT_FALSE(events.list.Sorted());
+  EXPECT_EQ(events.list.SortKey(), 0);
+  EXPECT_EQ(events.list.SortOrder(), ListView::ascending);
 }
 
 TEST(ListColumns, GiveAColumnAWidthAndNotifyTheirWatcher) {
@@ -168,6 +172,28 @@ TEST(ListRows, NotifiesNobodyOnceTheWatcherIsRemoved) {
   events.list.ListItems.Add({"2.0", {}});
   events.list.ColumnHeaders.Clear();
   EXPECT_TRUE(watcher.seen.empty());
+}
+
+TEST(ListColumns, AreClickedByTheUser) {
+  Events events;
+  std::vector<std::string> clicked;
+  events.list.ColumnClick = [&](const ColumnHeader &header) {
+    events.list.ColumnHeaders.Clear();
+    clicked.push_back(header.Text);
+  };
+  events.list.ClickColumn(2);
+  EXPECT_EQ(clicked, std::vector<std::string>{"Where?"}) << "a handler may replace the columns";
+  for (const int column : {0, 1, -1})
+    EXPECT_EQ(FailureOf([&] { events.list.ClickColumn(column); }), 9) << column;
+}
+
+TEST(ListView, LetsARowBeEditedUnlessAHandlerCancelsThat) {
+  Events events;
+  EXPECT_TRUE(events.list.AllowsLabelEdit());
+  events.list.BeforeLabelEdit = [](Integer &cancel) { EXPECT_EQ(cancel, 0); };
+  EXPECT_TRUE(events.list.AllowsLabelEdit());
+  events.list.BeforeLabelEdit = [](Integer &cancel) { cancel = 1; };
+  EXPECT_FALSE(events.list.AllowsLabelEdit());
 }
 
 TEST(ListColumns, AreReplacedOneByOne) {

@@ -138,6 +138,7 @@ TEST(RecordsForm, LoadLeavesTheListAndItsColumnsAlone) {
   struct Watcher : ListWatcher {
     int changes = 0;
     void RowAdded(int /*row*/) override { ++changes; }
+    void RowsMoved() override { ++changes; }
     void RowChanged(int /*row*/) override { ++changes; }
     void RowsCleared() override { ++changes; }
     void ColumnsChanged() override { ++changes; }

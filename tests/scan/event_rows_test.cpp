@@ -67,6 +67,7 @@ TEST(SetupColumns, EmptiesTheRowsBeforeTheColumns) {
   struct Watcher : ListWatcher {
     Lines seen;
     void RowAdded(int /*row*/) override { seen.emplace_back("added"); }
+    void RowsMoved() override { seen.emplace_back("moved"); }
     void RowChanged(int /*row*/) override { seen.emplace_back("changed"); }
     void RowsCleared() override { seen.push_back("rows cleared from under " + std::to_string(Columns().size())); }
     void ColumnsChanged() override { seen.push_back(std::to_string(Columns().size())); }

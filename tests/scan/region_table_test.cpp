@@ -157,6 +157,7 @@ struct Companion : ListWatcher {
     if (number == 1)
       frmRecords->ListView1.ListItems.Add({"companion", {}});
   }
+  void RowsMoved() override {}
   void RowChanged(int /*number*/) override {}
   void RowsCleared() override {}
   void ColumnsChanged() override {}

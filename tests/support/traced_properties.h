@@ -55,6 +55,7 @@ class TracedRows final : public ListWatcher {
   }
 
   void RowAdded(int row) override { Add(IntegerText(row) + " added"); }
+  void RowsMoved() override { Add("moved"); }
   void RowChanged(int row) override { Add(IntegerText(row) + " changed"); }
   void RowsCleared() override { Add("cleared"); }
   void ColumnsChanged() override {}

@@ -41,6 +41,11 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
 
 void ListModel::RowAdded(int /*row*/) { PublishSoon(); }
 
+void ListModel::RowsMoved() {
+  rows_moved_ = true;
+  PublishSoon();
+}
+
 void ListModel::RowChanged(int row) {
   first_changed_ = first_changed_ == 0 ? row : std::min(first_changed_, row);
   last_changed_ = std::max(last_changed_, row);
@@ -76,6 +81,8 @@ void ListModel::Publish() {
     return;
   if (columns_changed_)
     PublishColumns();
+  if (rows_moved_)
+    PublishRows();
   PublishChanges();
   PublishAdditions();
 }
@@ -89,6 +96,15 @@ void ListModel::PublishColumns() {
   endResetModel();
   if (!columns_.empty())
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+void ListModel::PublishRows() {
+  rows_moved_ = false;
+  first_changed_ = 0;
+  last_changed_ = 0;
+  beginResetModel();
+  published_rows_ = list_->ListItems.Count();
+  endResetModel();
 }
 
 void ListModel::PublishChanges() {

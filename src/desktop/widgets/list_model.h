@@ -9,6 +9,7 @@ namespace borvane {
 
 /// The rows of a list as a view sees them: no copy of them, but the control's own. What is added or changed is
 /// published in one block as soon as events run, before anything is painted, so that a view lays its rows out once.
+/// Rows that have moved are published as one reset.
 class ListModel final : public QAbstractTableModel, public ListWatcher {
  public:
   explicit ListModel(ListView &list, QObject *parent = nullptr);
@@ -26,6 +27,7 @@ class ListModel final : public QAbstractTableModel, public ListWatcher {
 
  private:
   void RowAdded(int row) override;
+  void RowsMoved() override;
   void RowChanged(int row) override;
   void RowsCleared() override;
   void ColumnsChanged() override;
@@ -33,6 +35,7 @@ class ListModel final : public QAbstractTableModel, public ListWatcher {
   void PublishSoon();
   void Publish();
   void PublishColumns();
+  void PublishRows();
   void PublishChanges();
   void PublishAdditions();
 
@@ -42,6 +45,7 @@ class ListModel final : public QAbstractTableModel, public ListWatcher {
   int first_changed_ = 0;  // rows from 1 on; 0 while none has changed
   int last_changed_ = 0;
   bool columns_changed_ = false;
+  bool rows_moved_ = false;
   bool is_publishing_soon_ = false;
 };
 

@@ -54,6 +54,28 @@ TEST_F(ListModelTest, PublishesAdditionsInOneBlock) {
   EXPECT_EQ(model.rowCount(), 1000);
 }
 
+TEST_F(ListModelTest, PublishesASortAndASortedRefreshAsOneResetEach) {
+  for (const char *text : {"2.0", "3.0", "1.0"})
+    list().ListItems.Add({.Text = text});
+  Settle();
+  const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+  list().Sorted = true;
+  list().SortOrder = ListView::descending;
+  Settle();
+  EXPECT_EQ(resets.count(), 1);
+  EXPECT_EQ(cell(0, 0) + cell(1, 0) + cell(2, 0), "3.02.01.0");
+
+  list().ListItems.Clear();
+  EXPECT_EQ(resets.count(), 2) << "the rows are gone at once";
+  for (int i = 0; i < 1000; ++i)
+    list().ListItems.Add({.Text = std::to_string(i)});
+  EXPECT_EQ(model.rowCount(), 0);
+  Settle();
+  EXPECT_EQ(resets.count(), 3);
+  EXPECT_EQ(model.rowCount(), 1000);
+  EXPECT_EQ(cell(0, 0), "999");
+}
+
 TEST_F(ListModelTest, PublishesChangesInOneBlock) {
   for (int i = 0; i < 10; ++i)
     list().ListItems.Add({.Text = "1.6"});
