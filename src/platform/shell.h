@@ -13,8 +13,8 @@ class Shell {
   /// opened; anything else, and a failure, is silence.
   virtual void Open(std::string_view address, FormBase *owner) = 0;
 
-  /// Opens a file of the program's own with the program that the desktop has for its kind. A failure is silence. `path`
-  /// is the system's own bytes.
+  /// Opens a file of the program's own, quakes.log or help.html, with the program that the desktop has for its kind.
+  /// Anything else, and a failure, is silence. `path` is the system's own bytes.
   virtual void OpenFile(std::string_view path, FormBase *owner) = 0;
 
  protected:

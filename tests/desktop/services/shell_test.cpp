@@ -19,6 +19,47 @@ TEST(DesktopShell, OpensNothingButWebAddresses) {
                                           "https://host/a%20b?c=%C3%A9"}));
 }
 
+TEST(DesktopShell, OpensNoAddressThatAPageHasBentIntoSomethingElse) {
+  LinkCatcher browser({"http", "https", "file", "ftp", "mailto", "javascript", "data", "view-source", "vbscript", "smb"});
+  DesktopShell shell;
+  const std::string_view addresses[] = {
+      "FILE:///etc/passwd", "file:/etc/passwd", "file://host/share/x", "\\\\host\\share\\x.exe", "//host/share/x",
+      "\\\\?\\C:\\x", "C:\\Windows\\x.exe", "c:/x", "smb://host/x", "JavaScript:alert(1)", "java\tscript:alert(1)",
+      "\x01javascript:alert(1)", " javascript:alert(1)", "data:text/html,x", "view-source:http://host/",
+      "vbscript:x", "http", "http:", "http:x", "http:/x", "http://", "http:///etc/passwd", "https:\\\\host\\x", "://host",
+      "http//host", "-http://host/", "http ://host/", "ht\ntp://host/", "http://ho\nst/", "http://ho st/",
+      "34.495N", "N/A", "quakes.log", "--version", std::string_view("\0http://host/", 13),
+      std::string_view("file\0://host/http://", 20)};
+  for (const std::string_view address : addresses)
+    shell.Open(address, nullptr);
+
+  EXPECT_EQ(browser.links(), QStringList());
+}
+
+TEST(DesktopShell, OpensAWebAddressWithWhateverElseIsInIt) {
+  LinkCatcher browser({"http", "https"});
+  DesktopShell shell;
+  for (const std::string_view address :
+       {std::string_view("HTTP://Host/A"), std::string_view("https://host/maps?near= 34.1N,118.2W"),
+        std::string_view("http://host/a\r\nb\tc\x01"), std::string_view("http://host/x?q=NEAR THE COAST%2Bsite:y"),
+        std::string_view("http://host/\\\\share/file:///x")})
+    shell.Open(address, nullptr);
+
+  EXPECT_EQ(browser.links(),
+            QStringList({"http://host/A", "https://host/maps?near=%2034.1N,118.2W", "http://host/a%0D%0Ab%09c%01",
+                         "http://host/x?q=NEAR%20THE%20COAST%2Bsite:y", "http://host/%5C%5Cshare/file:///x"}));
+}
+
+TEST(DesktopShell, OpensNoFilesButTheProgramsOwn) {
+  LinkCatcher viewer({"http", "https", "file"});
+  DesktopShell shell;
+  for (const char *path : {"/etc/passwd", "/home/u/quakes.log/x", "/home/u/x-quakes.log", "/home/u/help.html.sh", "",
+                           "/", "/home/u/Help.html", "/usr/share/borvane/help.html", "help.html"})
+    shell.OpenFile(path, nullptr);
+
+  EXPECT_EQ(viewer.links(), QStringList({"file:///usr/share/borvane/help.html"}));
+}
+
 TEST(DesktopShell, OpensAFileByItsOwnBytes) {
   LinkCatcher viewer({"http", "https", "file"});
   DesktopShell shell;
