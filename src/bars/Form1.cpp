@@ -127,9 +127,9 @@ void ShortBarForm::Check2_Click() {
 }
 
 void ShortBarForm::Label4_MouseUp(const MouseState &mouse) {
-  if (mouse.button == 1) {
+  if (mouse.button == left_button) {
     PopupMenu(Tmnu);
-  } else if (mouse.button == 2) {
+  } else if (mouse.button == right_button) {
     if (Label4.ForeColor() != red) {
       mnuSetings_Click();
     } else {

@@ -115,7 +115,6 @@ void LongBarForm::Check1_Click() {
 void LongBarForm::Check1_MouseMove() { Check1.ToolTipText = Check1.Value() == 1 ? "ON" : "OFF"; }
 
 void LongBarForm::Check1_MouseUp(const MouseState &mouse) {
-  constexpr int right_button = 2;
   if (mouse.button == right_button)
     OpenMenu();
 }

@@ -12,6 +12,10 @@ namespace borvane {
 
 class Control;
 
+// The buttons of the mouse.
+inline constexpr int left_button = 1;
+inline constexpr int right_button = 2;
+
 /// What holds controls: a window, a frame, a picture box, a menu. Lists them in the order of their declaration.
 class Container {
  public:
@@ -32,7 +36,7 @@ class Container {
 /// Where the pointer is and which buttons and modifier keys are down. Positions are twips in the window or control;
 /// those of a label are in the label's container, as if the container had the event.
 struct MouseState {
-  Integer button;  // 1 left, 2 right, 4 middle
+  Integer button;  // left_button, right_button or 4, the middle one
   Integer shift;   // 1 Shift, 2 Ctrl, 4 Alt
   float x = 0;
   float y = 0;

@@ -70,7 +70,7 @@ int ListRows::Current() const {
   return static_cast<int>(std::find(order_.begin(), order_.end(), *current_) - order_.begin()) + 1;
 }
 
-void ListRows::Choose(int row) { current_ = ItemOf(row); }
+void ListRows::Choose(int row) { current_ = row == 0 ? std::nullopt : std::optional(ItemOf(row)); }
 
 void ListRows::SetText(int row, std::string_view text) {
   items_[ItemOf(row)].Text = text;
@@ -176,6 +176,12 @@ ListView::ListView(Container &container, std::string_view name, const Design &de
       SortOrder(*this, ascending),
       hides_column_headers_(design.HideColumnHeaders) {
   ColumnHeaders.headers_ = design.Columns;
+}
+
+int ListView::SelectedRow() const {
+  if (!ListItems.current_)
+    Fail(Failure::ObjectNotSet);
+  return ListItems.Current();
 }
 
 const ListItem &ListView::SelectedItem() const {

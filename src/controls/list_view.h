@@ -71,13 +71,17 @@ class ListRows {
   /// list becomes the current one by itself, without being highlighted. It stays the current one wherever it moves.
   int Current() const;
 
-  /// The user comes to that row. Raises a subscript failure when there is no such row.
+  /// The user comes to that row, or with 0 to none. Raises a subscript failure when there is no such row.
   void Choose(int row);
 
   void SetText(int row, std::string_view text);
 
   /// Sets the text of the sub-item at `number`, from 1 on.
   void SetSubItem(int row, int number, std::string_view text);
+
+  /// Puts the rows that have none yet into their places: what has been set and added so far is one sort. The next read
+  /// of a row does this, too.
+  void PlaceRows() const;
 
  private:
   friend class ListView;
@@ -86,9 +90,6 @@ class ListRows {
   std::size_t ItemOf(int row) const;
 
   void Arrange(const ListArrangement &arrangement);
-
-  /// Puts the rows that have none yet into their places.
-  void PlaceRows() const;
   std::string_view KeyOf(std::size_t item) const;
 
   std::vector<ListItem> items_;  // in the order of their addition: to move whole rows would be quadratic
@@ -152,6 +153,9 @@ class ListView : public Control {
   ListView(Container &container, std::string_view name, const Design &design, int index = no_index);
 
   bool hides_column_headers() const { return hides_column_headers_; }
+
+  /// The current row. Raises an object failure when there is none.
+  int SelectedRow() const;
 
   /// The current row's item. Raises an object failure when there is none.
   const ListItem &SelectedItem() const;

@@ -1,7 +1,6 @@
 #include "records/frmRecords.h"
 
 #include "alert/alert_time.h"
-#include "alert/quake_log.h"
 #include "basic/number.h"
 #include "controls/key_codes.h"
 #include "core/program.h"
@@ -38,13 +37,24 @@ void AskToQuit() {
 RecordsForm::RecordsForm()
     : FormBase({.Name = "frmRecords", .Caption = "Borvane - Last Events", .ClientWidth = 11025, .ClientHeight = 8325}) {
   Label3.MouseMove = [this](const MouseState &) { Label3_MouseMove(); };
+  Label3.MouseUp = [this](const MouseState &mouse) { Label3_MouseUp(mouse); };
   Label5.Click = [this] { Label5_Click(); };
   Label6.Click = [this] { Label6_Click(); };
+  Label7.Click = [this] { Label7_Click(); };
   Label8.Click = [this] { Label8_Click(); };
   Timer1.Timer = [this] { Timer1_Timer(); };
   Timer2.Timer = [this] { Timer2_Timer(); };
   Timer3.Timer = [this] { Timer3_Timer(); };
   Toolbar1.ButtonClick = [this](int number) { Toolbar1_ButtonClick(number); };
+  ListView1.BeforeLabelEdit = [](Integer &cancel) { ListView1_BeforeLabelEdit(cancel); };
+  ListView1.ColumnClick = [this](const ColumnHeader &header) { ListView1_ColumnClick(header); };
+  ListView1.MouseUp = [this](const MouseState &mouse) { ListView1_MouseUp(mouse); };
+  mnuMapGoo.Click = [this] { mnuMapGoo_Click(); };
+  mnuOpenMap.Click = [this] { mnuOpenMap_Click(); };
+  mnuGrid.Click = [this] { mnuGrid_Click(); };
+  mnuGlobalInfo.Click = [this] { mnuGlobalInfo_Click(); };
+  mnuWiki.Click = [this] { mnuWiki_Click(); };
+  mnuwikipassGoogle.Click = [this] { mnuwikipassGoogle_Click(); };
 }
 
 std::vector<ColumnHeader> RecordsForm::FirstColumns() {
@@ -129,7 +139,10 @@ void RecordsForm::Form_MouseMove(const MouseState &mouse) {
 
 void RecordsForm::Label3_MouseMove() { Label3.Underline = true; }
 
-void RecordsForm::Label5_Click() { platform().shell.OpenFile(LogPath(), this); }
+void RecordsForm::Label3_MouseUp(const MouseState &mouse) {
+  if (mouse.button == right_button)
+    PopupMenu(TmnuGlobal);
+}
 
 void RecordsForm::Label6_Click() { Aboutfrm->Show(); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "controls/control_array.h"
@@ -94,7 +95,16 @@ struct RecordsForm : FormBase {
   TimerControl Timer3{*this, "Timer3", {.Interval = 60000}};
 
   Menu Tmnu{*this, "Tmnu", {.Caption = "Menu"}};
+  MenuItem mnuMapGoo{Tmnu, "mnuMapGoo", {.Caption = "Open in Google Maps"}};
+  MenuItem mnuOpenMap{Tmnu, "mnuOpenMap", {.Caption = "More Info"}};
+  MenuItem mnuReportIt{Tmnu, "mnuReportIt", {.Caption = "Submit Report"}};
+  MenuItem mnuViewReps{Tmnu, "mnuViewReps", {.Caption = "View Reports"}};
   MenuItem mnuGrid{Tmnu, "mnuGrid", {.Caption = "Grid lines"}};
+
+  Menu TmnuGlobal{*this, "TmnuGlobal", {.Caption = "Global Menu"}};
+  MenuItem mnuGlobalInfo{TmnuGlobal, "mnuGlobalInfo", {.Caption = "More Info"}};
+  MenuItem mnuWiki{TmnuGlobal, "mnuWiki", {.Caption = "Consult Wiki"}};
+  MenuItem mnuwikipassGoogle{TmnuGlobal, "mnuwikipassGoogle", {.Caption = "Wiki through Google"}};
 
   void Form_Load() override;
   void Form_Resize() override;
@@ -102,13 +112,28 @@ struct RecordsForm : FormBase {
   void Form_KeyUp(Integer key_code, Integer shift) override;
   void Form_MouseMove(const MouseState &mouse) override;
   void Label3_MouseMove();
+  void Label3_MouseUp(const MouseState &mouse);
   void Label5_Click();
   void Label6_Click();
+  void Label7_Click();
   void Label8_Click();
   void Timer1_Timer();
   void Timer2_Timer();
   void Timer3_Timer();
   void Toolbar1_ButtonClick(int number);
+  static void ListView1_BeforeLabelEdit(Integer &cancel);
+  void ListView1_ColumnClick(const ColumnHeader &header);
+  void ListView1_MouseUp(const MouseState &mouse);
+  void mnuMapGoo_Click();
+  void mnuOpenMap_Click();
+  void mnuGrid_Click();
+  void mnuGlobalInfo_Click();
+  void mnuWiki_Click();
+  void mnuwikipassGoogle_Click();
+
+  /// What ties a felt report to the event that is selected in the list: magnitude, date, time, latitude and longitude.
+  /// Raises an object failure when none is selected.
+  std::string MakeEventKey() const;
 
   /// Offers the newer version, if the maker's service names one.
   void CheckForUpdate();
@@ -117,6 +142,8 @@ struct RecordsForm : FormBase {
   void SwitchAutoRefresh();
   void RefreshAtSwitch();
   void SwitchSettings();
+  void ReadOutSelectedRow(bool is_region);
+  void OpenListMenu();
 };
 
 inline constexpr Form<RecordsForm> frmRecords;

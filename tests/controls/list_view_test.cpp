@@ -103,9 +103,21 @@ TEST(ListRows, LoseTheirCurrentRowWhenTheyAreCleared) {
 TEST(ListRows, RefuseACurrentRowThatIsNotThere) {
   Events events;
   events.list.ListItems.Add({"2.0", {}});
-  for (const int row : {-1, 0, 2})
+  for (const int row : {-1, 2})
     EXPECT_EQ(FailureOf([&] { events.list.ListItems.Choose(row); }), 9) << row;
   EXPECT_EQ(events.list.ListItems.Current(), 1);
+}
+
+TEST(ListRows, MayHaveNoCurrentRowThoughThereAreRows) {
+  Events events;
+  events.list.ListItems.Add({"2.0", {}});
+  events.list.ListItems.Choose(0);
+  events.list.ListItems.Add({"1.6", {}});
+  EXPECT_EQ(events.list.ListItems.Current(), 0);
+  EXPECT_EQ(FailureOf([&] { events.list.SelectedRow(); }), 91);
+  EXPECT_EQ(FailureOf([&] { events.list.SelectedItem(); }), 91);
+  events.list.ListItems.Choose(2);
+  EXPECT_EQ(events.list.SelectedRow(), 2);
 }
 
 TEST(ListRows, RaisesASubscriptFailureForARowThatIsNotThere) {

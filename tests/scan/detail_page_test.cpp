@@ -9,10 +9,6 @@
 namespace borvane {
 namespace {
 
-constexpr int invalid_argument = 5;
-constexpr int overflow = 6;
-constexpr int object_not_set = 91;
-
 const std::string event_page = "http://alaska.localhost:17650/recenteqs_sub/Quakes/ak18384056.html";
 
 /// A started program whose list has two rows of a region's table.

@@ -6,9 +6,6 @@
 namespace borvane {
 namespace {
 
-constexpr int invalid_argument = 5;
-constexpr int overflow = 6;
-
 /// Scans a page in a program of its own.
 struct ScanRig : PageRig {
   explicit ScanRig(std::string text, int refresh_mode = 3) : PageRig(ScanWorldList, std::move(text), refresh_mode) {}

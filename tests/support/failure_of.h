@@ -10,6 +10,7 @@ inline constexpr int overflow = 6;
 inline constexpr int subscript = 9;
 inline constexpr int type_mismatch = 13;
 inline constexpr int file_access = 75;
+inline constexpr int object_not_set = 91;
 
 /// The number of the run-time error that `action` raises; 0 when it raises none.
 template <typename Action>
