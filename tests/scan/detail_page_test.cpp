@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "basic/number.h"
+#include "support/failure_of.h"
 #include "support/plain_scanners.h"
 #include "support/program/page_rig.h"
 

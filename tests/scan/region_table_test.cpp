@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "scan/scanners.h"
+#include "support/failure_of.h"
 #include "support/program/page_rig.h"
 
 namespace borvane {

@@ -20,16 +20,45 @@ TEST(DesktopShell, OpensNothingButWebAddresses) {
 }
 
 TEST(DesktopShell, OpensNoAddressThatAPageHasBentIntoSomethingElse) {
-  LinkCatcher browser({"http", "https", "file", "ftp", "mailto", "javascript", "data", "view-source", "vbscript", "smb"});
+  LinkCatcher browser(
+      {"http", "https", "file", "ftp", "mailto", "javascript", "data", "view-source", "vbscript", "smb"});
   DesktopShell shell;
-  const std::string_view addresses[] = {
-      "FILE:///etc/passwd", "file:/etc/passwd", "file://host/share/x", "\\\\host\\share\\x.exe", "//host/share/x",
-      "\\\\?\\C:\\x", "C:\\Windows\\x.exe", "c:/x", "smb://host/x", "JavaScript:alert(1)", "java\tscript:alert(1)",
-      "\x01javascript:alert(1)", " javascript:alert(1)", "data:text/html,x", "view-source:http://host/",
-      "vbscript:x", "http", "http:", "http:x", "http:/x", "http://", "http:///etc/passwd", "https:\\\\host\\x", "://host",
-      "http//host", "-http://host/", "http ://host/", "ht\ntp://host/", "http://ho\nst/", "http://ho st/",
-      "34.495N", "N/A", "quakes.log", "--version", std::string_view("\0http://host/", 13),
-      std::string_view("file\0://host/http://", 20)};
+  const std::string_view addresses[] = {"FILE:///etc/passwd",
+                                        "file:/etc/passwd",
+                                        "file://host/share/x",
+                                        "\\\\host\\share\\x.exe",
+                                        "//host/share/x",
+                                        "\\\\?\\C:\\x",
+                                        "C:\\Windows\\x.exe",
+                                        "c:/x",
+                                        "smb://host/x",
+                                        "JavaScript:alert(1)",
+                                        "java\tscript:alert(1)",
+                                        "\x01javascript:alert(1)",
+                                        " javascript:alert(1)",
+                                        "data:text/html,x",
+                                        "view-source:http://host/",
+                                        "vbscript:x",
+                                        "http",
+                                        "http:",
+                                        "http:x",
+                                        "http:/x",
+                                        "http://",
+                                        "http:///etc/passwd",
+                                        "https:\\\\host\\x",
+                                        "://host",
+                                        "http//host",
+                                        "-http://host/",
+                                        "http ://host/",
+                                        "ht\ntp://host/",
+                                        "http://ho\nst/",
+                                        "http://ho st/",
+                                        "34.495N",
+                                        "N/A",
+                                        "quakes.log",
+                                        "--version",
+                                        std::string_view("\0http://host/", 13),
+                                        std::string_view("file\0://host/http://", 20)};
   for (const std::string_view address : addresses)
     shell.Open(address, nullptr);
 
