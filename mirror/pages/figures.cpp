@@ -69,8 +69,6 @@ QByteArray DepthText(std::optional<double> kilometres) { return kilometres ? One
 QByteArray LocalTimeText(qint64 milliseconds) {
   const std::time_t second = SecondOf(milliseconds);
   std::tm moment = {};
-  // The user may have changed the zone since the last page.
-  ::tzset();
   ::localtime_r(&second, &moment);
   return TimeText(moment);
 }

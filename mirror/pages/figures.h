@@ -23,6 +23,7 @@ QByteArray SignedDegreesText(double degrees);
 QByteArray DepthText(std::optional<double> kilometres);
 
 /// Date and time of the computer's local time zone, "2018/02/07 01:26:13", of a moment in milliseconds since 1970 UTC.
+/// The zone is the one that tzset has last read.
 QByteArray LocalTimeText(qint64 milliseconds);
 
 /// The same in UTC.

@@ -1,5 +1,7 @@
 #include "pages/site.h"
 
+#include <ctime>
+
 #include "http/plain_host.h"
 #include "pages/area_page.h"
 #include "pages/browser_pages.h"
@@ -56,6 +58,8 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
   if (const auto kept = kept_.constFind(key); kept != kept_.constEnd())
     return *kept;
 
+  // The user may have changed the zone since the last page. To look for each time would take longer than the page.
+  ::tzset();
   std::optional<QByteArray> page = area ? AreaPage(*area, *catalogue_, page_host) : WritePage(path);
   if (!page)
     return std::nullopt;

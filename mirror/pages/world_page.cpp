@@ -30,7 +30,7 @@ QByteArray PlaceText(const Event &event) {
 // "<td>" alone.
 void AddRow(QByteArray &list, const Event &event) {
   const double magnitude = *event.magnitude;
-  list += "<tr><td class=\"map\"><a href=\"" + MapPath(event) + "\">MAP</a></td>\n";
+  list += R"(<tr><td class="map"><a href=")" + MapPath(event) + "\">MAP</a></td>\n";
   list += "<td nowrap>" + Emphasized(MagnitudeText(magnitude), magnitude) + "</td>\n";
   list += "<td nowrap><a href=\"" + EventPath(event) + "\">" + RowTime(event) + "</a></td>\n";
   list += NumberCell(LatitudeText(event.latitude)) + NumberCell(LongitudeText(event.longitude)) +
