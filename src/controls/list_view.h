@@ -110,9 +110,6 @@ class ListColumns {
   ListColumns(const ListColumns &) = delete;
   ListColumns &operator=(const ListColumns &) = delete;
 
-  /// The width in twips of a column without one of its own.
-  static constexpr float default_width = 1440;
-
   int Count() const { return static_cast<int>(headers_.size()); }
 
   /// Raises a subscript failure when there is no such column.

@@ -56,6 +56,10 @@ void Binder::Left() {
   Enter([this] { control_.LostFocus.Raise(); });
 }
 
+void Binder::EnterWithMenuAt(const QPoint &place, const std::function<void()> &handler) {
+  focus_.OpenMenusAt(place, [&] { Enter(handler); });
+}
+
 void Binder::PropertyChanged(const PropertyBase &property) {
   if (&property == &control_.Left || &property == &control_.Top || &property == &control_.Width ||
       &property == &control_.Height) {

@@ -43,6 +43,9 @@ class Binder : public QObject, public PropertyWatcher {
   /// control must not be touched.
   void Enter(const std::function<void()> &handler);
 
+  /// The same for a key that stands in for the pointer: a menu that opens meanwhile is at `place` on the screen.
+  void EnterWithMenuAt(const QPoint &place, const std::function<void()> &handler);
+
   void PropertyChanged(const PropertyBase &property) final;
 
  protected:

@@ -1,6 +1,7 @@
 #include "desktop/widgets/focus_tracker.h"
 
 #include <QApplication>
+#include <QScopedValueRollback>
 #include <QWidget>
 #include <utility>
 
@@ -23,6 +24,11 @@ void FocusTracker::Forget(const Binder &binder) {
 void FocusTracker::Leave(const QWidget &window) {
   if (focused_ != nullptr && focused_->widget().window() == &window)
     std::exchange(focused_, nullptr)->Left();
+}
+
+void FocusTracker::OpenMenusAt(const QPoint &place, const std::function<void()> &work) {
+  const QScopedValueRollback<std::optional<QPoint>> here(menu_place_, place);
+  work();
 }
 
 void FocusTracker::KeyboardMoved(QWidget *widget) {

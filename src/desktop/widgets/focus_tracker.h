@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
+#include <functional>
 #include <map>
+#include <optional>
 
 class QWidget;
 
@@ -24,6 +27,12 @@ class FocusTracker final : public QObject {
   /// The user has done with `window`: if the control is one of its, it is left.
   void Leave(const QWidget &window);
 
+  /// Does `work`, which the user has asked for with a key: a menu that it opens is at `place` on the screen.
+  void OpenMenusAt(const QPoint &place, const std::function<void()> &work);
+
+  /// Where a menu that opens now has to be; nothing for at the pointer.
+  const std::optional<QPoint> &menu_place() const { return menu_place_; }
+
  private:
   /// The keyboard goes to `widget`: when that is another control, the one left for it learns so.
   void KeyboardMoved(QWidget *widget);
@@ -31,6 +40,7 @@ class FocusTracker final : public QObject {
 
   std::map<const QWidget *, Binder *> binders_;
   Binder *focused_ = nullptr;
+  std::optional<QPoint> menu_place_;
 };
 
 }  // namespace borvane

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QTextDocument>
+#include <algorithm>
 #include <string_view>
 
 #include "desktop/windows_1252.h"
@@ -19,6 +20,13 @@ inline QString LabelText(std::string_view text) { return ShownText(text.substr(0
 inline QString HoverText(std::string_view text) {
   const QString shown = LabelText(text);
   return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
+}
+
+/// `text` for where there is room for one line: line ends, tabs and other control characters are blanks.
+inline QString OneLine(QString text) {
+  const auto is_control = [](QChar c) { return c.category() == QChar::Other_Control; };
+  std::replace_if(text.begin(), text.end(), is_control, QLatin1Char(' '));
+  return text;
 }
 
 }  // namespace borvane

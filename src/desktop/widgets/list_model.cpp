@@ -1,14 +1,28 @@
 #include "desktop/widgets/list_model.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "desktop/windows_1252.h"
+#include "desktop/widgets/label_text.h"
 
 namespace borvane {
 
-ListModel::ListModel(ListView &list, QObject *parent) : QAbstractTableModel(parent), list_(&list) {
-  PublishColumns();
-  published_rows_ = list.ListItems.Count();
+namespace {
+
+std::vector<ColumnHeader> ColumnsOf(const ListColumns &columns) {
+  std::vector<ColumnHeader> headers;
+  for (int column = 1; column <= columns.Count(); ++column)
+    headers.push_back(columns(column));
+  return headers;
+}
+
+}  // namespace
+
+ListModel::ListModel(ListView &list, QObject *parent)
+    : QAbstractTableModel(parent),
+      list_(&list),
+      columns_(ColumnsOf(list.ColumnHeaders)),
+      published_rows_(list.ListItems.Count()) {
   list.WatchRows(this);
 }
 
@@ -30,13 +44,32 @@ QVariant ListModel::data(const QModelIndex &index, int role) const {
   if ((role != Qt::DisplayRole && role != Qt::ToolTipRole) || !checkIndex(index, CheckIndexOption::IndexIsValid))
     return {};
   const ListItem &row = list_->ListItems(index.row() + 1);
-  return ShownText(index.column() == 0 ? std::string_view(row.Text) : row.SubItems(index.column()));
+  return OneLine(LabelText(index.column() == 0 ? std::string_view(row.Text) : row.SubItems(index.column())));
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount())
+  if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
     return {};
-  return ShownText(columns_[static_cast<std::size_t>(section)].Text);
+  switch (role) {
+    case Qt::DisplayRole:
+      return LabelText(columns_[static_cast<std::size_t>(section)].Text);
+    case Qt::AccessibleTextRole:
+      return SpokenTitle(section);
+    default:
+      return {};
+  }
+}
+
+QString ListModel::SpokenTitle(int column) const {
+  QString title = LabelText(columns_[static_cast<std::size_t>(column)].Text);
+  if (column == SortedColumn())
+    title += list_->SortOrder() == ListView::descending ? QStringLiteral(", sorted in descending order")
+                                                        : QStringLiteral(", sorted in ascending order");
+  return title;
+}
+
+int ListModel::SortedColumn() const {
+  return list_ != nullptr && list_->Sorted() && list_->SortKey() < columnCount() ? list_->SortKey() : -1;
 }
 
 void ListModel::RowAdded(int /*row*/) { PublishSoon(); }
@@ -54,8 +87,10 @@ void ListModel::RowChanged(int row) {
 
 /// The rows are gone at once, so the view must not ask for them any more.
 void ListModel::RowsCleared() {
+  rows_cleared_ = true;
   first_changed_ = 0;
   last_changed_ = 0;
+  PublishSoon();
   if (published_rows_ == 0)
     return;
   beginResetModel();
@@ -79,30 +114,24 @@ void ListModel::Publish() {
   is_publishing_soon_ = false;
   if (list_ == nullptr)
     return;
-  if (columns_changed_)
-    PublishColumns();
-  if (rows_moved_)
-    PublishRows();
-  PublishChanges();
-  PublishAdditions();
+  const bool is_refresh = rows_cleared_ || columns_changed_;
+  if (is_refresh || rows_moved_) {
+    PublishAll();
+  } else {
+    PublishChanges();
+    PublishAdditions();
+  }
+  Q_EMIT Published(is_refresh);
 }
 
-void ListModel::PublishColumns() {
-  columns_changed_ = false;
+void ListModel::PublishAll() {
   beginResetModel();
-  columns_.clear();
-  for (int column = 1; column <= list_->ColumnHeaders.Count(); ++column)
-    columns_.push_back(list_->ColumnHeaders(column));
-  endResetModel();
-  if (!columns_.empty())
-    Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
-}
-
-void ListModel::PublishRows() {
+  if (std::exchange(columns_changed_, false))
+    columns_ = ColumnsOf(list_->ColumnHeaders);
+  rows_cleared_ = false;
   rows_moved_ = false;
   first_changed_ = 0;
   last_changed_ = 0;
-  beginResetModel();
   published_rows_ = list_->ListItems.Count();
   endResetModel();
 }

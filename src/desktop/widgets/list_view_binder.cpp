@@ -1,13 +1,18 @@
-#include <QHeaderView>
-#include <QHelpEvent>
-#include <QPainter>
-#include <QToolTip>
-#include <QTreeView>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QStringList>
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "desktop/widgets/binders.h"
-#include "desktop/widgets/colors.h"
+#include "desktop/widgets/label_text.h"
 #include "desktop/widgets/list_model.h"
+#include "desktop/widgets/list_widget.h"
 #include "desktop/widgets/twips.h"
 #include "desktop/windows_1252.h"
 
@@ -15,64 +20,20 @@ namespace borvane {
 
 namespace {
 
-/// The view of a list: whole rows of one height, with lines between them when they are wanted.
-class ListWidget final : public QTreeView {
- public:
-  explicit ListWidget(QWidget *parent) : QTreeView(parent) {
-    setUniformRowHeights(true);
-    setRootIsDecorated(false);
-    setItemsExpandable(false);
-    setIndentation(0);
-    setAllColumnsShowFocus(true);
-    setEditTriggers(NoEditTriggers);
-    setHorizontalScrollMode(ScrollPerPixel);
-    header()->setMinimumSectionSize(1);
-    header()->setStretchLastSection(false);
-    header()->setSectionsMovable(false);
-    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  }
+// A column without a width of its own has room for its title and for the texts of so many rows, within these limits.
+constexpr int measured_rows = 50;
+constexpr int narrowest_column = 60;
+constexpr int widest_column = 240;
 
-  void ShowGridLines(bool on) {
-    has_grid_lines_ = on;
-    viewport()->update();
-  }
+/// A column that nobody is meant to see.
+constexpr int hidden_column = 1;
 
- protected:
-  void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override {
-    QTreeView::drawRow(painter, option, index);
-    if (!has_grid_lines_)
-      return;
-    painter->save();
-    painter->setPen(LineColor(palette()));
-    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
-    for (int column = 0; column < header()->count(); ++column) {
-      const int right = columnViewportPosition(column) + columnWidth(column) - 1;
-      painter->drawLine(right, option.rect.top(), right, option.rect.bottom());
-    }
-    painter->restore();
-  }
+/// The button of the mouse that opens menus.
+constexpr int menu_button = 2;
 
-  /// The list's own tool tip shows over its rows as well. Without one, a cell shows its text; one that has room for its
-  /// text needs no tool tip with the same.
-  bool viewportEvent(QEvent *event) override {
-    if (event->type() == QEvent::ToolTip) {
-      const auto &help = static_cast<QHelpEvent &>(*event);
-      if (!toolTip().isEmpty()) {
-        QToolTip::showText(help.globalPos(), toolTip(), this);
-        return true;
-      }
-      const QModelIndex index = indexAt(help.pos());
-      if (index.isValid() && sizeHintForIndex(index).width() <= visualRect(index).width()) {
-        QToolTip::hideText();
-        return true;
-      }
-    }
-    return QTreeView::viewportEvent(event);
-  }
-
- private:
-  bool has_grid_lines_ = false;
-};
+bool IsMenuKey(const QKeyEvent &event) {
+  return event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+}
 
 class ListViewBinder final : public Binder {
  public:
@@ -86,9 +47,16 @@ class ListViewBinder final : public Binder {
       // Such a list is as high as its rows, and a scroll bar would cover them.
       view_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
-    SetColumnWidths();
     view_.ShowGridLines(list_.GridLines());
-    connect(&model_, &ListModel::headerDataChanged, this, &ListViewBinder::SetColumnWidths);
+    view_.viewport()->installEventFilter(this);
+    ConnectHeader();
+    connect(&model_, &ListModel::Published, this, &ListViewBinder::Published);
+    connect(&model_, &ListModel::modelReset, this,
+            [this] { has_highlight_ = has_highlight_ && model_.rowCount() > 0; });
+    connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, &ListViewBinder::CurrentChanged);
+    connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { has_highlight_ = view_.selectionModel()->hasSelection(); });
+    Published(true);
   }
 
   void Release() override {
@@ -97,19 +65,164 @@ class ListViewBinder final : public Binder {
   }
 
  protected:
-  void Show(const PropertyBase & /*property*/) override { view_.ShowGridLines(list_.GridLines()); }
+  void Show(const PropertyBase &property) override {
+    if (&property == &list_.GridLines)
+      view_.ShowGridLines(list_.GridLines());
+    else
+      ShowSort();
+  }
+
+  bool eventFilter(QObject *object, QEvent *event) override {
+    if (is_released())
+      return false;
+    if (object == view_.viewport())
+      return event->type() == QEvent::MouseButtonRelease && Released(static_cast<QMouseEvent &>(*event));
+    if (object == &view_ && event->type() == QEvent::KeyPress)
+      return Pressed(static_cast<QKeyEvent &>(*event));
+    return Binder::eventFilter(object, event);
+  }
 
  private:
-  void SetColumnWidths() {
+  void ConnectHeader() {
+    if (!list_.ColumnClick.IsWired())
+      return;
+    view_.header()->setSectionsClickable(true);
+    // A second click that follows at once counts as well.
+    for (const auto click : {&QHeaderView::sectionClicked, &QHeaderView::sectionDoubleClicked})
+      connect(view_.header(), click, this, &ListViewBinder::TitleClicked);
+  }
+
+  void TitleClicked(int section) {
+    const QPointer<ListWidget> view(&view_);
+    Enter([&] {
+      if (section < list_.ColumnHeaders.Count())
+        list_.ClickColumn(section + 1);
+    });
+    // The header has moved the mark by itself.
+    if (view && !is_released())
+      ShowSort();
+  }
+
+  void ShowSort() {
+    const int column = model_.SortedColumn();
+    view_.header()->setSortIndicator(
+        column, list_.SortOrder() == ListView::descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    for (const int moved : {std::exchange(marked_column_, column), column}) {
+      if (moved >= 0 && moved < static_cast<int>(default_widths_.size()) &&
+          view_.columnWidth(moved) == default_widths_[static_cast<std::size_t>(moved)])
+        SetDefaultWidth(moved);
+    }
+  }
+
+  void Published(bool is_refresh) {
+    if (is_refresh) {
+      fitted_rows_ = 0;
+      ShowSort();
+    }
+    SetColumnWidths(is_refresh);
+    ShowCurrent();
+  }
+
+  /// A row that the user has chosen stays highlighted where a sort has moved it. The first row of a refresh is the
+  /// current one without that.
+  void ShowCurrent() {
+    const int row = list_.ListItems.Current();
+    if (row == 0 || row > model_.rowCount() || view_.currentIndex().row() == row - 1)
+      return;
+    const QScopedValueRollback<bool> by_program(is_moved_by_program_, true);
+    view_.GoTo(model_.index(row - 1, 0), has_highlight_);
+  }
+
+  void CurrentChanged(const QModelIndex &current) {
+    if (!is_released() && !is_moved_by_program_ && current.isValid() && current.row() < list_.ListItems.Count())
+      list_.ListItems.Choose(current.row() + 1);
+  }
+
+  /// A refresh brings all widths back. The first rows may come in several blocks.
+  void SetColumnWidths(bool is_refresh) {
+    const int rows = std::min(measured_rows, model_.rowCount());
+    if (!is_refresh && rows <= fitted_rows_)
+      return;
+    fitted_rows_ = rows;
+    default_widths_.assign(model_.columns().size(), 0);
     for (int column = 0; column < model_.columnCount(); ++column) {
       const auto &width = model_.columns()[static_cast<std::size_t>(column)].Width;
-      view_.setColumnWidth(column, std::max(1, PixelsOf(width.value_or(ListColumns::default_width))));
+      if (!width)
+        SetDefaultWidth(column);
+      else if (is_refresh)
+        view_.setColumnWidth(column, std::max(hidden_column, PixelsOf(*width)));
     }
+  }
+
+  void SetDefaultWidth(int column) {
+    const int width = std::clamp(view_.NeededWidth(column, fitted_rows_), narrowest_column, widest_column);
+    default_widths_[static_cast<std::size_t>(column)] = width;
+    view_.setColumnWidth(column, width);
+  }
+
+  /// MouseUp comes when the view has made the pressed row the current one.
+  bool Released(QMouseEvent &event) {
+    if (!list_.MouseUp.IsWired())
+      return false;
+    const QPointer<ListWidget> view(&view_);
+    const QPoint origin = -view_.viewport()->pos();
+    view_.viewportEvent(&event);
+    if (view)
+      Enter([&] { list_.MouseUp.Raise(MouseStateOf(event, origin)); });
+    return true;
+  }
+
+  bool Pressed(const QKeyEvent &event) {
+    if (event.matches(QKeySequence::Copy)) {
+      CopyCurrentRow();
+      return true;
+    }
+    if (event.key() == Qt::Key_F2 && list_.BeforeLabelEdit.IsWired()) {
+      // No window lets its rows be edited, so there is no editor that could open.
+      Enter([&] { list_.AllowsLabelEdit(); });
+      return true;
+    }
+    if (IsMenuKey(event) && list_.MouseUp.IsWired()) {
+      if (!event.isAutoRepeat())
+        ClickCurrentRow(menu_button);
+      return true;
+    }
+    return false;
+  }
+
+  /// Does what a click does whose pointer is on the current row. A menu opens there, wherever the pointer is.
+  void ClickCurrentRow(int button) {
+    const int row = list_.ListItems.Current();
+    if (row == 0 || row > model_.rowCount())
+      return;
+    const QRect place = view_.BringIntoSight(model_.index(row - 1, 0));
+    const QPoint click = view_.viewport()->mapTo(&view_, QPoint(place.left(), place.center().y()));
+    EnterWithMenuAt(view_.viewport()->mapToGlobal(place.bottomLeft()), [&] {
+      list_.MouseUp.Raise({.button = button, .shift = 0, .x = TwipsOf(click.x()), .y = TwipsOf(click.y())});
+    });
+  }
+
+  void CopyCurrentRow() const {
+    const int row = list_.ListItems.Current();
+    if (row == 0)
+      return;
+    const ListItem &item = list_.ListItems(row);
+    QStringList fields;
+    for (int column = 0; column < model_.columnCount(); ++column) {
+      if (view_.columnWidth(column) > hidden_column)
+        fields += OneLine(ShownText(column == 0 ? std::string_view(item.Text) : item.SubItems(column)));
+    }
+    QGuiApplication::clipboard()->setText(fields.join(QLatin1Char('\t')));
   }
 
   ListView &list_;
   ListWidget &view_;
   ListModel model_;
+  std::vector<int> default_widths_;  // of the columns without one of their own, in pixels; 0 for the others
+  int fitted_rows_ = 0;              // by so many rows these have been measured
+  int marked_column_ = -1;           // the one with the sort mark
+  bool has_highlight_ = false;
+  bool is_moved_by_program_ = false;
 };
 
 }  // namespace

@@ -30,12 +30,14 @@ void PopupMenu::Add(MenuItem &item) {
   items_.insert(action, &item);
 }
 
-MenuItem *PopupMenu::Choose(const QWidget *window) {
+MenuItem *PopupMenu::Choose(const QWidget *window, const std::optional<QPoint> &place) {
   if (isEmpty())
     return nullptr;
   create();
   if (window != nullptr)
     windowHandle()->setTransientParent(window->windowHandle());
+  if (place)
+    return items_.value(exec(*place));
   // A key opens the menu at the window, wherever the pointer is.
   const bool is_pointed_at = window == nullptr || window->geometry().contains(QCursor::pos());
   return items_.value(exec(is_pointed_at ? QCursor::pos() : window->geometry().bottomLeft()));

@@ -2,6 +2,8 @@
 
 #include <QHash>
 #include <QMenu>
+#include <QPoint>
+#include <optional>
 
 namespace borvane {
 
@@ -13,9 +15,9 @@ class PopupMenu final : public QMenu {
  public:
   explicit PopupMenu(const Menu &menu);
 
-  /// Shows the menu at the pointer, for `window` if there is one, and lets events run until the user has chosen an
-  /// entry or closed the menu. Returns the entry, or null.
-  MenuItem *Choose(const QWidget *window);
+  /// Shows the menu at `place`, or else at the pointer, for `window` if there is one, and lets events run until the
+  /// user has chosen an entry or closed the menu. Returns the entry, or null.
+  MenuItem *Choose(const QWidget *window, const std::optional<QPoint> &place = std::nullopt);
 
  private:
   void Add(MenuItem &item);

@@ -20,7 +20,9 @@ class PanelWatcher final : public PropertyWatcher {
     PropertyChanged(panel_.Text);
   }
 
-  void PropertyChanged(const PropertyBase & /*property*/) override { label_.setText(LabelText(panel_.Text())); }
+  void PropertyChanged(const PropertyBase & /*property*/) override {
+    label_.setText(OneLine(LabelText(panel_.Text())));
+  }
 
   void Release() { panel_.Watch(nullptr); }
 

@@ -123,7 +123,10 @@ MenuItem *DesktopForms::ChosenEntry(const FormBase &form, const Menu &menu) {
   PopupMenu popup(menu);
   open_menu_ = &popup;
   menu_form_ = &form;
-  return popup.Choose(WindowOf(form));
+  FormWindow *window = WindowOf(form);
+  if (window != nullptr)
+    window->ForgetPressedKeys();
+  return popup.Choose(window, focus_.menu_place());
 }
 
 FormWindow *DesktopForms::WindowOf(const FormBase &form) const {

@@ -34,6 +34,9 @@ class FormWindow : public QWidget, public PropertyWatcher {
   /// Keeps the window above those of other programs, or no longer; open windows are switched without flicker.
   void KeepOnTop(bool on);
 
+  /// A menu takes the keyboard: what is pressed now is released for the menu, and counts no more for the form.
+  void ForgetPressedKeys() { pressed_keys_.clear(); }
+
  protected:
   /// Makes the widget of `control` in `parent`; null for a control that is never seen.
   QWidget *Bind(Control &control, QWidget &parent, Placing placing);

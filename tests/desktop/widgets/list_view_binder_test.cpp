@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "desktop/appearance.h"
 #include "desktop/widgets/colors.h"
 #include "records/frmRecords.h"
 #include "support/desktop/sample_form.h"
@@ -57,34 +58,6 @@ TEST_F(ListViewOnScreen, ShowsRowsAsTheyAreAdded) {
   EXPECT_EQ(text_pixels(), 0);
 }
 
-TEST_F(ListViewOnScreen, ColumnsHaveTheirWidths) {
-  EXPECT_EQ(view().columnWidth(0), 96);
-  EXPECT_EQ(view().columnWidth(1), 200);
-  EXPECT_EQ(view().columnWidth(2), 1);
-}
-
-TEST_F(ListViewOnScreen, NewColumnsBringTheirWidths) {
-  list().ColumnHeaders.Clear();
-  list().ColumnHeaders.Add("Place", 4500);
-  list().ColumnHeaders.Add("Date");
-  Settle();
-
-  ASSERT_EQ(view().header()->count(), 2);
-  EXPECT_EQ(view().columnWidth(0), 300);
-  EXPECT_EQ(view().columnWidth(1), 96);
-}
-
-TEST_F(ListViewOnScreen, ColumnsThatTheUserHasMadeWiderStaySoWhenTheRowsChange) {
-  list().ListItems.Add({.Text = "1.6"});
-  Settle();
-  view().setColumnWidth(0, 50);
-  list().ListItems.Clear();
-  list().ListItems.Add({.Text = "2.0"});
-  Settle();
-
-  EXPECT_EQ(view().columnWidth(0), 50);
-}
-
 TEST_F(ListViewOnScreen, GridLinesComeAndGo) {
   list().ListItems.Add({.Text = "1.6", .SubItemTexts = {"Yucaipa"}});
   const QColor line = LineColor(view().palette());
@@ -96,6 +69,48 @@ TEST_F(ListViewOnScreen, GridLinesComeAndGo) {
   list().GridLines = false;
   EXPECT_EQ(PixelsOf(Picture(*view().viewport()), line), without);
 }
+
+/// The colours of a light desktop and of a dark one.
+class ListGrid : public testing::TestWithParam<bool> {
+ protected:
+  ListGrid() {
+    if (GetParam())
+      QApplication::setPalette(DarkPalette());
+    sample->Show();
+    for (const char *text : {"1.6", "2.0", "3.1"})
+      sample->ListView1.ListItems.Add({.Text = text, .SubItemTexts = {"Yucaipa"}});
+    sample->ListView1.GridLines = true;
+    Settle();
+  }
+  ~ListGrid() override { QApplication::setPalette({}); }
+  ListGrid(const ListGrid &) = delete;
+  ListGrid &operator=(const ListGrid &) = delete;
+
+  ScreenRig rig;
+};
+
+TEST_P(ListGrid, HasALineBelowEachRowAndBesideEachColumn) {
+  auto &view = rig.widget<QTreeView>(*sample, "ListView1");
+  const QColor line = LineColor(view.palette());
+  const QImage picture = Picture(*view.viewport());
+  const auto is_line = [&](int x, int y) { return picture.pixelColor(x, y).rgb() == line.rgb(); };
+  for (int row = 0; row < 3; ++row) {
+    const QRect cell = view.visualRect(view.model()->index(row, 0));
+    for (int x = 0; x < 290; ++x)
+      EXPECT_TRUE(is_line(x, cell.bottom())) << "below row " << row << " at " << x;
+    for (int column = 0; column < 2; ++column) {
+      const int right = view.columnViewportPosition(column) + view.columnWidth(column) - 1;
+      for (int y = cell.top(); y <= cell.bottom(); ++y) {
+        EXPECT_TRUE(is_line(right, y)) << "beside column " << column << " at " << y;
+        EXPECT_FALSE(is_line(right - 1, y) && y < cell.bottom()) << "one pixel wide";
+      }
+    }
+  }
+  EXPECT_GE(Contrast(line, view.palette().color(QPalette::Base)), 2.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Colors, ListGrid, testing::Bool(),
+                         [](const testing::TestParamInfo<bool> &dark) { return dark.param ? "dark" : "light"; });
 
 class ListToolTips : public ListViewOnScreen {
  protected:

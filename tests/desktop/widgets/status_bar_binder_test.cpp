@@ -41,6 +41,12 @@ TEST_F(StatusBarOnScreen, PanelShowsTheBeginningOfATextThatNoScreenCouldShow) {
   EXPECT_EQ(sample->StatusBar1.Panels(2).Text(), text);
 }
 
+TEST_F(StatusBarOnScreen, PanelHasOneLine) {
+  sample->StatusBar1.Panels(2).Text = "Depth: 7.1\r\n\t(km)    above";
+
+  EXPECT_EQ(SpokenName(*panels().at(1)), "Depth: 7.1   (km)    above");
+}
+
 TEST_F(StatusBarOnScreen, LiesAlongTheLowerEdge) {
   const QWidget &bar = rig.widget(*sample, "StatusBar1");
   EXPECT_EQ(bar.geometry(), QRect(0, 375, 600, 25));
