@@ -3,6 +3,11 @@ from desk import LISTS, wait_for
 
 TITLE = "Borvane - Last Events"
 SHORT_BAR, LONG_BAR = "^Borvane$", "^Form2$"  # the titles of the bars' windows, which nobody sees
+
+
+# The keys that lead to the entries of the menus that open in the records window. A menu is in no tree of the screen reader's.
+MENU_KEYS = {"Open in Google Maps": ("Down",), "More Info": ("Down", "Down"), "Grid lines": ("Up",)}
+GLOBAL_MENU_KEYS = {"More Info": ("Down",), "Consult Wiki": ("Down", "Down"), "Wiki through Google": ("Up",)}
 HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
 
 
@@ -71,6 +76,36 @@ class Monitor:
         arrow = 8
         self.desk.click_at(extents.x + extents.width - arrow, extents.y + extents.height // 2)
         self.desk.click(self.desk.find(self.program, name, "list item"))
+
+    def row_place(self, row):
+        """The middle of a row of the list of events on the screen, from 0 on."""
+        cell = self.list("History").get_table_iface().get_accessible_at(row, 0)
+        extents = cell.get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN)
+        return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+    def click_row(self, row, button=1):
+        self.desk.activate(self.window)
+        self.desk.click_at(*self.row_place(row), button)
+
+    def shown_windows(self):
+        """The numbers of the program's windows on the screen, also of those without a title, as a menu is."""
+        return set(self.desk.x("xdotool", "search", "--onlyvisible", "--pid", str(self.program.pid)).split())
+
+    def open_menu(self, action):
+        """Returns the number of the menu that opens when `action` is done."""
+        before = self.shown_windows()
+        action()
+        return wait_for("the menu", lambda: self.shown_windows() - before).pop()
+
+    def press_in_menu(self, menu, *keys):
+        """Presses keys, the last of which closes the menu."""
+        self.desk.press(*keys)
+        wait_for("the menu to close", lambda: menu not in self.shown_windows())
+
+    def choose_for_row(self, row, entry):
+        """Chooses an entry of the menu of a row, from 0 on, in the list of events."""
+        menu = self.open_menu(lambda: self.click_row(row, button=3))
+        self.press_in_menu(menu, *MENU_KEYS[entry], "Return")
 
     def close_settings(self):
         self.desk.activate(self.desk.window(self.program, "^Settings$"))

@@ -5,6 +5,7 @@
 usage: screenshots.py FOLDER-OF-THE-PROGRAMS FOLDER-FOR-THE-PICTURES
 """
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -22,6 +23,9 @@ COLORED_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Colorize=1\nColor0=7\n
 
 # The settings with which the bar ticks so often that it collapses within seconds.
 TICKING_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Refresh=20\n")
+
+# The settings of a user who likes lines between the rows.
+GRID_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Grid=1\n")
 
 # The colours of a dark desktop, in the file in which Qt finds those of KDE.
 DARK = {
@@ -93,6 +97,23 @@ class Photographer:
         self.keep(shot.name, monitor.window)
         self.desk.end(monitor.program)
 
+    def take_list(self, name, dark, opens_menu=False):
+        """The list sorted by magnitude, with grid lines and a chosen row; with the row's menu, too."""
+        monitor = self.start_monitor(dark=dark, settings=GRID_START)
+        self.switch_on(monitor, 1)
+        wait_for("the rows", lambda: monitor.title()[:1].isdigit())
+        for place, button in (((104, 162), "1"), ((140, 232), "1"), ((140, 232), "3" if opens_menu else "1")):
+            self.desk.x("xdotool", "mousemove", "--window", monitor.window, *map(str, place), "click", button)
+            time.sleep(0.3)
+        if opens_menu:
+            geometry = self.desk.x("xwininfo", "-id", monitor.window)
+            left, top = (re.search(rf"Absolute upper-left {axis}: +(\d+)", geometry)[1] for axis in "XY")
+            self.keep(name, "root", ["-crop", f"735x555+{left}+{top}", "+repage"])
+            self.desk.press("Escape")
+        else:
+            self.keep(name, monitor.window)
+        self.desk.end(monitor.program)
+
     def take_alert(self, name, dark):
         """The popup over the records window, in the middle of the screen."""
         monitor = self.start_monitor(dark=dark, settings=ALERTING_START)
@@ -137,6 +158,10 @@ def main(programs, pictures):
         photographer = Photographer(desk, programs.resolve(), pictures)
         for shot in SHOTS:
             photographer.take(shot)
+        photographer.take_list("list-sorted", dark=False)
+        photographer.take_list("list-sorted-dark", dark=True)
+        photographer.take_list("list-menu", dark=False, opens_menu=True)
+        photographer.take_list("list-menu-dark", dark=True, opens_menu=True)
         photographer.take_alert("alert", dark=False)
         photographer.take_alert("alert-dark", dark=True)
         photographer.take_settings("settings")
