@@ -4,7 +4,6 @@ from desk import LISTS, wait_for
 TITLE = "Borvane - Last Events"
 SHORT_BAR, LONG_BAR = "^Borvane$", "^Form2$"  # the titles of the bars' windows, which nobody sees
 
-
 # The keys that lead to the entries of the menus that open in the records window. A menu is in no tree of the screen reader's.
 MENU_KEYS = {"Open in Google Maps": ("Down",), "More Info": ("Down", "Down"), "Grid lines": ("Up",)}
 GLOBAL_MENU_KEYS = {"More Info": ("Down",), "Consult Wiki": ("Down", "Down"), "Wiki through Google": ("Up",)}

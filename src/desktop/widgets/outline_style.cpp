@@ -52,6 +52,7 @@ void OutlineStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
       DrawOutline(*painter, option->rect, OutlineColor(*option, State_HasFocus), rounded);
       break;
     case PE_Frame:
+    case PE_PanelMenu:
       DrawOutline(*painter, option->rect, LineColor(option->palette), square);
       break;
     default:

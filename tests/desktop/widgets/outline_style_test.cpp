@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
+#include <QMenu>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QStyleOption>
@@ -141,6 +142,17 @@ TEST_P(Outlines, AreWholeOnABoxThatIsTooSmallForItsMark) {
   EXPECT_TRUE(PlaceOf("Check1").contains(mark));
   EXPECT_EQ(mark.size(), QSize(13, 13));
   EXPECT_GE(WeakestEdge(Picture(window()), mark), 2);
+}
+
+TEST_P(Outlines, OfAMenuStandsOutFromAList) {
+  QMenu menu;
+  menu.addAction("Grid lines");
+  const QImage picture = Picture(menu);
+  const QColor list = window().palette().color(QPalette::Base);
+  const QPoint middle = picture.rect().center();
+  for (const QPoint &edge : {QPoint(0, middle.y()), QPoint(picture.width() - 1, middle.y()), QPoint(middle.x(), 0),
+                             QPoint(middle.x(), picture.height() - 1)})
+    EXPECT_GE(Contrast(picture.pixelColor(edge), list), 2);
 }
 
 TEST_P(Outlines, ShowWhereTheKeyboardIs) {
