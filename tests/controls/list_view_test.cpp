@@ -12,7 +12,7 @@
 namespace borvane {
 namespace {
 
-struct Watcher : ListWatcher {
+struct RowWatcher : ListWatcher {
   std::vector<std::string> seen;
 
   void RowAdded(int row) override { seen.push_back("added " + std::to_string(row)); }
@@ -43,7 +43,7 @@ TEST(ListView, StartsWithItsDesignColumnsAndNoRows) {
 
 TEST(ListColumns, GiveAColumnAWidthAndNotifyTheirWatcher) {
   Events events;
-  Watcher watcher;
+  RowWatcher watcher;
   events.list.WatchRows(&watcher);
   events.list.ColumnHeaders.SetWidth(1, 5000.0F);
   events.list.ColumnHeaders.SetWidth(2, 1.0F);
@@ -153,7 +153,7 @@ TEST(ListRows, CopiesASubItemOfTheSameRow) {
 
 TEST(ListRows, NotifiesItsWatcherOfEachChange) {
   Events events;
-  Watcher watcher;
+  RowWatcher watcher;
   events.list.WatchRows(&watcher);
   events.list.ListItems.Add({"Mag", {}});
   events.list.ListItems.Add({"2.0", {}});
@@ -165,7 +165,7 @@ TEST(ListRows, NotifiesItsWatcherOfEachChange) {
 
 TEST(ListRows, NotifiesItsWatcherOnceTheRowCanBeRead) {
   Events events;
-  struct Reader : Watcher {
+  struct Reader : RowWatcher {
     ListView *list = nullptr;
     std::string text;
     void RowAdded(int row) override { text = list->ListItems(row).Text; }
@@ -178,7 +178,7 @@ TEST(ListRows, NotifiesItsWatcherOnceTheRowCanBeRead) {
 
 TEST(ListRows, NotifiesNobodyOnceTheWatcherIsRemoved) {
   Events events;
-  Watcher watcher;
+  RowWatcher watcher;
   events.list.WatchRows(&watcher);
   events.list.WatchRows(nullptr);
   events.list.ListItems.Add({"2.0", {}});
@@ -210,7 +210,7 @@ TEST(ListView, LetsARowBeEditedUnlessAHandlerCancelsThat) {
 
 TEST(ListColumns, AreReplacedOneByOne) {
   Events events;
-  Watcher watcher;
+  RowWatcher watcher;
   events.list.WatchRows(&watcher);
   events.list.ColumnHeaders.Clear();
   EXPECT_EQ(events.list.ColumnHeaders.Count(), 0);
