@@ -1,5 +1,5 @@
-// Measures how long a bar takes from the call that opens it to its first picture on the screen; for comparison a bare window without a
-// border, of the same size, with as many plain labels.
+// Measures how long a bar takes from the call that opens it to its first picture on the screen; for comparison a bare
+// window without a border, of the same size, with as many plain labels.
 
 #include <QApplication>
 #include <QLabel>

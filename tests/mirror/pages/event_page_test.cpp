@@ -12,11 +12,11 @@
 namespace borvane::mirror {
 namespace {
 
-QByteArray EventPageOf(const Event &event) { return EventPage(event, Catalogue({event}), 8080); }
+QByteArray PageOf(const Event &event) { return EventPage(event, Catalogue({event}), 8080); }
 
 TEST(EventPage, ShowsTheFiguresOfItsEvent) {
   const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
-  const QByteArray page = EventPageOf(Castaic());
+  const QByteArray page = PageOf(Castaic());
   EXPECT_TRUE(page.contains("<h1>Magnitude 2.0, 4 km (2 mi) W of Castaic, CA</h1>"));
   for (const char *row :
        {"<dt>Place:</dt> <dd>4 km (2 mi) W of Castaic, CA</dd>", "<dt>Magnitude:</dt> <dd>2.0</dd>",
@@ -77,7 +77,7 @@ TEST(EventPage, SaysWhatIsNotKnown) {
   event.place.clear();
   event.network.clear();
   event.kind = "quarry blast";
-  const QByteArray page = EventPageOf(event);
+  const QByteArray page = PageOf(event);
   EXPECT_TRUE(page.contains("<h1>Quarry blast</h1>"));
   EXPECT_TRUE(page.contains("<dt>Place:</dt> <dd>not named</dd>"));
   EXPECT_TRUE(page.contains("<dt>Magnitude:</dt> <dd>not known</dd>"));
@@ -87,7 +87,7 @@ TEST(EventPage, SaysWhatIsNotKnown) {
 }
 
 TEST(EventPage, LinksToTheListsThatHoldTheEvent) {
-  const QByteArray page = EventPageOf(Castaic());
+  const QByteArray page = PageOf(Castaic());
   EXPECT_TRUE(page.contains("href=\"http://southern.localhost:8080/recenteqs/Maps/Los_Angeles.html\""));
   EXPECT_FALSE(page.contains("San_Francisco.html"));
   EXPECT_TRUE(page.contains("href=\"/recenteqs/Maps/118-34.html\""));
@@ -102,7 +102,7 @@ TEST(EventPage, DrawsTheEventAndItsNeighbours) {
   Event far = Castaic();
   far.id = "far";
   far.latitude += 3;
-  const QByteArray alone = EventPageOf(Castaic());
+  const QByteArray alone = PageOf(Castaic());
   const QByteArray together = EventPage(Castaic(), Catalogue({Castaic(), near, far}), 8080);
   EXPECT_TRUE(alone.contains("<svg "));
   EXPECT_TRUE(alone.contains("aria-label=\"Map: the epicentre at 34.495N 118.667W\""));
@@ -124,7 +124,7 @@ TEST(EventPage, IsWellFormedWhereverTheEventWas) {
       Event event = Castaic();
       event.latitude = latitude;
       event.longitude = longitude;
-      const QByteArray page = EventPageOf(event);
+      const QByteArray page = PageOf(event);
       EXPECT_EQ(FaultOf(page), "") << latitude << ' ' << longitude;
       EXPECT_FALSE(page.contains("nan") || page.contains("inf\"")) << latitude << ' ' << longitude;
       EXPECT_LT(page.size(), 20'000) << latitude << ' ' << longitude;
@@ -137,7 +137,7 @@ TEST(EventPage, EscapesWhateverTheCatalogueSays) {
   event.place = bad;
   event.network = bad;
   event.kind = bad;
-  const QByteArray page = EventPageOf(event);
+  const QByteArray page = PageOf(event);
   EXPECT_EQ(FaultOf(page), "");
   EXPECT_FALSE(page.contains("<script"));
   EXPECT_FALSE(page.contains("<a href=\"x\""));
@@ -145,7 +145,7 @@ TEST(EventPage, EscapesWhateverTheCatalogueSays) {
 }
 
 TEST(EventPage, LoadsNothingFromElsewhere) {
-  const QByteArray page = EventPageOf(Castaic());
+  const QByteArray page = PageOf(Castaic());
   for (const char *loading : {"src=", "<link", "@import", "url(", "<script", "<iframe", "<img"})
     EXPECT_FALSE(page.contains(loading)) << loading;
 }
