@@ -2,6 +2,7 @@
 """A long run: as many refreshes as in a week, with the mirror going and coming in between."""
 import os
 import signal
+import time
 import unittest
 import unittest.mock
 from pathlib import Path
@@ -25,6 +26,7 @@ class Lasting(SystemTest):
         monitor.watch_area(AREA)
         rows = monitor.wait_for_rows()
         self.refresh(monitor, 100)
+        self.wait_until("the end of all requests", self.rests)
         memory, files, threads = self.resources(monitor)
 
         for _ in range(3):
@@ -36,7 +38,7 @@ class Lasting(SystemTest):
             mirror = self.desk.programs[-1]
 
         self.refresh(monitor, 10)
-        # The last request may still be under way, and more keys be waiting for their refresh.
+        self.wait_until("the end of all requests", self.rests)
         self.wait_until("the rows of the start", lambda: monitor.rows() == rows)
         self.wait_until("the transfers' ends", lambda: self.resources(monitor)[1:] == (files, threads))
         few_kilobytes = 2000
@@ -49,6 +51,12 @@ class Lasting(SystemTest):
             # A key may meet a refresh that is under way, which then requests no page.
             self.desk.press(*["r"] * 20)
             self.wait_until("a page request", lambda: self.pages() > before)
+
+    def rests(self):
+        """Whether no request is left: the last one may be under way, and more keys be waiting for their refresh."""
+        before = len(self.relay.requests)
+        time.sleep(2)
+        return len(self.relay.requests) == before
 
     def pages(self):
         return sum(request.startswith(b"GET /recenteqs") for request in self.relay.requests)
