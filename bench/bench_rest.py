@@ -57,8 +57,8 @@ class Monitor:
             self.click(BUTTON)
             wait_for("the rows", lambda: x(environment, "xdotool", "getwindowname", self.window)[:1].isdigit())
         if face:
-            self.click(FACES[face])
-            wait_for("the bar", lambda: self.window not in self.shown())
+            # The button waits for the end of the first refresh.
+            wait_for("the bar", lambda: self.click(FACES[face]) or self.window not in self.shown())
             x(environment, "xdotool", "mousemove", *AT_THE_EDGE, "mousemove", *AWAY)
 
     def click(self, place):

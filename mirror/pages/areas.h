@@ -36,11 +36,11 @@ enum class ListForm { Quakes, MapList, MapAnchor, World, Region };
 
 /// A page of the events within one named area.
 struct Area {
-  const char *name;
-  Endpoint endpoint;
-  const char *path;
-  ListForm form;
-  Box box;
+  const char *name = "";
+  Endpoint endpoint = {};
+  const char *path = "";
+  ListForm form = {};
+  Box box = {};
   double least_magnitude = std::numeric_limits<double>::lowest();
 
   /// Whether the page lists the event. None without a magnitude is on a list page.

@@ -12,7 +12,7 @@ constexpr const char *base = "<base href=\"/\">";
 // A row's marker is "MAP" with the "<" after it, so that nothing else on the page may read "MAP<"; the blank after the
 // place keeps one that ends in "MAP" from it. The magnitude is 29 characters after the marker's start, the link's path
 // nine after its "<", and one blank is between the figures.
-void AddRow(QByteArray &list, const Event &event) {
+void AddAnchorRow(QByteArray &list, const Event &event) {
   list += "<TR><TD><A HREF=\"" + MapPath(event).sliced(1) + "\">MAP</A></TD><TD ALIGN=right> ";
   list += MagnitudeText(*event.magnitude) + " <A HREF=\"" + EventPath(event).sliced(1) + "\">";
   list += RowFigures(event) + "</A> " + RowPlace(event) + " </TD></TR>\n";
@@ -26,7 +26,7 @@ QByteArray MapAnchorPage(const QString &title, const ListedEvents &events) {
   QByteArray list =
       "<table>\n<tr><th>Map</th> <th>Magnitude, date, time, latitude, longitude, depth, place</th></tr>\n";
   for (const Event *event : events)
-    AddRow(list, *event);
+    AddAnchorRow(list, *event);
   return ListPage(title, list + "</table>\n", {}, base);
 }
 

@@ -43,7 +43,7 @@ class RowStarts {
 // The magnitude goes up to the event's link, which has nine characters in front of its path; one blank is between the
 // figures, none after the depth. The place begins at the second character after the link, and loses the one in front of
 // the next "<". A row is bold by its magnitude alone, however it begins.
-void AddRow(QByteArray &list, const Event &event, RowStart start) {
+void AddMapRow(QByteArray &list, const Event &event, RowStart start) {
   const bool is_strong = *event.magnitude >= bold_map_magnitude;
   const QByteArray map = "<A HREF=\"" + MapPath(event) + "\">";
   const QByteArray magnitude = MagnitudeText(*event.magnitude);
@@ -73,7 +73,7 @@ QByteArray MapListPage(const QString &title, const ListedEvents &events) {
   RowStarts starts;
   for (const Event *event : events) {
     const bool is_strong = *event->magnitude >= bold_map_magnitude;
-    AddRow(list, *event, starts.Next(is_strong, event == events.back(), list.size()));
+    AddMapRow(list, *event, starts.Next(is_strong, event == events.back(), list.size()));
   }
   return ListPage(title, list + "</pre>\n", legend);
 }

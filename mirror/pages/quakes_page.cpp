@@ -11,7 +11,7 @@ namespace {
 // blank between the figures, none after the depth, the closing tag's "<" right after it, and the place from four
 // characters after that "<" to the line feed. What comes before a row's marker must be at least 15 characters long,
 // which the map link sees to.
-void AddRow(QByteArray &list, const Event &event) {
+void AddQuakesRow(QByteArray &list, const Event &event) {
   list += "<A HREF=\"" + MapPath(event) + "\">map</A> " + MagnitudeText(*event.magnitude);
   list += "  <A HREF=\"" + EventPath(event) + "\">" + RowFigures(event) + "</A>    " + RowPlace(event) + '\n';
 }
@@ -23,7 +23,7 @@ QByteArray QuakesPage(const QString &title, const ListedEvents &events, const QB
     return ListPage(title, introduction + no_events);
   QByteArray list = introduction + "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH  PLACE</b>\n";
   for (const Event *event : events)
-    AddRow(list, *event);
+    AddQuakesRow(list, *event);
   return ListPage(title, list + "</pre>\n");
 }
 

@@ -28,7 +28,7 @@ QByteArray PlaceText(const Event &event) {
 
 // The scanner goes from one "nowrap>" to the next, starting at a "MAP", and takes the place from the first cell that is
 // "<td>" alone.
-void AddRow(QByteArray &list, const Event &event) {
+void AddWorldRow(QByteArray &list, const Event &event) {
   const double magnitude = *event.magnitude;
   list += R"(<tr><td class="map"><a href=")" + MapPath(event) + "\">MAP</a></td>\n";
   list += "<td nowrap>" + Emphasized(MagnitudeText(magnitude), magnitude) + "</td>\n";
@@ -51,7 +51,7 @@ QByteArray WorldPage(const QString &title, const ListedEvents &events) {
       "<table>\n<tr><th>Map</th> <th>Magnitude</th> <th>Time</th> <th>Latitude</th> <th>Longitude</th> <th>Depth</th> "
       "<th>Place</th></tr>\n";
   for (const Event *event : events)
-    AddRow(list, *event);
+    AddWorldRow(list, *event);
   return ListPage(title, list + "</table>\n", legend);
 }
 
