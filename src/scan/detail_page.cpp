@@ -26,14 +26,6 @@ std::string_view ValueOf(std::string_view label, int distance, const std::string
   return Piece(page, begin, end - begin);
 }
 
-/// The row that is selected in the list of events. Raises an object failure when there is none.
-int SelectedRow() {
-  const int row = frmRecords->ListView1.ListItems.Current();
-  if (row == 0)
-    Fail(Failure::ObjectNotSet);
-  return row;
-}
-
 }  // namespace
 
 std::string FetchDetailPage(const std::string &address) {
@@ -58,13 +50,13 @@ void ScanLatLon(const std::string &page, const Integer &mode, float &latitude, f
 
   // Meant (coordinates-go-to-the-row-selected-then): the row should be the one whose page was fetched. It is the one
   // that is selected now, and events ran during the fetch.
-  ListRows &rows = frmRecords->ListView1.ListItems;
-  const int row = SelectedRow();
+  ListView &list = frmRecords->ListView1;
+  const int row = list.SelectedRow();
   // Meant (region-coordinates-follow-the-region): numbers that are read back should have a point. They have the
   // region's decimal separator, and reading ends at a comma.
   const char separator = platform().region.DecimalSeparator();
-  rows.SetSubItem(row, 4, SingleText(latitude, separator));
-  rows.SetSubItem(row, 5, SingleText(longitude, separator));
+  list.ListItems.SetSubItem(row, 4, SingleText(latitude, separator));
+  list.ListItems.SetSubItem(row, 5, SingleText(longitude, separator));
 }
 
 std::string ScanDepth(const std::string &page) {

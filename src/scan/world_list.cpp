@@ -120,7 +120,7 @@ class WorldListReader {
   Marker blank_{" "};
   Marker greater_{">"};
   Marker less_{"<"};
-  // Nothing is cut behind the time and the place, and both may be far in front of what is read next: their ends have
+  // Nothing is cut after the time and the place, and both may be far in front of what is read next: their ends have
   // memories of their own.
   Marker end_of_time_{"<"};
   Marker end_of_place_{"<"};
