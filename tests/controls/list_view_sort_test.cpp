@@ -143,10 +143,10 @@ TEST(SortedRows, TakeAnAddedRowWhereItsTextBelongs) {
   sorted.AddAll({"9", "0"});
   EXPECT_EQ(sorted.Shown(), (Texts{"0", "1", "3", "5", "9"}));
   sorted.Add("3", "two");
-  EXPECT_EQ(sorted.SubItems(), (Texts{"", "", "one", "two", "", ""})) << "behind the equal ones";
+  EXPECT_EQ(sorted.SubItems(), (Texts{"", "", "one", "two", "", ""})) << "after the equal ones";
   sorted.list.SortOrder = ListView::descending;
   sorted.Add("3", "three");
-  EXPECT_EQ(sorted.SubItems(), (Texts{"", "", "one", "two", "three", "", ""})) << "behind the equal ones";
+  EXPECT_EQ(sorted.SubItems(), (Texts{"", "", "one", "two", "three", "", ""})) << "after the equal ones";
 }
 
 TEST(SortedRows, StaySortedWhenTheListIsFilledAfresh) {

@@ -28,9 +28,6 @@ constexpr int widest_column = 240;
 /// A column that nobody is meant to see.
 constexpr int hidden_column = 1;
 
-/// The button of the mouse that opens menus.
-constexpr int menu_button = 2;
-
 bool IsMenuKey(const QKeyEvent &event) {
   return event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
 }
@@ -184,7 +181,7 @@ class ListViewBinder final : public Binder {
     }
     if (IsMenuKey(event) && list_.MouseUp.IsWired()) {
       if (!event.isAutoRepeat())
-        ClickCurrentRow(menu_button);
+        ClickCurrentRow(right_button);
       return true;
     }
     return false;
