@@ -8,8 +8,12 @@ endif()
 add_library(borvane_options INTERFACE)
 target_compile_options(borvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 
-# Where files are compiled together, a local name may be that of another file's constant.
+# Where files are compiled together, a local name may be that of another file's constant, and to GCC a file's own types are those of a
+# header.
 target_compile_options(borvane_options INTERFACE $<$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>:-Wno-shadow>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(borvane_options INTERFACE $<$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>:-Wno-subobject-linkage>)
+endif()
 
 # GCC 12 sees overlapping copies in every `"text" + std::string` of an optimised build.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
