@@ -23,6 +23,8 @@ void RecordsForm::ListView1_ColumnClick(const ColumnHeader &header) {
   int column = 1;
   while (column <= ListView1.ColumnHeaders.Count() && ListView1.ColumnHeaders(column).Text != header.Text)
     ++column;
+  // Meant (sort-stays-at-its-place): the chosen column should stay the one that sorts. Its place is kept, and another
+  // area's list has another column there, or none.
   ListView1.SortKey = column - 1;
 
   // Meant (any-title-flips-the-order): a column that is clicked for the first time should be sorted in ascending order.
@@ -58,6 +60,8 @@ void RecordsForm::ReadOutSelectedRow(bool is_region) {
   if (is_region) {
     // Meant (click-fetches-again): a row that has its figures should show them, as the map does. Each click fetches the
     // page.
+    // Meant (click-on-a-waiting-event-ends-the-program): a second click should wait or do nothing. It takes the client
+    // over, as any request does, and the first click gets no page.
     const std::string page = FetchDetailPage(std::string(rows(row).SubItems(3)));
     ScanLatLon(page, read_coordinates, latitude, longitude);
     depth_column = 6;
@@ -82,6 +86,8 @@ void RecordsForm::OpenListMenu() {
   mnuReportIt.Enabled = has_reports;
   mnuViewReps.Enabled = has_reports;
 
+  // Meant (menu-outlives-its-row): an entry should be about the row that was clicked. The refresh goes on while the
+  // menu is open, and the entry is about the row that is selected when it is chosen.
   PopupMenu(Tmnu);
 }
 

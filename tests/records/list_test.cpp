@@ -117,6 +117,27 @@ TEST(ColumnClick, HoldsForTheRefreshesThatFollow) {
   EXPECT_EQ(ListRig::events().SelectedItem().Text, "4.0");
 }
 
+TEST(ColumnClick, ChoosesAPlaceAndNotAColumn) {
+  RecordProperty("quirk", "sort-stays-at-its-place");
+  ListRig rig;
+  SetupColumns(columns_until_first_scan);
+  ASSERT_EQ(ListRig::events().ColumnHeaders(12).Text, "Where?");
+  rig.click_title(12);
+  rig.serve(los_angeles, Page(Row("4.0", "a") + Row("5.0", "b")));
+  rig.refresh();
+  EXPECT_EQ(ListRig::events().SortKey(), 11);
+  EXPECT_EQ(ListRig::magnitudes(), (Lines{"4.0", "5.0"})) << "the columns of a page are eight";
+
+  rig.click_title(7);
+  rig.click_title(7);
+  EXPECT_EQ(ListRig::magnitudes(), (Lines{"5.0", "4.0"}));
+  conffrm->Combo2.Text = "All Alaska";
+  rig.serve("http://alaska.localhost:17650/recenteqs_sub/", RegionPage(RegionRow()));
+  rig.refresh();
+  EXPECT_EQ(ListRig::events().SortKey(), 6);
+  EXPECT_EQ(ListRig::events().ColumnHeaders(7).Text, "Depth");
+}
+
 TEST(ColumnClick, TakesTheSelectedRowWithIt) {
   ListRig rig;
   BarRig::list({BarRig::row("2.0", ""), BarRig::row("1.0", ""), BarRig::row("3.0", "")});
@@ -350,6 +371,7 @@ TEST(RegionClick, EndsTheProgramWhenTheListIsEmptiedMeanwhile) {
 }
 
 TEST(RegionClick, EndsTheProgramWhenTheUserClicksOnWhileAHostDoesNotAnswer) {
+  RecordProperty("quirk", "click-on-a-waiting-event-ends-the-program");
   ListRig rig;
   rig.list_alaska();
   rig.http().Hold(nome_page);
@@ -363,6 +385,22 @@ TEST(RegionClick, EndsTheProgramWhenTheUserClicksOnWhileAHostDoesNotAnswer) {
             (Lines{"request " + nome_page, "cancel " + nome_page, "request " + adak_page,
                    "panel latitude: 51.8    longitude: -176.6", invalid_argument[0]}))
       << "the later click takes the client over, so the first one gets no page";
+}
+
+TEST(RegionClick, WritesTheDepthAtThePlaceOfTheClickWhateverTheSortHasPutThere) {
+  ListRig rig;
+  rig.list_alaska();
+  rig.during_request(nome_page, [&] { rig.click_title(1); });
+  rig.click_title(1);
+  rig.clear_trace();
+  ASSERT_EQ(ListRig::magnitudes(), (Lines{"3.1", "2.9"}));
+  ListRig::events().ListItems.Choose(1);
+  rig.click_list();
+
+  EXPECT_EQ(ListRig::magnitudes(), (Lines{"2.9", "3.1"}));
+  EXPECT_EQ(ListRig::sub_item(1, 6), " 33 km") << "the row that is first when the page has come";
+  EXPECT_EQ(ListRig::sub_item(2, 4), "64.5") << "the row that is selected then";
+  EXPECT_EQ(rig.trace({"error"}), Lines{});
 }
 
 TEST(RegionClick, ReadsTheEventsPageOfTheTableThatHasBeenRefreshed) {
@@ -398,6 +436,25 @@ TEST(ListMenu, OffersReportsFromMagnitudeThreeOn) {
     EXPECT_EQ(ReportEntries(magnitude), "") << magnitude;
   for (const char *magnitude : {"3.0", "3", "10.0", " 3.1 Ml", "5.2*", "0.3e1"})
     EXPECT_EQ(ReportEntries(magnitude), "submit view") << magnitude;
+}
+
+TEST(ListMenu, EntryIsThatOfTheRowThatIsSelectedWhenItIsChosen) {
+  RecordProperty("quirk", "menu-outlives-its-row");
+  ListRig rig;
+  BarRig::list({BarRig::row("2.0", "first"), BarRig::row("1.0", "clicked")});
+  ListRig::events().ListItems.Choose(2);
+  rig.serve(los_angeles, Page(Row("4.0", "newest")));
+  std::string before;
+  std::string after;
+  rig.screen().on_popup = [&](Menu & /*menu*/) {
+    before = frmRecords->MakeEventKey();
+    rig.refresh();
+    after = frmRecords->MakeEventKey();
+  };
+  rig.click_list(2);
+
+  EXPECT_EQ(before.substr(0, 4), "1.0-");
+  EXPECT_EQ(after.substr(0, 4), "4.0-") << "a refresh makes its newest event the selected one";
 }
 
 TEST(ListMenu, FetchesNothingForARowOfARegion) {

@@ -16,11 +16,11 @@ inline constexpr std::size_t longest_label = 1'000;
 /// `text` as a label shows it.
 inline QString LabelText(std::string_view text) { return ShownText(text.substr(0, longest_label)); }
 
-/// `text` as it shows under the pointer. It may come from a page, and Qt would take what looks like markup as such.
-inline QString HoverText(std::string_view text) {
-  const QString shown = LabelText(text);
-  return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
+/// A text as it shows under the pointer. It may come from a page, and Qt would take what looks like markup as such.
+inline QString HoverText(const QString &text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
+inline QString HoverText(std::string_view text) { return HoverText(LabelText(text)); }
 
 /// `text` for where there is room for one line: line ends, tabs and other control characters are blanks.
 inline QString OneLine(QString text) {

@@ -44,7 +44,9 @@ QVariant ListModel::data(const QModelIndex &index, int role) const {
   if ((role != Qt::DisplayRole && role != Qt::ToolTipRole) || !checkIndex(index, CheckIndexOption::IndexIsValid))
     return {};
   const ListItem &row = list_->ListItems(index.row() + 1);
-  return OneLine(LabelText(index.column() == 0 ? std::string_view(row.Text) : row.SubItems(index.column())));
+  const QString text =
+      OneLine(LabelText(index.column() == 0 ? std::string_view(row.Text) : row.SubItems(index.column())));
+  return role == Qt::ToolTipRole ? HoverText(text) : text;
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -63,10 +63,13 @@ class ListViewBinder final : public Binder {
 
  protected:
   void Show(const PropertyBase &property) override {
-    if (&property == &list_.GridLines)
+    if (&property == &list_.GridLines) {
       view_.ShowGridLines(list_.GridLines());
-    else
+    } else {
       ShowSort();
+      // Not at once: to measure a column reads rows, which would sort them by what has been set so far.
+      QMetaObject::invokeMethod(this, &ListViewBinder::FitMarkedColumn, Qt::QueuedConnection);
+    }
   }
 
   bool eventFilter(QObject *object, QEvent *event) override {
@@ -101,9 +104,15 @@ class ListViewBinder final : public Binder {
   }
 
   void ShowSort() {
-    const int column = model_.SortedColumn();
     view_.header()->setSortIndicator(
-        column, list_.SortOrder() == ListView::descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+        model_.SortedColumn(), list_.SortOrder() == ListView::descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+  }
+
+  /// A column makes room for the mark while it has it, unless the user has changed its width.
+  void FitMarkedColumn() {
+    if (is_released())
+      return;
+    const int column = model_.SortedColumn();
     for (const int moved : {std::exchange(marked_column_, column), column}) {
       if (moved >= 0 && moved < static_cast<int>(default_widths_.size()) &&
           view_.columnWidth(moved) == default_widths_[static_cast<std::size_t>(moved)])
@@ -115,6 +124,7 @@ class ListViewBinder final : public Binder {
     if (is_refresh) {
       fitted_rows_ = 0;
       ShowSort();
+      FitMarkedColumn();
     }
     SetColumnWidths(is_refresh);
     ShowCurrent();
@@ -165,7 +175,7 @@ class ListViewBinder final : public Binder {
     const QPoint origin = -view_.viewport()->pos();
     view_.viewportEvent(&event);
     if (view)
-      Enter([&] { list_.MouseUp.Raise(MouseStateOf(event, origin)); });
+      EnterWithMenuAt(event.globalPosition().toPoint(), [&] { list_.MouseUp.Raise(MouseStateOf(event, origin)); });
     return true;
   }
 
@@ -217,7 +227,7 @@ class ListViewBinder final : public Binder {
   ListModel model_;
   std::vector<int> default_widths_;  // of the columns without one of their own, in pixels; 0 for the others
   int fitted_rows_ = 0;              // by so many rows these have been measured
-  int marked_column_ = -1;           // the one with the sort mark
+  int marked_column_ = -1;           // the one that has room for the sort mark
   bool has_highlight_ = false;
   bool is_moved_by_program_ = false;
 };

@@ -1,6 +1,7 @@
 #include "desktop/widgets/list_widget.h"
 
 #include <QHelpEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
@@ -26,6 +27,11 @@ QSize ListHeader::sectionSizeFromContents(int section) const {
   if (section == sortIndicatorSection())
     option.sortIndicator = QStyleOptionHeader::SortDown;
   return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, {}, this);
+}
+
+void ListHeader::mouseDoubleClickEvent(QMouseEvent *event) {
+  if (event->button() == Qt::LeftButton && logicalIndexAt(event->pos()) >= 0)
+    QHeaderView::mouseDoubleClickEvent(event);
 }
 
 ListWidget::ListWidget(QWidget *parent) : QTreeView(parent) {
@@ -98,6 +104,13 @@ void ListWidget::drawRow(QPainter *painter, const QStyleOptionViewItem &option, 
   }
   painter->restore();
 }
+
+void ListWidget::mouseMoveEvent(QMouseEvent *event) {
+  if (event->buttons() == Qt::NoButton)
+    QTreeView::mouseMoveEvent(event);
+}
+
+void ListWidget::keyboardSearch(const QString & /*text*/) {}
 
 QItemSelectionModel::SelectionFlags ListWidget::selectionCommand(const QModelIndex &index,
                                                                  const QEvent * /*event*/) const {

@@ -12,6 +12,9 @@ class ListHeader final : public QHeaderView {
 
  protected:
   QSize sectionSizeFromContents(int section) const override;
+
+  /// Qt reports a double click of any button, and one beside the titles.
+  void mouseDoubleClickEvent(QMouseEvent *event) override;
 };
 
 /// The view of a list: whole rows of one height, with lines between them when they are wanted.
@@ -36,6 +39,12 @@ class ListWidget final : public QTreeView {
 
  protected:
   void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+  /// A pressed row stays the current one while the pointer is drawn over others.
+  void mouseMoveEvent(QMouseEvent *event) override;
+
+  /// A letter is a key of the window and goes to no row that begins with it.
+  void keyboardSearch(const QString &text) override;
 
   /// A press on blank space changes nothing, and Ctrl does not take the highlight from a row.
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;

@@ -171,6 +171,21 @@ TEST_F(ListClicks, EndOutsideOfTheListThatTheyBeganOn) {
   EXPECT_EQ(rig.events(), Lines({"mouse up 1 row 2"}));
 }
 
+TEST_F(ListClicks, KeepThePressedRowWhileThePointerIsDrawnOverOthers) {
+  QWidget &viewport = *view().viewport();
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+    QTest::mousePress(&viewport, button, {}, RowPoint(2));
+    QMouseEvent move(QEvent::MouseMove, RowPoint(5), viewport.mapToGlobal(RowPoint(5)), Qt::NoButton, button,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&viewport, &move);
+    QTest::mouseRelease(&viewport, Qt::LeftButton, {}, RowPoint(5));
+    Settle();
+    EXPECT_EQ(view().currentIndex().row(), 1);
+  }
+
+  EXPECT_EQ(rig.events(), Lines({"mouse up 1 row 2", "mouse up 1 row 2"}));
+}
+
 // The current row.
 
 TEST_F(ListClicks, KeysMakeARowTheCurrentOne) {
@@ -178,6 +193,14 @@ TEST_F(ListClicks, KeysMakeARowTheCurrentOne) {
   EXPECT_EQ(list().ListItems.Current(), 2);
   PressKey(Qt::Key_End);
   EXPECT_EQ(list().ListItems.Current(), 100);
+}
+
+TEST_F(ListClicks, LettersAndDigitsAreNoKeysOfTheList) {
+  PressKey(Qt::Key_5);
+  PressKey(Qt::Key_Y);
+
+  EXPECT_EQ(list().ListItems.Current(), 1);
+  EXPECT_EQ(rig.events(), Lines({"key 53", "key 89"}));
 }
 
 TEST_F(ListClicks, RefreshMakesTheFirstRowTheCurrentOneWithoutAHighlight) {
@@ -256,6 +279,22 @@ TEST_F(ListClicks, RightButtonOpensTheMenuOfTheRowAtThePointer) {
 
   EXPECT_EQ(rig.events(), Lines({"mouse up 2 row 3", "menu"}));
   EXPECT_LE((opened - place).manhattanLength(), 8);
+}
+
+TEST_F(ListClicks, MenuOpensWhereTheButtonIsReleasedAlsoOutsideOfTheWindow) {
+  const QRect window = rig.window(*menu_form).geometry();
+  const QPoint outside = window.topLeft() + QPoint(window.width() + 30, 100);
+  QCursor::setPos(outside);
+  QPoint opened;
+  Open(
+      [&] {
+        QTest::mousePress(view().viewport(), Qt::RightButton, {}, RowPoint(3));
+        QTest::mouseRelease(view().viewport(), Qt::RightButton, {}, view().viewport()->mapFromGlobal(outside));
+      },
+      [&](QMenu &menu) { opened = menu.pos(); });
+
+  EXPECT_EQ(rig.events(), Lines({"mouse up 2 row 3", "menu"}));
+  EXPECT_LE((opened - outside).manhattanLength(), 8);
 }
 
 TEST_F(ListClicks, KeysOpenTheMenuOfTheCurrentRowAtItsPlace) {

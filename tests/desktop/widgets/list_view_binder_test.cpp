@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
 #include <QToolTip>
 #include <QTreeView>
 #include <QtTest/QTest>
@@ -135,6 +136,16 @@ class ListToolTips : public ListViewOnScreen {
 
 TEST_F(ListToolTips, ShowTheTextOfACellThatIsCutOff) {
   EXPECT_EQ(over(1, 1), "a place far beyond the right edge of its column, as some are");
+}
+
+TEST_F(ListToolTips, TakeNoMarkupFromAPage) {
+  const char *text = "a place that is cut off and holds <b>what a page</b> may &lt; hold";
+  list().ListItems.Add({.Text = "2.0", .SubItemTexts = {text}});
+  Settle();
+  QTextDocument shown;
+  shown.setHtml(over(2, 1));
+
+  EXPECT_EQ(shown.toPlainText().simplified(), text);
 }
 
 TEST_F(ListToolTips, SayNothingAboutACellThatIsWhole) { EXPECT_EQ(over(0, 1), ""); }
