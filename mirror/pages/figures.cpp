@@ -42,8 +42,11 @@ QByteArray DegreesText(double degrees, char positive, char negative) {
   return text;
 }
 
+/// A half is rounded away from zero.
+long TenthsOf(double value) { return std::lround(value * 10); }
+
 QByteArray OneDecimal(double value) {
-  const long tenths = std::lround(value * 10);
+  const long tenths = TenthsOf(value);
   QByteArray text = tenths < 0 ? "-" : "";
   text += QByteArray::number(qlonglong{std::labs(tenths) / 10});
   text += '.';
@@ -54,6 +57,8 @@ QByteArray OneDecimal(double value) {
 }  // namespace
 
 QByteArray MagnitudeText(double magnitude) { return OneDecimal(magnitude); }
+
+double ShownMagnitude(double magnitude) { return static_cast<double>(TenthsOf(magnitude)) / 10; }
 
 QByteArray LatitudeText(double degrees) { return DegreesText(degrees, 'N', 'S'); }
 

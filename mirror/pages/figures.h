@@ -10,6 +10,9 @@ namespace borvane::mirror {
 /// One decimal, a half rounded away from zero, as the Survey's own titles do.
 QByteArray MagnitudeText(double magnitude);
 
+/// The number that MagnitudeText writes. What a page says of a row goes by it, so that no row contradicts its text.
+double ShownMagnitude(double magnitude);
+
 /// Three decimals and N or S.
 QByteArray LatitudeText(double degrees);
 

@@ -20,6 +20,8 @@ constexpr qsizetype longest_stretch = 25'000;
 /// column.
 constexpr qsizetype width_to_place = 49;
 
+bool IsStrong(const Event &event) { return ShownMagnitude(*event.magnitude) >= bold_map_magnitude; }
+
 /// Chooses how each row begins: strong events in capitals, weak ones not, but for rows whose other kind is due.
 class RowStarts {
  public:
@@ -44,7 +46,7 @@ class RowStarts {
 // figures, none after the depth. The place begins at the second character after the link, and loses the one in front of
 // the next "<". A row is bold by its magnitude alone, however it begins.
 void AddMapRow(QByteArray &list, const Event &event, RowStart start) {
-  const bool is_strong = *event.magnitude >= bold_map_magnitude;
+  const bool is_strong = IsStrong(event);
   const QByteArray map = "<A HREF=\"" + MapPath(event) + "\">";
   const QByteArray magnitude = MagnitudeText(*event.magnitude);
   const QByteArray figures = RowFigures(event);
@@ -71,10 +73,8 @@ QByteArray MapListPage(const QString &title, const ListedEvents &events) {
     return ListPage(title, no_events, legend);
   QByteArray list = "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH    PLACE</b>\n";
   RowStarts starts;
-  for (const Event *event : events) {
-    const bool is_strong = *event->magnitude >= bold_map_magnitude;
-    AddMapRow(list, *event, starts.Next(is_strong, event == events.back(), list.size()));
-  }
+  for (const Event *event : events)
+    AddMapRow(list, *event, starts.Next(IsStrong(*event), event == events.back(), list.size()));
   return ListPage(title, list + "</pre>\n", legend);
 }
 

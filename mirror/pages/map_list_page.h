@@ -7,7 +7,7 @@
 
 namespace borvane::mirror {
 
-/// The magnitude from which the rows of this form are bold.
+/// The shown magnitude from which the rows of this form are bold.
 inline constexpr double bold_map_magnitude = 3;
 
 /// The list page of the networks of Utah and the northeast, in the form that the monitor's map list scanner reads. The

@@ -7,7 +7,7 @@ namespace borvane::mirror {
 
 namespace {
 
-/// The text as it is in a row of that magnitude. The scanner skips 22 characters after "strong>" for the tag that
+/// The text as it is in a row that shows the magnitude. The scanner skips 22 characters after "strong>" for the tag that
 /// colours it.
 QByteArray Emphasized(const QByteArray &text, double magnitude) {
   if (magnitude >= coloured_world_magnitude)
@@ -29,9 +29,9 @@ QByteArray PlaceText(const Event &event) {
 // The scanner goes from one "nowrap>" to the next, starting at a "MAP", and takes the place from the first cell that is
 // "<td>" alone.
 void AddWorldRow(QByteArray &list, const Event &event) {
-  const double magnitude = *event.magnitude;
+  const double magnitude = ShownMagnitude(*event.magnitude);
   list += R"(<tr><td class="map"><a href=")" + MapPath(event) + "\">MAP</a></td>\n";
-  list += "<td nowrap>" + Emphasized(MagnitudeText(magnitude), magnitude) + "</td>\n";
+  list += "<td nowrap>" + Emphasized(MagnitudeText(*event.magnitude), magnitude) + "</td>\n";
   list += "<td nowrap><a href=\"" + EventPath(event) + "\">" + RowTime(event) + "</a></td>\n";
   list += NumberCell(LatitudeText(event.latitude)) + NumberCell(LongitudeText(event.longitude)) +
           NumberCell(DepthText(event.depth));

@@ -7,7 +7,7 @@
 
 namespace borvane::mirror {
 
-/// The magnitudes from which the rows of this form are bold, and bold and coloured.
+/// The shown magnitudes from which the rows of this form are bold, and bold and coloured.
 inline constexpr double bold_world_magnitude = 4.5;
 inline constexpr double coloured_world_magnitude = 6;
 

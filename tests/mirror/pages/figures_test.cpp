@@ -15,6 +15,11 @@ TEST(Figures, RoundTheMagnitudeAwayFromZero) {
   EXPECT_EQ(MagnitudeText(9.96), "10.0");
 }
 
+TEST(ShownMagnitude, IsTheNumberOfTheMagnitudesText) {
+  for (const double magnitude : {-9.96, -0.25, -0.04, 0.0, 0.85, 2.25, 2.94, 2.96, 3.0, 4.46, 5.96, 9.96})
+    EXPECT_EQ(ShownMagnitude(magnitude), MagnitudeText(magnitude).toDouble()) << magnitude;
+}
+
 TEST(Figures, NeverShowAMinusInFrontOfZero) {
   EXPECT_EQ(MagnitudeText(-0.04), "0.0");
   EXPECT_EQ(DepthText(-0.01), "0.0");

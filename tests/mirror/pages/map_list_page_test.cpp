@@ -60,6 +60,13 @@ TEST(MapListPage, BeginsARowByCapitalsFromThreeOn) {
       << page.constData();
 }
 
+TEST(MapListPage, GoesByTheMagnitudeThatARowShows) {
+  const QByteArray page = PageOf({EventOf(2.96), EventOf(2.94), EventOf(2.96)});
+  EXPECT_TRUE(page.contains(capital + "<B> 3.0  ")) << page.constData();
+  EXPECT_TRUE(page.contains("\n<span><A HREF=\"/recenteqs/Maps/118-34.html\">map</A> 2.9  "));
+  EXPECT_TRUE(page.contains("\n<b><A HREF=\"/recenteqs/Maps/118-34.html\">map</A> 3.0  ")) << "the last row";
+}
+
 TEST(MapListPage, BeginsItsLastRowBySmallLettersAlways) {
   const QByteArray page = PageOf({EventOf(4), EventOf(5)});
   EXPECT_EQ(page.count(capital + "<B> 4.0"), 1);

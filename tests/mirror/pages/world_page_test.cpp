@@ -36,18 +36,18 @@ TEST(WorldPage, WritesARowInTheFormThatTheScannerReads) {
 TEST(WorldPage, IsPlainBelowFourAndAHalfBoldFromThereAndColouredFromSix) {
   const QByteArray colour = "<strong><span class=\"intense\">";
   ASSERT_EQ(colour.size(), 30) << "the scanner skips 29 characters from \"strong>\"";
-  for (const double magnitude : {-1.0, 2.5, 4.49}) {
+  for (const double magnitude : {-1.0, 2.5, 4.4, 4.44}) {
     const QByteArray page = PageOf({EventOf(magnitude)});
     EXPECT_FALSE(page.contains("<strong>")) << magnitude;
     EXPECT_TRUE(page.contains("<td>Fiji region</td>")) << magnitude;
   }
-  for (const double magnitude : {4.5, 5.0, 5.9}) {
+  for (const double magnitude : {4.46, 4.5, 5.0, 5.9, 5.94}) {
     const QByteArray page = PageOf({EventOf(magnitude)});
     EXPECT_TRUE(page.contains("<td nowrap><strong>" + QByteArray::number(magnitude, 'f', 1) + "</strong></td>"))
         << magnitude;
     EXPECT_TRUE(page.contains("<td><strong>Fiji region</strong></td>")) << magnitude;
   }
-  for (const double magnitude : {6.0, 9.5}) {
+  for (const double magnitude : {5.96, 6.0, 9.5}) {
     const QByteArray page = PageOf({EventOf(magnitude)});
     EXPECT_TRUE(page.contains("<td nowrap>" + colour + QByteArray::number(magnitude, 'f', 1) + "</span></strong></td>"))
         << magnitude;
