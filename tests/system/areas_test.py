@@ -78,7 +78,12 @@ class Areas(SystemTest):
         self.monitor.choose_for_row(0, "More Info")
         self.wait_until(f"the page of {area}", self.opened.exists)
         address = self.opened.read_text(encoding="utf-8").strip()
-        self.assertIn(row[0].rstrip("*"), self.page(address), f"{area}: {address}")
+        link = next(text for text in row if "/Quakes/" in text)
+        self.assertTrue(address.endswith(link), f"{area}: {address} for {row}")
+        event = re.search(r"/Quakes/(.+)\.html$", urllib.parse.unquote(link))[1]
+        page = self.page(address)
+        self.assertIn(f"<dt>Id:</dt> <dd>{event}</dd>", page, f"{area}: {address}")
+        self.assertIn(f"<h1>Magnitude {row[0].rstrip('*')}, ", page, f"{area}: {address}")
 
     def test_each_of_them_gives_its_rows_and_their_pages(self):
         self.assertEqual(19, len(areas()))
