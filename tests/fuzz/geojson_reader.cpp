@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "pages/area_page.h"
 #include "pages/event_page.h"
-#include "pages/quakes_page.h"
-#include "support/mirror/quakes_list_reader.h"
+#include "pages/figures.h"
+#include "support/mirror/list_readers.h"
+#include "support/mirror/read_as.h"
 
 // Any text as a catalogue: what is read as an event is one, and every page that is made from it can be read back.
 
@@ -27,26 +29,38 @@ void CheckEvent(const Event &event) {
   Require(!event.depth || PlausibleDepth(*event.depth));
 }
 
-/// Every event with a magnitude is a row, in the order of the catalogue, and the scan ends normally.
-void CheckListPage(const Catalogue &catalogue) {
-  const QByteArray page =
-      QuakesPage("Fuzz", ListEvents(catalogue, [](const Event &event) { return event.magnitude.has_value(); }));
-  const ListReading reading = ReadQuakesList(page.toStdString());
+void CheckRow(ListForm form, const ListRow &row, const Event &event) {
+  const bool is_region = form == ListForm::Region;
+  const std::string site = is_region ? "http://fuzz.localhost/" : "";
+  Require(row.link == site + "recenteqs/Quakes/" + event.id.toStdString() + ".html");
+  Require(row.magnitude == MagnitudeText(event.magnitude.value()).toStdString());
+  Require(is_region ? row.date.size() == 19 : row.date.size() == 10 && row.time.size() == 8);
+}
+
+/// Every event with a magnitude is a row, in the order of the catalogue, and the scan ends normally. The table of a
+/// region has the newest of them alone.
+void CheckListPage(ListForm form, const Catalogue &catalogue) {
+  const ListReading reading = ReadAs(form, AreaPage(AnywhereWith(form), catalogue, "fuzz.localhost").toStdString());
   Require(reading.fault.empty());
   std::size_t row = 0;
   for (const Event &event : catalogue.events()) {
     if (!event.magnitude)
       continue;
     Require(row < reading.rows.size());
-    Require(reading.rows[row].link == "recenteqs/Quakes/" + event.id.toStdString() + ".html");
-    Require(reading.rows[row].date.size() == 10 && reading.rows[row].time.size() == 8);
+    CheckRow(form, reading.rows[row], event);
     ++row;
+    if (form == ListForm::Region)
+      break;
   }
   Require(row == reading.rows.size());
 }
 
 void CheckEventPage(const Event &event, const Catalogue &catalogue) {
   const QByteArray page = EventPage(event, catalogue, 1);
+  const EventReading reading = ReadEventPage(page.toStdString());
+  Require(reading.fault.empty());
+  Require(reading.latitude == SignedDegreesText(event.latitude).toStdString());
+  Require(reading.longitude == SignedDegreesText(event.longitude).toStdString());
   Require(page.count("<script") == 0 && page.count("</title>") == 1 && page.endsWith("</html>"));
   Require(!page.contains('\0'));
 }
@@ -60,7 +74,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   for (const Event &event : reading.events)
     CheckEvent(event);
   const Catalogue catalogue(reading.events);
-  CheckListPage(catalogue);
+  for (const ListForm form :
+       {ListForm::Quakes, ListForm::MapList, ListForm::MapAnchor, ListForm::World, ListForm::Region})
+    CheckListPage(form, catalogue);
   if (!catalogue.events().empty())
     CheckEventPage(catalogue.events().front(), catalogue);
   return 0;

@@ -1,16 +1,15 @@
 #include "pages/area_page.h"
 
 #include <array>
-#include <limits>
 
 #include <gtest/gtest.h>
 
 #include "catalogue/sample.h"
 #include "pages/figures.h"
 #include "pages/text.h"
-#include "support/mirror/list_readers.h"
 #include "support/mirror/plain_steps.h"
 #include "support/mirror/random_catalogue.h"
+#include "support/mirror/read_as.h"
 #include "support/mirror/time_zone.h"
 
 namespace borvane::mirror {
@@ -72,27 +71,6 @@ ListReading ExpectedReading(const Area &area, const std::vector<const Event *> &
   return expected;
 }
 
-/// Reads the page as the monitor's scanner of the area does.
-ListReading ReadAs(ListForm form, const std::string &page) {
-  switch (form) {
-    case ListForm::Quakes:
-      return ReadQuakesList(page);
-    case ListForm::MapList:
-      return ReadMapList(page);
-    case ListForm::MapAnchor:
-      return ReadMapAnchorList(page);
-    case ListForm::World:
-      return ReadWorldList(page);
-    case ListForm::Region: {
-      ListReading reading = ReadRegionTable(page).list;
-      for (ListRow &row : reading.rows)
-        row.link = QByteArray::fromPercentEncoding(QByteArray::fromStdString(row.link)).toStdString();
-      return reading;
-    }
-  }
-  return {};
-}
-
 void ExpectToComeBack(const Area &area, const Catalogue &catalogue) {
   const std::vector<const Event *> events = EventsOf(area, catalogue);
   const ListReading expected = ExpectedReading(area, events);
@@ -139,16 +117,6 @@ TEST_P(AreaPages, EndTheScanNormallyWithOneEvent) {
   ExpectToComeBack(area(), Catalogue({*EventsOf(area(), sample).front()}));
 }
 
-/// The area's form with the whole world in its box, so that every event of a catalogue counts.
-Area AnywhereWith(ListForm form, double least_magnitude) {
-  return {.name = "Anywhere",
-          .endpoint = Endpoint::National,
-          .path = "/",
-          .form = form,
-          .box = {.south = -90, .north = 90, .west = -180, .east = 180},
-          .least_magnitude = least_magnitude};
-}
-
 constexpr int random_catalogues = 2000;
 
 /// How many events a catalogue has: mostly few, none and one among them, and now and then so many that the distances
@@ -163,7 +131,7 @@ class RandomPages : public testing::TestWithParam<ListForm> {};
 
 TEST_P(RandomPages, ComeBackFromTheScannerEventForEvent) {
   const TimeZone zone("UTC");
-  const Area everything = AnywhereWith(GetParam(), std::numeric_limits<double>::lowest());
+  const Area everything = AnywhereWith(GetParam());
   for (int number = 0; number < random_catalogues; ++number) {
     RandomCatalogue random(static_cast<unsigned>(number));
     SCOPED_TRACE(number);
