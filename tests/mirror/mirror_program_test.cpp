@@ -5,9 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "support/mirror/client.h"
-#include "support/mirror/list_readers.h"
 #include "support/mirror/mirror_process.h"
-#include "support/mirror/quakes_list_reader.h"
+#include "support/plain_scanners.h"
 
 // The real program over a real socket.
 
@@ -67,9 +66,9 @@ TEST(Mirror, ServesEachAreaWithAtLeastTenRows) {
                                                       {"memphis", "/recenteqs/Quakes/quakes0.html"}}) {
     const Response page = Get(mirror.Port(), path, host + ".localhost:17650").value();
     EXPECT_EQ(page.status, 200);
-    const ListReading reading = ReadQuakesList(page.body.toStdString());
-    EXPECT_EQ(reading.fault, "");
-    EXPECT_GE(reading.rows.size(), 10U) << host.toStdString() << path.toStdString();
+    const plain::ScanResult scan = plain::ScanQuakesList(page.body.toStdString());
+    EXPECT_EQ(scan.failure, 0);
+    EXPECT_GE(scan.rows.size(), 10U) << host.toStdString() << path.toStdString();
   }
 }
 
@@ -80,15 +79,15 @@ TEST(Mirror, ServesTheOtherFormsOfLists) {
     EXPECT_EQ(response.status, 200);
     return response.body.toStdString();
   };
-  const std::vector<ListReading> readings = {
-      ReadMapList(page("/req2webdir/recenteqs/Quakes/quakes0.html", "utah.localhost:17650")),
-      ReadMapList(page("/LCSN/recenteqs/Quakes/quakes0.html", "northeastern.localhost:17650")),
-      ReadWorldList(page("/eqcenter/recenteqsww/Quakes/quakes_all.php", "national.localhost:17650")),
-      ReadWorldList(page("/eqcenter/recenteqsww/Quakes/quakes_big.php", "national.localhost:17650")),
-      ReadMapAnchorList(page("/recenteqs/eqs_all.htm", "puertorico.localhost:17650"))};
-  for (const ListReading &reading : readings) {
-    EXPECT_EQ(reading.fault, "");
-    EXPECT_GE(reading.rows.size(), 10U);
+  const std::vector<plain::ScanResult> scans = {
+      plain::ScanMapList(page("/req2webdir/recenteqs/Quakes/quakes0.html", "utah.localhost:17650")),
+      plain::ScanMapList(page("/LCSN/recenteqs/Quakes/quakes0.html", "northeastern.localhost:17650")),
+      plain::ScanWorldList(page("/eqcenter/recenteqsww/Quakes/quakes_all.php", "national.localhost:17650")),
+      plain::ScanWorldList(page("/eqcenter/recenteqsww/Quakes/quakes_big.php", "national.localhost:17650")),
+      plain::ScanMapAnchorList(page("/recenteqs/eqs_all.htm", "puertorico.localhost:17650"))};
+  for (const plain::ScanResult &scan : scans) {
+    EXPECT_EQ(scan.failure, 0);
+    EXPECT_GE(scan.rows.size(), 10U);
   }
 }
 
@@ -96,17 +95,14 @@ TEST(Mirror, ServesTheEventOfTheRegionAtTheAddressInItsTable) {
   MirrorProcess mirror;
   const QByteArray host = "127.0.0.1:" + QByteArray::number(mirror.Port());
   const Response list = Get(mirror.Port(), "/recenteqs_sub/", host).value();
-  const RegionReading reading = ReadRegionTable(list.body.toStdString());
-  EXPECT_EQ(reading.list.fault, "");
-  const QByteArray address = QByteArray::fromStdString(reading.list.rows.at(0).link);
+  const plain::ScanResult scan = plain::ScanRegionTable(list.body.toStdString());
+  EXPECT_EQ(scan.failure, 0);
+  const QByteArray address = QByteArray::fromStdString(scan.rows.at(0)[plain::region_column::link]);
   ASSERT_TRUE(address.startsWith("http://" + host + '/')) << address.constData();
   const Response event = Get(mirror.Port(), address.sliced(7 + host.size()), host).value();
   EXPECT_EQ(event.status, 200);
-  const EventReading figures = ReadEventPage(event.body.toStdString());
-  EXPECT_EQ(figures.fault, "");
-  EXPECT_EQ(figures.latitude, "61.726");
-  EXPECT_EQ(figures.longitude, "-149.628");
-  EXPECT_EQ(figures.depth, "28.5 km (17.7 mi)");
+  EXPECT_EQ(plain::ReadEventPage(event.body.toStdString()),
+            (plain::EventPage{61.726F, -149.628F, 0, "28.5 km (17.7 mi)", 0}));
 }
 
 TEST(Mirror, ServesTwoNetworksAtOnePathByTheHost) {
@@ -122,18 +118,20 @@ TEST(Mirror, ServesAnEmptyPageOfTheCoordinatesZero) {
   MirrorProcess mirror;
   const Response page = Get(mirror.Port(), "/recenteqs/Maps/0-0.html").value();
   EXPECT_EQ(page.status, 200);
-  EXPECT_TRUE(ReadQuakesList(page.body.toStdString()).rows.empty());
+  EXPECT_TRUE(plain::ScanQuakesList(page.body.toStdString()).rows.empty());
 }
 
 TEST(Mirror, ServesThePageOfEachRowsLink) {
   MirrorProcess mirror;
   const Response list = Get(mirror.Port(), "/recenteqs/Maps/Los_Angeles.html").value();
   Client client(mirror.Port());
-  for (const ListRow &row : ReadQuakesList(list.body.toStdString()).rows) {
-    client.Send("GET /" + QByteArray::fromStdString(row.link) + " HTTP/1.1\r\nHost: southern.localhost\r\n\r\n");
+  for (const plain::Row &row : plain::ScanQuakesList(list.body.toStdString()).rows) {
+    client.Send("GET /" + QByteArray::fromStdString(row[plain::column::link]) +
+                " HTTP/1.1\r\nHost: southern.localhost\r\n\r\n");
     const Response page = client.Read().value();
-    EXPECT_EQ(page.status, 200) << row.link;
-    EXPECT_TRUE(page.body.contains("<dd>" + QByteArray::fromStdString(row.magnitude) + "</dd>")) << row.link;
+    EXPECT_EQ(page.status, 200) << row[plain::column::link];
+    EXPECT_TRUE(page.body.contains("<dd>" + QByteArray::fromStdString(row[plain::column::magnitude]) + "</dd>"))
+        << row[plain::column::link];
   }
 }
 
@@ -182,8 +180,8 @@ TEST(Mirror, ShowsTheTimesOfItsOwnZone) {
   MirrorProcess tokyo({}, {.variables = {"TZ=JST-9"}});
   const auto newest = [](MirrorProcess &mirror) {
     const Response page = Get(mirror.Port(), "/recenteqs/Maps/116-33.html").value();
-    const ListRow row = ReadQuakesList(page.body.toStdString()).rows.at(0);
-    return row.date + ' ' + row.time;
+    const plain::Row row = plain::ScanQuakesList(page.body.toStdString()).rows.at(0);
+    return row[plain::column::date] + ' ' + row[plain::column::time];
   };
   EXPECT_EQ(newest(utc), "2025/05/15 00:25:18");
   EXPECT_EQ(newest(tokyo), "2025/05/15 09:25:18");

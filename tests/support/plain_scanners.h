@@ -13,6 +13,17 @@ namespace borvane::plain {
 /// A row as the list shows it: its text and those of the next seven columns.
 using Row = std::array<std::string, 8>;
 
+/// The number of each text in a row of events.
+namespace column {
+inline constexpr std::size_t magnitude = 0, date = 1, time = 2, latitude = 3, longitude = 4, depth = 5, place = 6,
+                             link = 7;
+}
+
+/// The number of each text in a row of a region's table.
+namespace region_column {
+inline constexpr std::size_t magnitude = 0, moment = 1, place = 2, link = 3;
+}
+
 /// The result of a scan of a page: the rows; what it writes elsewhere, a text each; the number of the failure that
 /// ended it, 0 for none; and the text that it has not cut off.
 struct ScanResult {
@@ -34,8 +45,8 @@ ScanResult ScanWorldList(const std::string &page);
 /// What a scan for the headline reads: no rows, and elsewhere the headline and its link.
 ScanResult ScanWorldHeadline(const std::string &page);
 
-/// Elsewhere: "columns" when the list is given new ones, the magnitude that the upper list shows, and "widths" when the
-/// columns get theirs.
+/// The rows have their texts in the order of region_column. Elsewhere: "columns" when the list is given new ones, the
+/// magnitude that the upper list shows, and "widths" when the columns get theirs.
 ScanResult ScanRegionTable(const std::string &page);
 
 /// What is read of an event's page: both coordinates and the number of the failure that ended the reading, then the

@@ -12,7 +12,7 @@
 
 #include "support/mirror/client.h"
 #include "support/mirror/mirror_process.h"
-#include "support/mirror/quakes_list_reader.h"
+#include "support/plain_scanners.h"
 
 // The real program on a catalogue file that changes.
 
@@ -48,9 +48,9 @@ class CatalogueFiles : public testing::Test {
     ASSERT_EQ(::rename(QFile::encodeName(Path() + ".new").constData(), QFile::encodeName(Path()).constData()), 0);
   }
 
-  static std::vector<ListRow> Rows(MirrorProcess &mirror) {
+  static std::vector<plain::Row> Rows(MirrorProcess &mirror) {
     const std::optional<Response> page = Get(mirror.Port(), "/recenteqs/Maps/Los_Angeles.html");
-    return page ? ReadQuakesList(page->body.toStdString()).rows : std::vector<ListRow>();
+    return page ? plain::ScanQuakesList(page->body.toStdString()).rows : std::vector<plain::Row>();
   }
 
   /// Whether the condition becomes true. A look at the file takes its time on a busy machine.
@@ -73,8 +73,8 @@ class CatalogueFiles : public testing::Test {
   /// Whether the page's first row leads to the event, sooner or later.
   static bool ServesFirst(MirrorProcess &mirror, const std::string &id) {
     return Becomes([&] {
-      const std::vector<ListRow> rows = Rows(mirror);
-      return !rows.empty() && rows[0].link == "recenteqs/Quakes/" + id + ".html";
+      const std::vector<plain::Row> rows = Rows(mirror);
+      return !rows.empty() && rows[0][plain::column::link] == "recenteqs/Quakes/" + id + ".html";
     });
   }
 
@@ -85,10 +85,10 @@ class CatalogueFiles : public testing::Test {
 TEST_F(CatalogueFiles, AreServedInPlaceOfTheSample) {
   Write(Feed("first", 3), Path());
   MirrorProcess mirror({"--catalogue", Path()});
-  const std::vector<ListRow> rows = Rows(mirror);
+  const std::vector<plain::Row> rows = Rows(mirror);
   ASSERT_EQ(rows.size(), 3U);
-  EXPECT_EQ(rows[0].link, "recenteqs/Quakes/first0.html");
-  EXPECT_EQ(rows[0].place, "6 km ( 4 mi) ENE of Yucaipa, CA");
+  EXPECT_EQ(rows[0][plain::column::link], "recenteqs/Quakes/first0.html");
+  EXPECT_EQ(rows[0][plain::column::place], "6 km ( 4 mi) ENE of Yucaipa, CA");
   EXPECT_EQ(mirror.Errors(), "");
 }
 
@@ -295,7 +295,7 @@ TEST_F(CatalogueFiles, AreServedWholeOrNotAtAllWhileTheyAreWritten) {
     file.write(next.mid(at, next.size() / 8 + 1));
     file.flush();
     QThread::msleep(150);
-    const std::vector<ListRow> rows = Rows(mirror);
+    const std::vector<plain::Row> rows = Rows(mirror);
     EXPECT_TRUE(rows.size() == 200 || rows.size() == 300) << rows.size();
   }
   file.close();

@@ -7,10 +7,10 @@
 #include "catalogue/sample.h"
 #include "pages/figures.h"
 #include "pages/text.h"
-#include "support/mirror/plain_steps.h"
 #include "support/mirror/random_catalogue.h"
 #include "support/mirror/read_as.h"
 #include "support/mirror/time_zone.h"
+#include "support/plain_text.h"
 
 namespace borvane::mirror {
 namespace {
@@ -20,33 +20,30 @@ const QByteArray host = "alaska.localhost:17650";
 std::string ListedPlace(const Event &event) { return RowText(PlaceWithMiles(event.place)).toStdString(); }
 
 /// What every form but the region's gives back of an event.
-ListRow RowOf(const Event &event) {
+plain::Row RowOf(const Event &event) {
   const std::string time = LocalTimeText(event.origin_time).toStdString();
-  return {.magnitude = MagnitudeText(event.magnitude.value()).toStdString(),
-          .date = time.substr(0, 10),
-          .time = time.substr(11),
-          .latitude = LatitudeText(event.latitude).toStdString(),
-          .longitude = LongitudeText(event.longitude).toStdString(),
-          .depth = DepthText(event.depth).toStdString(),
-          .place = plain::Trimmed(ListedPlace(event)),
-          .link = "recenteqs/Quakes/" + event.id.toStdString() + ".html"};
+  return {MagnitudeText(event.magnitude.value()).toStdString(),
+          time.substr(0, 10),
+          time.substr(11),
+          LatitudeText(event.latitude).toStdString(),
+          LongitudeText(event.longitude).toStdString(),
+          DepthText(event.depth).toStdString(),
+          plain::Trim(ListedPlace(event)),
+          "recenteqs/Quakes/" + event.id.toStdString() + ".html"};
 }
 
-ListRow WorldRowOf(const Event &event) {
-  ListRow row = RowOf(event);
-  if (row.place.empty())
-    row.place = "not named";
+plain::Row WorldRowOf(const Event &event) {
+  plain::Row row = RowOf(event);
+  std::string &place = row[plain::column::place];
+  if (place.empty())
+    place = "not named";
   return row;
 }
 
 /// The row of the region's table, with its link as a browser and the mirror understand it.
-ListRow RegionRowOf(const Event &event) {
-  ListRow row;
-  row.magnitude = MagnitudeText(event.magnitude.value()).toStdString();
-  row.date = LocalTimeText(event.origin_time).toStdString();
-  row.place = ListedPlace(event);
-  row.link = "http://" + host.toStdString() + "/recenteqs/Quakes/" + event.id.toStdString() + ".html";
-  return row;
+plain::Row RegionRowOf(const Event &event) {
+  return {MagnitudeText(event.magnitude.value()).toStdString(), LocalTimeText(event.origin_time).toStdString(),
+          ListedPlace(event), "http://" + host.toStdString() + "/recenteqs/Quakes/" + event.id.toStdString() + ".html"};
 }
 
 std::vector<const Event *> EventsOf(const Area &area, const Catalogue &catalogue) {
@@ -58,37 +55,23 @@ std::vector<const Event *> EventsOf(const Area &area, const Catalogue &catalogue
   return events;
 }
 
-/// What the area's scanner has to find for these events.
-ListReading ExpectedReading(const Area &area, const std::vector<const Event *> &events) {
-  ListReading expected;
-  if (area.form == ListForm::Region) {
-    if (!events.empty())
-      expected.rows.push_back(RegionRowOf(*events.front()));
-    return expected;
-  }
+/// The rows that the area's scanner has to find for these events.
+std::vector<plain::Row> ExpectedRows(const Area &area, const std::vector<const Event *> &events) {
+  if (area.form == ListForm::Region)
+    return events.empty() ? std::vector<plain::Row>() : std::vector{RegionRowOf(*events.front())};
+  std::vector<plain::Row> rows;
   for (const Event *event : events)
-    expected.rows.push_back(area.form == ListForm::World ? WorldRowOf(*event) : RowOf(*event));
-  return expected;
+    rows.push_back(area.form == ListForm::World ? WorldRowOf(*event) : RowOf(*event));
+  return rows;
 }
 
 void ExpectToComeBack(const Area &area, const Catalogue &catalogue) {
-  const std::vector<const Event *> events = EventsOf(area, catalogue);
-  const ListReading expected = ExpectedReading(area, events);
-  const ListReading reading = ReadAs(area.form, AreaPage(area, catalogue, host).toStdString());
-  ASSERT_EQ(reading.fault, "");
-  ASSERT_EQ(reading.rows.size(), expected.rows.size());
-  for (std::size_t i = 0; i < expected.rows.size(); ++i) {
-    const ListRow &row = reading.rows[i];
-    const ListRow &wanted = expected.rows[i];
-    ASSERT_EQ(row.magnitude, wanted.magnitude) << i;
-    ASSERT_EQ(row.date, wanted.date) << i;
-    ASSERT_EQ(row.time, wanted.time) << i;
-    ASSERT_EQ(row.latitude, wanted.latitude) << i;
-    ASSERT_EQ(row.longitude, wanted.longitude) << i;
-    ASSERT_EQ(row.depth, wanted.depth) << i;
-    ASSERT_EQ(row.place, wanted.place) << i;
-    ASSERT_EQ(row.link, wanted.link) << i;
-  }
+  const std::vector<plain::Row> rows = ExpectedRows(area, EventsOf(area, catalogue));
+  const plain::ScanResult scan = ReadAs(area.form, AreaPage(area, catalogue, host).toStdString());
+  ASSERT_EQ(scan.failure, 0);
+  ASSERT_EQ(scan.rows.size(), rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    ASSERT_EQ(scan.rows[i], rows[i]) << i;
 }
 
 /// Each area of the table.
@@ -106,9 +89,9 @@ TEST_P(AreaPages, GiveTheEventsOfTheSampleBackToTheScanner) {
 
 TEST_P(AreaPages, EndTheScanNormallyWithoutEvents) {
   const std::string page = AreaPage(area(), Catalogue(), host).toStdString();
-  const ListReading reading = ReadAs(area().form, page);
-  EXPECT_TRUE(reading.rows.empty());
-  EXPECT_EQ(reading.fault, "");
+  const plain::ScanResult scan = ReadAs(area().form, page);
+  EXPECT_TRUE(scan.rows.empty());
+  EXPECT_EQ(scan.failure, 0);
   EXPECT_NE(page.find("There are no events here"), std::string::npos);
 }
 

@@ -5,8 +5,8 @@
 #include "catalogue/sample.h"
 #include "pages/index_page.h"
 #include "pages/site.h"
-#include "support/mirror/quakes_list_reader.h"
 #include "support/mirror/sample_pages.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 namespace {
@@ -29,11 +29,11 @@ Event EventOf(const QString &id, std::optional<double> magnitude) {
 
 /// The links of the rows of a page, which name its events.
 std::vector<std::string> LinksOf(const QByteArray &page) {
-  const ListReading reading = ReadQuakesList(page.toStdString());
-  EXPECT_EQ(reading.fault, "");
+  const plain::ScanResult scan = plain::ScanQuakesList(page.toStdString());
+  EXPECT_EQ(scan.failure, 0);
   std::vector<std::string> links;
-  for (const ListRow &row : reading.rows)
-    links.push_back(row.link);
+  for (const plain::Row &row : scan.rows)
+    links.push_back(row[plain::column::link]);
   return links;
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/mirror/list_readers.h"
 #include "support/mirror/sample_pages.h"
 #include "support/mirror/time_zone.h"
 

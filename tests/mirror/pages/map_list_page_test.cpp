@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/mirror/list_readers.h"
 #include "support/mirror/sample_pages.h"
 #include "support/mirror/time_zone.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 namespace {
@@ -71,7 +71,7 @@ TEST(MapListPage, BeginsItsLastRowBySmallLettersAlways) {
   const QByteArray page = PageOf({EventOf(4), EventOf(5)});
   EXPECT_EQ(page.count(capital + "<B> 4.0"), 1);
   EXPECT_TRUE(page.contains("\n<b><A HREF=\"/recenteqs/Maps/118-34.html\">map</A> 5.0  ")) << page.constData();
-  EXPECT_EQ(ReadMapList(page.toStdString()).rows.size(), 2U);
+  EXPECT_EQ(plain::ScanMapList(page.toStdString()).rows.size(), 2U);
 }
 
 TEST(MapListPage, HasACapitalMarkerInItsFoot) {
@@ -87,9 +87,9 @@ TEST(MapListPage, HasAMarkerOfEachKindInEveryStretchOfThirtyThousandBytes) {
     const QByteArray page = PageOf(events);
     EXPECT_LE(LongestStretchWithout(page, small), 30'000) << magnitude;
     EXPECT_LE(LongestStretchWithout(page, capital), 30'000) << magnitude;
-    const ListReading reading = ReadMapList(page.toStdString());
-    EXPECT_EQ(reading.fault, "") << magnitude;
-    EXPECT_EQ(reading.rows.size(), 1000U) << magnitude;
+    const plain::ScanResult scan = plain::ScanMapList(page.toStdString());
+    EXPECT_EQ(scan.failure, 0) << magnitude;
+    EXPECT_EQ(scan.rows.size(), 1000U) << magnitude;
   }
 }
 
@@ -129,16 +129,16 @@ TEST(MapListPage, GivesEachMagnitudeAndPlaceBack) {
   for (const double magnitude : {-9.9, -0.5, 0.0, 2.99, 3.0, 10.2, 99.9, -1.0})
     for (const char *place : {"", " ", "MAP", ">map</A>", ">MAP</A><B> 9.9  <A HREF=\"/x\">", "a & b &amp; c", "x\ny"})
       events.push_back(EventOf(magnitude, place));
-  const ListReading reading = ReadMapList(PageOf(events).toStdString());
-  EXPECT_EQ(reading.fault, "");
-  ASSERT_EQ(reading.rows.size(), events.size());
-  EXPECT_EQ(reading.rows[0].magnitude, "-9.9");
-  EXPECT_EQ(reading.rows[0].place, "");
-  EXPECT_EQ(reading.rows[1].place, "");
-  EXPECT_EQ(reading.rows[2].place, "MAP");
-  EXPECT_EQ(reading.rows[3].place, "\x9bmap\x8b/A\x9b");
-  EXPECT_EQ(reading.rows[5].place, "a & b &amp;amp; c");
-  EXPECT_EQ(reading.rows[6].place, "x y");
+  const plain::ScanResult scan = plain::ScanMapList(PageOf(events).toStdString());
+  EXPECT_EQ(scan.failure, 0);
+  ASSERT_EQ(scan.rows.size(), events.size());
+  EXPECT_EQ(scan.rows[0][plain::column::magnitude], "-9.9");
+  EXPECT_EQ(scan.rows[0][plain::column::place], "");
+  EXPECT_EQ(scan.rows[1][plain::column::place], "");
+  EXPECT_EQ(scan.rows[2][plain::column::place], "MAP");
+  EXPECT_EQ(scan.rows[3][plain::column::place], "\x9bmap\x8b/A\x9b");
+  EXPECT_EQ(scan.rows[5][plain::column::place], "a & b &amp;amp; c");
+  EXPECT_EQ(scan.rows[6][plain::column::place], "x y");
 }
 
 TEST(MapListPage, IsWellFormed) {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "pages/text.h"
-#include "support/mirror/quakes_list_reader.h"
 #include "support/mirror/time_zone.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 namespace {
@@ -26,7 +26,9 @@ QByteArray PageOf(std::vector<Event> events) {
   return QuakesPage("Test", ListEvents(catalogue, [](const Event &) { return true; }));
 }
 
-ListReading ReadingOf(std::vector<Event> events) { return ReadQuakesList(PageOf(std::move(events)).toStdString()); }
+plain::ScanResult ScanOf(std::vector<Event> events) {
+  return plain::ScanQuakesList(PageOf(std::move(events)).toStdString());
+}
 
 TEST(QuakesPage, WritesARowInTheFormThatTheScannerReads) {
   const TimeZone zone("UTC");
@@ -39,60 +41,60 @@ TEST(QuakesPage, WritesARowInTheFormThatTheScannerReads) {
 
 TEST(QuakesPage, GivesEveryFieldOfARowBackToTheScanner) {
   const TimeZone zone("UTC");
-  const ListReading reading = ReadingOf({Yucaipa()});
-  EXPECT_EQ(reading.fault, "");
-  ASSERT_EQ(reading.rows.size(), 1U);
-  const ListRow expected = {.magnitude = "1.6",
-                            .date = "2005/06/16",
-                            .time = "14:36:24",
-                            .latitude = "34.049N",
-                            .longitude = "116.990W",
-                            .depth = "11.6",
-                            .place = "6 km ( 4 mi) ENE of Yucaipa, CA",
-                            .link = "recenteqs/Quakes/ci14155392.html"};
-  EXPECT_EQ(reading.rows[0], expected);
+  const plain::ScanResult scan = ScanOf({Yucaipa()});
+  EXPECT_EQ(scan.failure, 0);
+  ASSERT_EQ(scan.rows.size(), 1U);
+  const plain::Row expected = {"1.6",
+                               "2005/06/16",
+                               "14:36:24",
+                               "34.049N",
+                               "116.990W",
+                               "11.6",
+                               "6 km ( 4 mi) ENE of Yucaipa, CA",
+                               "recenteqs/Quakes/ci14155392.html"};
+  EXPECT_EQ(scan.rows[0], expected);
 }
 
 TEST(QuakesPage, ShowsTheTimeOfTheComputersOwnZone) {
   const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
-  const ListReading reading = ReadingOf({Yucaipa()});
-  ASSERT_EQ(reading.rows.size(), 1U);
-  EXPECT_EQ(reading.rows[0].date + ' ' + reading.rows[0].time, "2005/06/16 07:36:24");
+  const plain::ScanResult scan = ScanOf({Yucaipa()});
+  ASSERT_EQ(scan.rows.size(), 1U);
+  EXPECT_EQ(scan.rows[0][plain::column::date] + ' ' + scan.rows[0][plain::column::time], "2005/06/16 07:36:24");
 }
 
 TEST(QuakesPage, PutsTheNewestEventFirst) {
   Event older = Yucaipa();
   older.id = "older";
   older.origin_time -= 1000;
-  const ListReading reading = ReadingOf({older, Yucaipa()});
-  ASSERT_EQ(reading.rows.size(), 2U);
-  EXPECT_EQ(reading.rows[0].link, "recenteqs/Quakes/ci14155392.html");
-  EXPECT_EQ(reading.rows[1].link, "recenteqs/Quakes/older.html");
+  const plain::ScanResult scan = ScanOf({older, Yucaipa()});
+  ASSERT_EQ(scan.rows.size(), 2U);
+  EXPECT_EQ(scan.rows[0][plain::column::link], "recenteqs/Quakes/ci14155392.html");
+  EXPECT_EQ(scan.rows[1][plain::column::link], "recenteqs/Quakes/older.html");
 }
 
 TEST(QuakesPage, LeavesOutAnEventWithoutAMagnitude) {
   Event event = Yucaipa();
   event.magnitude.reset();
-  const ListReading reading = ReadingOf({event});
-  EXPECT_TRUE(reading.rows.empty());
-  EXPECT_EQ(reading.fault, "");
+  const plain::ScanResult scan = ScanOf({event});
+  EXPECT_TRUE(scan.rows.empty());
+  EXPECT_EQ(scan.failure, 0);
 }
 
 TEST(QuakesPage, HasAPageWithoutRowsThatEndsNormally) {
-  const ListReading reading = ReadingOf({});
-  EXPECT_TRUE(reading.rows.empty());
-  EXPECT_EQ(reading.fault, "");
+  const plain::ScanResult scan = ScanOf({});
+  EXPECT_TRUE(scan.rows.empty());
+  EXPECT_EQ(scan.failure, 0);
   EXPECT_FALSE(PageOf({}).isEmpty());
 }
 
 TEST(QuakesPage, LeavesTheDepthEmptyWhenItIsNotKnown) {
   Event event = Yucaipa();
   event.depth.reset();
-  const ListReading reading = ReadingOf({event});
-  ASSERT_EQ(reading.rows.size(), 1U);
-  EXPECT_EQ(reading.rows[0].depth, "");
-  EXPECT_EQ(reading.rows[0].longitude, "116.990W");
-  EXPECT_EQ(reading.rows[0].place, "6 km ( 4 mi) ENE of Yucaipa, CA");
+  const plain::ScanResult scan = ScanOf({event});
+  ASSERT_EQ(scan.rows.size(), 1U);
+  EXPECT_EQ(scan.rows[0][plain::column::depth], "");
+  EXPECT_EQ(scan.rows[0][plain::column::longitude], "116.990W");
+  EXPECT_EQ(scan.rows[0][plain::column::place], "6 km ( 4 mi) ENE of Yucaipa, CA");
 }
 
 TEST(QuakesPage, HasRoomForEveryMagnitudeThatAnEventMayHave) {
@@ -102,11 +104,11 @@ TEST(QuakesPage, HasRoomForEveryMagnitudeThatAnEventMayHave) {
     event.magnitude = magnitude;
     Event second = event;
     second.id = "second";
-    const ListReading reading = ReadingOf({event, second});
-    EXPECT_EQ(reading.fault, "");
-    ASSERT_EQ(reading.rows.size(), 2U);
-    EXPECT_EQ(reading.rows[0].magnitude, text);
-    EXPECT_EQ(reading.rows[1].magnitude, text);
+    const plain::ScanResult scan = ScanOf({event, second});
+    EXPECT_EQ(scan.failure, 0);
+    ASSERT_EQ(scan.rows.size(), 2U);
+    EXPECT_EQ(scan.rows[0][plain::column::magnitude], text);
+    EXPECT_EQ(scan.rows[1][plain::column::magnitude], text);
   }
 }
 
@@ -130,15 +132,15 @@ TEST(QuakesPage, KeepsItsRowsInShapeWhateverThePlaceSays) {
     event.place = place;
     events.push_back(event);
   }
-  const ListReading reading = ReadingOf(events);
-  EXPECT_EQ(reading.fault, "");
-  ASSERT_EQ(reading.rows.size(), events.size());
+  const plain::ScanResult scan = ScanOf(events);
+  EXPECT_EQ(scan.failure, 0);
+  ASSERT_EQ(scan.rows.size(), events.size());
   for (std::size_t i = 0; i < events.size(); ++i) {
-    EXPECT_EQ(reading.rows[i].link, "recenteqs/Quakes/id" + std::to_string(i) + ".html");
-    EXPECT_EQ(reading.rows[i].depth, "11.6");
-    EXPECT_EQ(reading.rows[i].magnitude, "1.6");
+    EXPECT_EQ(scan.rows[i][plain::column::link], "recenteqs/Quakes/id" + std::to_string(i) + ".html");
+    EXPECT_EQ(scan.rows[i][plain::column::depth], "11.6");
+    EXPECT_EQ(scan.rows[i][plain::column::magnitude], "1.6");
     const QByteArray place = RowText(places[static_cast<qsizetype>(i)]);
-    EXPECT_EQ(reading.rows[i].place, place.toStdString());
+    EXPECT_EQ(scan.rows[i][plain::column::place], place.toStdString());
   }
 }
 

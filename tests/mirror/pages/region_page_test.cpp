@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/mirror/list_readers.h"
 #include "support/mirror/sample_pages.h"
 #include "support/mirror/time_zone.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 namespace {
@@ -34,29 +34,31 @@ TEST(RegionPage, WritesItsNewestEventInTheFormThatTheScannerReads) {
 
 TEST(RegionPage, LinksItsNewestEventOnTheHostOfTheRequest) {
   for (const char *host : {"127.0.0.1:8080", "[::1]:17650", "quakes.school"}) {
-    const RegionReading reading = ReadRegionTable(PageOf({EventOf("ak1")}, host).toStdString());
-    ASSERT_EQ(reading.list.rows.size(), 1U);
-    EXPECT_EQ(reading.list.rows[0].link, "http://" + std::string(host) + "/recenteqs/Quakes/ak1.html");
+    const plain::ScanResult scan = plain::ScanRegionTable(PageOf({EventOf("ak1")}, host).toStdString());
+    ASSERT_EQ(scan.rows.size(), 1U);
+    EXPECT_EQ(scan.rows[0][plain::region_column::link], "http://" + std::string(host) + "/recenteqs/Quakes/ak1.html");
   }
 }
 
 TEST(RegionPage, HasNoOtherHtmlInAnAddressThanItsEnd) {
-  const RegionReading reading = ReadRegionTable(PageOf({EventOf("ahtmlb.html")}, "html.html.example").toStdString());
-  EXPECT_EQ(reading.list.fault, "");
-  ASSERT_EQ(reading.list.rows.size(), 1U);
-  EXPECT_EQ(reading.list.rows[0].link, "http://HTML.HTML.example/recenteqs/Quakes/aht%6Dlb.ht%6Dl.html");
-  EXPECT_EQ(reading.list.rows[0].magnitude, "2.0");
+  const plain::ScanResult scan =
+      plain::ScanRegionTable(PageOf({EventOf("ahtmlb.html")}, "html.html.example").toStdString());
+  EXPECT_EQ(scan.failure, 0);
+  ASSERT_EQ(scan.rows.size(), 1U);
+  EXPECT_EQ(scan.rows[0][plain::region_column::link], "http://HTML.HTML.example/recenteqs/Quakes/aht%6Dlb.ht%6Dl.html");
+  EXPECT_EQ(scan.rows[0][plain::region_column::magnitude], "2.0");
 }
 
 TEST(RegionPage, EndsTheTableOfTheScannerAfterOneRow) {
   Event event = EventOf("ak1");
   for (int length = 0; length <= 200; ++length) {
     event.place = QString(length, 'x');
-    const RegionReading reading = ReadRegionTable(PageOf({event, EventOf("ak2", 1), EventOf("ak3", 2)}).toStdString());
-    EXPECT_TRUE(reading.has_table);
-    EXPECT_EQ(reading.list.fault, "") << length;
-    ASSERT_EQ(reading.list.rows.size(), 1U) << length;
-    EXPECT_EQ(reading.list.rows[0].place, event.place.toStdString());
+    const plain::ScanResult scan =
+        plain::ScanRegionTable(PageOf({event, EventOf("ak2", 1), EventOf("ak3", 2)}).toStdString());
+    EXPECT_EQ(scan.failure, 0) << length;
+    EXPECT_EQ(scan.elsewhere, (std::vector<std::string>{"columns", "widths"})) << length;
+    ASSERT_EQ(scan.rows.size(), 1U) << length;
+    EXPECT_EQ(scan.rows[0][plain::region_column::place], event.place.toStdString());
   }
 }
 
@@ -78,7 +80,7 @@ TEST(RegionPage, ListsEarlierEventsInATableForPeople) {
 
 TEST(RegionPage, LeavesTheMarkerOutWithoutEvents) {
   EXPECT_FALSE(PageOf({}).contains(marker));
-  EXPECT_FALSE(ReadRegionTable(PageOf({}).toStdString()).has_table);
+  EXPECT_EQ(plain::ScanRegionTable(PageOf({}).toStdString()).elsewhere, std::vector<std::string>());
 }
 
 TEST(RegionPage, IsWellFormed) {

@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "pages/areas.h"
-#include "support/mirror/list_readers.h"
 #include "support/mirror/sample_pages.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 namespace {
@@ -99,7 +99,8 @@ TEST(Site, LinksTheRegionsEventOnTheHostOfEachRequest) {
   site.SetPort(8080);
   site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
   const auto address = [&](const QByteArray &host) {
-    return ReadRegionTable(site.Page("/recenteqs_sub/", host).value().toStdString()).list.rows.at(0).link;
+    return plain::ScanRegionTable(site.Page("/recenteqs_sub/", host).value().toStdString())
+        .rows.at(0)[plain::region_column::link];
   };
   for (const char *host : {"alaska.localhost:17650", "127.0.0.1:1", "Alaska.LocalHost", "alaska.localhost:17650"})
     EXPECT_EQ(address(host), "http://" + std::string(host) + "/recenteqs/Quakes/ak1.html");
@@ -130,7 +131,7 @@ TEST(Site, FindsAnEventUnderAnEscapedAddress) {
   event.id = "html";
   site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{event}), "a test");
   const QByteArray page = site.Page("/recenteqs_sub/", "alaska.localhost").value();
-  const std::string link = ReadRegionTable(page.toStdString()).list.rows.at(0).link;
+  const std::string link = plain::ScanRegionTable(page.toStdString()).rows.at(0)[plain::region_column::link];
   const QByteArray path = QByteArray::fromStdString(link.substr(link.find("/recenteqs")));
   EXPECT_TRUE(site.Page(path, "alaska.localhost").has_value()) << link;
   EXPECT_FALSE(site.Page("/recenteqs/Quakes/%2e%2e%2fhtml.html", "").has_value());

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/mirror/list_readers.h"
 #include "support/mirror/sample_pages.h"
 #include "support/mirror/time_zone.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 namespace {
@@ -57,20 +57,21 @@ TEST(WorldPage, IsPlainBelowFourAndAHalfBoldFromThereAndColouredFromSix) {
 
 TEST(WorldPage, IsReadInAllThreeWays) {
   for (const double magnitude : {4.4, 4.5, 6.0}) {
-    const ListReading reading = ReadWorldList(PageOf({EventOf(magnitude, " MAP nowrap> <td>strong> ")}).toStdString());
-    EXPECT_EQ(reading.fault, "") << magnitude;
-    ASSERT_EQ(reading.rows.size(), 1U) << magnitude;
-    EXPECT_EQ(reading.rows[0].magnitude, QByteArray::number(magnitude, 'f', 1).toStdString());
-    EXPECT_EQ(reading.rows[0].place, "MAP nowrap\x9b \x8btd\x9bstrong\x9b") << magnitude;
+    const plain::ScanResult scan =
+        plain::ScanWorldList(PageOf({EventOf(magnitude, " MAP nowrap> <td>strong> ")}).toStdString());
+    EXPECT_EQ(scan.failure, 0) << magnitude;
+    ASSERT_EQ(scan.rows.size(), 1U) << magnitude;
+    EXPECT_EQ(scan.rows[0][plain::column::magnitude], QByteArray::number(magnitude, 'f', 1).toStdString());
+    EXPECT_EQ(scan.rows[0][plain::column::place], "MAP nowrap\x9b \x8btd\x9bstrong\x9b") << magnitude;
   }
 }
 
 TEST(WorldPage, NamesEveryPlace) {
   for (const char *place : {"", " ", "\n"})
     for (const double magnitude : {1.0, 5.0, 7.0}) {
-      const ListReading reading = ReadWorldList(PageOf({EventOf(magnitude, place)}).toStdString());
-      ASSERT_EQ(reading.rows.size(), 1U);
-      EXPECT_EQ(reading.rows[0].place, "not named");
+      const plain::ScanResult scan = plain::ScanWorldList(PageOf({EventOf(magnitude, place)}).toStdString());
+      ASSERT_EQ(scan.rows.size(), 1U);
+      EXPECT_EQ(scan.rows[0][plain::column::place], "not named");
     }
 }
 
@@ -80,20 +81,20 @@ TEST(WorldPage, HasAMarkerAfterItsLastRowAndWithoutAny) {
 }
 
 TEST(WorldPage, GivesTheHeadlineItsNewestEvent) {
+  const TimeZone zone("UTC");
   Event older = EventOf(7, "Older");
   older.id = "older";
   older.origin_time -= 1;
-  const HeadlineReading reading = ReadWorldHeadline(PageOf({older, EventOf(4.4)}).toStdString());
-  EXPECT_EQ(reading.fault, "");
-  ASSERT_TRUE(reading.row);
-  EXPECT_EQ(reading.row->link, "recenteqs/Quakes/ci37868143.html");
-  EXPECT_EQ(reading.row->place, "Fiji region");
+  const plain::ScanResult scan = plain::ScanWorldHeadline(PageOf({older, EventOf(4.4)}).toStdString());
+  EXPECT_EQ(scan.failure, 0);
+  EXPECT_EQ(scan.elsewhere, (std::vector<std::string>{"Mag: 4.4  Where: Fiji region  Time: 01:26:13",
+                                                      "recenteqs/Quakes/ci37868143.html"}));
 }
 
 TEST(WorldPage, LeavesTheHeadlineAsItIsWithoutEvents) {
-  const HeadlineReading reading = ReadWorldHeadline(PageOf({}).toStdString());
-  EXPECT_EQ(reading.fault, "");
-  EXPECT_FALSE(reading.row);
+  const plain::ScanResult scan = plain::ScanWorldHeadline(PageOf({}).toStdString());
+  EXPECT_EQ(scan.failure, 0);
+  EXPECT_TRUE(scan.elsewhere.empty());
 }
 
 TEST(WorldPage, IsWellFormedButForOneAttribute) {

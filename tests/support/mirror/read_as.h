@@ -3,7 +3,7 @@
 #include <string>
 
 #include "pages/areas.h"
-#include "support/mirror/list_readers.h"
+#include "support/plain_scanners.h"
 
 namespace borvane::mirror {
 
@@ -18,21 +18,23 @@ inline Area AnywhereWith(ListForm form) {
 
 /// Reads a list page as the monitor's scanner of the form does. The link of the region's row is as a browser and the
 /// mirror understand it.
-inline ListReading ReadAs(ListForm form, const std::string &page) {
+inline plain::ScanResult ReadAs(ListForm form, const std::string &page) {
   switch (form) {
     case ListForm::Quakes:
-      return ReadQuakesList(page);
+      return plain::ScanQuakesList(page);
     case ListForm::MapList:
-      return ReadMapList(page);
+      return plain::ScanMapList(page);
     case ListForm::MapAnchor:
-      return ReadMapAnchorList(page);
+      return plain::ScanMapAnchorList(page);
     case ListForm::World:
-      return ReadWorldList(page);
+      return plain::ScanWorldList(page);
     case ListForm::Region: {
-      ListReading reading = ReadRegionTable(page).list;
-      for (ListRow &row : reading.rows)
-        row.link = QByteArray::fromPercentEncoding(QByteArray::fromStdString(row.link)).toStdString();
-      return reading;
+      plain::ScanResult scan = plain::ScanRegionTable(page);
+      for (plain::Row &row : scan.rows) {
+        std::string &link = row[plain::region_column::link];
+        link = QByteArray::fromPercentEncoding(QByteArray::fromStdString(link)).toStdString();
+      }
+      return scan;
     }
   }
   return {};
