@@ -37,7 +37,8 @@ class MapAnchorListReader {
 
  private:
   void ReadMagnitudeAndLink(Integer marker, Integer end) {
-    // The marker and the tags after it are 29 characters, which are skipped unseen.
+    // Meant (tags-are-skipped-by-their-length): here as in the other map lists. The marker and the tags after it are 29
+    // characters.
     fields_(1) = Trim(text_.Piece(marker + 29, end - marker - 29));
 
     // Meant (map-anchor-link-keeps-its-slash): the link should have no slash in front, like those of the other lists.
@@ -61,7 +62,7 @@ class MapAnchorListReader {
     const Integer end_of_depth = text_.Find(less_);
     fields_(6) = Trim(text_.Piece(1, end_of_depth - 1));
 
-    // After a tag of four characters.
+    // Meant (tags-are-skipped-by-their-length): the depth's tag is four characters.
     const Integer end_of_place = text_.Find(less_, end_of_depth + 1);
     fields_(7) = Trim(text_.Piece(end_of_depth + 4, end_of_place - end_of_depth - 4));
   }

@@ -62,7 +62,8 @@ class MapListReader {
   }
 
   void ReadLink() {
-    // Without the nine characters of an anchor's head, its slash and its closing quote.
+    // Meant (tags-are-skipped-by-their-length): a tag should be skipped up to its end. Fixed numbers of characters are
+    // skipped instead: here the nine of an anchor's head, which is followed by a slash, and the closing quote.
     const Integer greater = text_.Find(greater_);
     fields_(8) = text_.Piece(10, greater - 11);
 
@@ -80,7 +81,7 @@ class MapListReader {
   }
 
   void ReadDepthAndPlace() {
-    // After each, a tag of four characters and one more are skipped unseen.
+    // Meant (tags-are-skipped-by-their-length): as for the link. After each, a tag of four characters and one more.
     constexpr int skipped = 5;
     Integer less = text_.Find(less_);
     fields_(6) = Trim(text_.Piece(1, less - 1));

@@ -51,12 +51,15 @@ class WorldListReader {
   /// Reads a value in bold, or else in bold and coloured, into the slot; returns the position after it. The search
   /// starts at `from`.
   Integer ReadBoldValue(int slot, Integer from, BoldValue &markers) {
+    // Meant (empty-cell-takes-the-next-bold-text): an empty cell should stay empty. The next marker is looked for on
+    // all of the page, and may be that of the row's place or of a later row.
     const Integer bold = text_.Find(markers.strong, from);
     Integer end = text_.Find(markers.end, bold);
     fields_(slot) = Trim(text_.Piece(bold + length_of_marker, end - bold - length_of_marker));
 
     if (fields_(slot).empty()) {
-      // The marker and the tag of the colour are skipped unseen.
+      // Meant (tags-are-skipped-by-their-length): here as in the map lists. The marker and the tag of the colour are 29
+      // characters.
       const Integer colored = bold + 29;
       end = text_.Find(markers.end_in_color, colored);
       fields_(slot) = Trim(text_.Piece(colored, end - colored));

@@ -114,6 +114,28 @@ TEST(ScanMapAnchorList, KeepsTheSlashOfALink) {
   EXPECT_EQ(SubItem(1, 7), "/recenteqs/Quakes/pr2018037005.html");
 }
 
+TEST(ScanMapAnchorList, SkipsItsCellAndTheTagAfterTheDepthByTheirLength) {
+  RecordProperty("quirk", "tags-are-skipped-by-their-length");
+  for (const auto &[tags, magnitude] :
+       std::initializer_list<std::pair<const char *, const char *>>{{"</A></TD><TD ALIGN=right>", "2.7"},
+                                                                    {"</A></TD><TD ALIGN=righ>", ".7"},
+                                                                    {"</A></TD><TD ALIGN=\"right\">", "> 2.7"}}) {
+    std::string changed = AnchorRow();
+    changed.replace(changed.find("</A></TD><TD ALIGN=right>"), 25, tags);
+    const ScanRig rig(AnchorPage(changed));
+    ASSERT_EQ(Rows(), 1) << tags;
+    EXPECT_EQ(RowTexts(1)[0], magnitude) << tags;
+  }
+  for (const auto &[tag, place] : std::initializer_list<std::pair<const char *, const char *>>{
+           {"</A>", "Tallaboa"}, {"</TT>", "> Tallaboa"}, {"<I>", "Tallaboa"}, {"<>", "allaboa"}}) {
+    std::string changed = AnchorRow("2.7", "Tallaboa");
+    changed.replace(changed.find("</A> Tallaboa"), 4, tag);
+    const ScanRig rig(AnchorPage(changed));
+    ASSERT_EQ(Rows(), 1) << tag;
+    EXPECT_EQ(SubItem(1, 6), place) << tag;
+  }
+}
+
 TEST(ScanMapAnchorList, ShiftsTheFieldsAfterTwoBlanks) {
   RecordProperty("quirk", "two-blanks-shift-the-fields");
   std::string shifted = AnchorRow();

@@ -127,6 +127,21 @@ TEST(ScanMapList, LeavesOutTheCharacterInFrontOfThePlacesTag) {
   }
 }
 
+TEST(ScanMapList, SkipsTheTagsOfLinkDepthAndPlaceByTheirLength) {
+  RecordProperty("quirk", "tags-are-skipped-by-their-length");
+  const auto texts_with = [](std::string_view head, std::string_view tag_of_depth, std::string_view tag_of_place) {
+    const ScanRig rig(">MAP</A>map</A> 3.2  " + std::string(head) + "/x.html\">d t la lo 5" +
+                      std::string(tag_of_depth) + " Milford " + std::string(tag_of_place) + "-end");
+    return Rows() == 1 ? Texts{SubItem(1, 7), SubItem(1, 6), rig.page} : Texts();
+  };
+  EXPECT_EQ(texts_with("<A HREF=\"", "</A>", "<BR>"), (Texts{"x.html", "Milford", "end"}));
+  EXPECT_EQ(texts_with("<A  HREF=\"", "</A>", "<BR>"), (Texts{"/x.html", "Milford", "end"}));
+  EXPECT_EQ(texts_with("<AHREF=\"", "</A>", "<BR>"), (Texts{".html", "Milford", "end"}));
+  EXPECT_EQ(texts_with("<A HREF=\"", "</SUP>", "<BR>"), (Texts{"x.html", "> Milford", "end"}));
+  EXPECT_EQ(texts_with("<A HREF=\"", "<I>", "<BR>"), (Texts{"x.html", "ilford", "end"}));
+  EXPECT_EQ(texts_with("<A HREF=\"", "</A>", "</SUP>"), (Texts{"x.html", "Milford", ">-end"}));
+}
+
 TEST(ScanMapList, ShiftsTheFieldsAfterTwoBlanks) {
   RecordProperty("quirk", "two-blanks-shift-the-fields");
   std::string row = MapRow();

@@ -82,7 +82,23 @@ TEST(ScanWorldList, TrimsAMagnitudeAndNotAPlainPlace) {
   EXPECT_EQ(SubItem(1, 6), " Jaco ");
 }
 
+TEST(ScanWorldList, FillsAnEmptyMagnitudeOrPlaceFromTheNextBoldText) {
+  RecordProperty("quirk", "empty-cell-takes-the-next-bold-text");
+  const ScanRig from_the_place(WorldPage(WorldRow("", Bold("Jaco")) + WorldRow()));
+  ASSERT_EQ(Rows(), 1);
+  EXPECT_EQ(RowTexts(1)[0], "Jaco") << "the row's own place";
+  EXPECT_EQ(SubItem(1, 6), "19 km S of Jaco, Costa Rica")
+      << "that of the next row, with which the rest of the row is filled";
+
+  const ScanRig from_the_next_row(WorldPage(WorldRow("4.4", "") + WorldRow(Bold("5.1"), "Hualian")));
+  ASSERT_EQ(Rows(), 2);
+  EXPECT_EQ(SubItem(1, 6), "5.1") << "the next row's magnitude";
+  EXPECT_EQ(RowTexts(2)[0], "5.1");
+  EXPECT_EQ(SubItem(2, 6), "Hualian");
+}
+
 TEST(ScanWorldList, SkipsTheTagOfTheColorUnseen) {
+  RecordProperty("quirk", "tags-are-skipped-by-their-length");
   for (const auto &[tag, magnitude] :
        std::initializer_list<std::pair<const char *, const char *>>{{"<font color=\"#FF0000\">", "6.1"},
                                                                     {"<font color=\"#FF00000\">", ">6.1"},
