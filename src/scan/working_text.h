@@ -63,7 +63,7 @@ class WorkingText {
     return std::string_view(page_).substr(begin, static_cast<std::size_t>(length));
   }
 
-  /// Cuts everything in front of position `n`, which is at least 1.
+  /// Cuts everything in front of position `n`. Raises an invalid argument when `n` is below 1.
   void TakeRest(int n) {
     if (n < 1)
       Fail(Failure::InvalidArgument);
