@@ -73,6 +73,7 @@ class Control : public PropertyOwner {
   Event<> Click;
   Event<const MouseState &> MouseMove;
   Event<const MouseState &> MouseUp;
+  Event<> GotFocus;
   Event<> LostFocus;
 
  protected:

@@ -19,6 +19,18 @@ class ControlArray {
       controls_.emplace_back(container, name, designs[i], static_cast<int>(i));
   }
 
+  /// A control of the array and what holds it.
+  struct Member {
+    Container &container;
+    typename T::Design design;
+  };
+
+  /// Controls that are not all in one container.
+  ControlArray(std::string_view name, const std::array<Member, N> &members) {
+    for (std::size_t i = 0; i < N; ++i)
+      controls_.emplace_back(members[i].container, name, members[i].design, static_cast<int>(i));
+  }
+
   /// Raises a subscript failure when there is no such position.
   T &operator()(int index) {
     if (index < 0 || index >= static_cast<int>(N))

@@ -8,7 +8,7 @@ import sys
 from pathlib import Path
 
 BELOW = {"basic", "controls", "platform"}
-PROGRAM = {"core", "feed", "scan", "bars", "alert", "records", "settings", "info"}
+PROGRAM = {"core", "feed", "scan", "bars", "alert", "records", "settings", "reports", "info"}
 
 # Folder -> the folders whose headers it may include besides its own. "src" and "mirror" are the top folders, which contain main.cpp.
 ALLOWED = {
@@ -34,7 +34,7 @@ USE_THE_HOST = {"transfer", "src/desktop", "mirror", "mirror/http", "mirror/cata
                 "mirror/service"}
 
 # A window's header declares its controls; it never includes another window's header. conffrm has the HTTP client control.
-WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "Aboutfrm", "banner"}
+WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "ComPart", "Aboutfrm", "banner"}
 WINDOW_MAY_INCLUDE = re.compile(r"(basic|controls)/|feed/inet\.h$")
 
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
