@@ -250,11 +250,12 @@ float SinglePrefix(std::string_view text) {
 }
 
 float StrictSingle(std::string_view text) {
-  const std::string_view number = Trim(text);
-  if (!IsNumber(number))
+  if (!IsNumeric(text))
     Fail(Failure::TypeMismatch);
-  return SinglePrefix(number);
+  return SinglePrefix(Trim(text));
 }
+
+bool IsNumeric(std::string_view text) { return IsNumber(Trim(text)); }
 
 Integer RoundToInteger(double value) {
   using Limits = std::numeric_limits<std::int16_t>;

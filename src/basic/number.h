@@ -23,6 +23,9 @@ float SinglePrefix(std::string_view text);
 /// Raises a type mismatch when it is anything else, and an overflow beyond single precision.
 float StrictSingle(std::string_view text);
 
+/// Whether all of `text` is a number, as StrictSingle reads it, of any size.
+bool IsNumeric(std::string_view text);
+
 /// `value` rounded to a whole number, an exact half to the even neighbour. Raises an overflow when that is outside 16
 /// bits.
 Integer RoundToInteger(double value);

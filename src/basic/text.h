@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace borvane {
@@ -19,5 +20,8 @@ std::string_view RestFrom(std::string_view text, int n);
 
 /// `text` without the blanks at both ends. A tab or a line feed stays.
 std::string_view Trim(std::string_view text);
+
+/// `text` with the first letter of each word capital and the rest small. Blanks alone part words.
+std::string ProperCase(std::string_view text);
 
 }  // namespace borvane

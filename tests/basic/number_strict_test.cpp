@@ -59,5 +59,15 @@ TEST(StrictSingle, RaisesAnOverflowBeyondSinglePrecision) {
     EXPECT_EQ(FailureOf([&] { StrictSingle(text); }), overflow) << text;
 }
 
+TEST(IsNumeric, AcceptsWhatIsANumberFromItsFirstCharacterToItsLast) {
+  for (const char *text : {"90210", " 90210 ", "0", "-1.5", ".5", "5.", "1e2", "1e999"})
+    EXPECT_TRUE(IsNumeric(text)) << text;
+}
+
+TEST(IsNumeric, RefusesEverythingElse) {
+  for (const char *text : {"", " ", "90210-1234", "9021O", "K1A 0B1", "90,210", "1e", "&H5", "5\t", "inf"})
+    EXPECT_FALSE(IsNumeric(text)) << text;
+}
+
 }  // namespace
 }  // namespace borvane

@@ -205,5 +205,44 @@ TEST(Trim, AgreesWithThePlainRuleOnEveryShortText) {
     EXPECT_EQ(Trim(text), plain::Trim(text));
 }
 
+TEST(ProperCase, CapitalizesTheFirstLetterOfEachWordAndMakesTheRestSmall) {
+  EXPECT_EQ(ProperCase("ann lee"), "Ann Lee");
+  EXPECT_EQ(ProperCase("ANN LEE"), "Ann Lee");
+  EXPECT_EQ(ProperCase("aNN lEE"), "Ann Lee");
+  EXPECT_EQ(ProperCase("a"), "A");
+  EXPECT_EQ(ProperCase(""), "");
+}
+
+TEST(ProperCase, PartsWordsByBlanksAlone) {
+  EXPECT_EQ(ProperCase("  van  der   berg "), "  Van  Der   Berg ");
+  EXPECT_EQ(ProperCase("O'NEIL-SMITH"), "O'neil-smith");
+  EXPECT_EQ(ProperCase("3RD STREET"), "3rd Street");
+  EXPECT_EQ(ProperCase("(ANN) LEE"), "(ann) Lee");
+  EXPECT_EQ(ProperCase("ann\tlee\nmay"), "Ann\tlee\nmay");
+}
+
+TEST(ProperCase, KnowsTheLettersOfTheCodePage) {
+  EXPECT_EQ(ProperCase("\xE9MILE"), "\xC9mile");
+  EXPECT_EQ(ProperCase("JOS\xC9"), "Jos\xE9");
+  EXPECT_EQ(ProperCase("\x9A\x8A \x9C\x8C \x9E\x8E \xFF\x9F"), "\x8A\x9A \x8C\x9C \x8E\x9E \x9F\xFF");
+}
+
+/// What is no letter, or has no other form, stays at every place of a word.
+TEST(ProperCase, LeavesWhatHasOneFormAlone) {
+  for (int code = 0; code < 256; ++code) {
+    const std::string one(1, static_cast<char>(code));
+    const std::string small = ProperCase("x" + one).substr(1);
+    const std::string capital = ProperCase(one);
+    const bool has_two_forms = small != capital;
+    EXPECT_EQ(ProperCase("x" + capital).substr(1), small) << code;
+    EXPECT_EQ(ProperCase(small), capital) << code;
+    if (!has_two_forms) {
+      EXPECT_EQ(small, one) << code;
+    }
+  }
+  EXPECT_EQ(ProperCase("x\xD7\xF7\xDF\x83"), "X\xD7\xF7\xDF\x83");
+  EXPECT_EQ(ProperCase("\xD7 \xF7 \xDF \x83"), "\xD7 \xF7 \xDF \x83");
+}
+
 }  // namespace
 }  // namespace borvane
