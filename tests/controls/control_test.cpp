@@ -80,6 +80,18 @@ TEST(ControlArray, GivesEachPositionItsOwnDesign) {
   EXPECT_EQ(labels.Count(), 2);
 }
 
+TEST(ControlArray, MayHaveItsMembersInSeveralContainers) {
+  Box box;
+  Frame frame{box, "Frame2", {}};
+  ControlArray<Label, 3> labels{"Label2", {{{box, {.Caption = "Event:"}}, {frame, {.Caption = "0.00"}}, {box, {}}}}};
+  EXPECT_EQ(box.children(), (std::vector<Control *>{&frame, &labels(0), &labels(2)}));
+  EXPECT_EQ(frame.children(), (std::vector<Control *>{&labels(1)}));
+  EXPECT_EQ(&labels(1).container(), &frame);
+  EXPECT_EQ(labels(1).FullName(), "Label2(1)");
+  EXPECT_EQ(labels(0).Caption(), "Event:");
+  EXPECT_EQ(labels(1).Caption(), "0.00");
+}
+
 TEST(ControlArray, RaisesASubscriptFailureOutsideItsBounds) {
   Box box;
   ControlArray<Label, 2> labels{box, "Label1", {}};

@@ -1,6 +1,7 @@
 #include "controls/text_box.h"
 
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -41,6 +42,62 @@ TEST(TextBox, RaisesNoChangeWhenItIsLeft) {
   text.LostFocus.Raise();
   EXPECT_EQ(changes, 1);
   EXPECT_EQ(leaves, 1);
+}
+
+TEST(TextBox, RaisesGotFocusWhenItIsEntered) {
+  Box box;
+  TextBox text{box, "Text1", {}};
+  int entries = 0;
+  text.GotFocus = [&] { ++entries; };
+  text.LostFocus.Raise();
+  EXPECT_EQ(entries, 0);
+  text.GotFocus.Raise();
+  EXPECT_EQ(entries, 1);
+}
+
+TEST(TextBox, HasOneLineUnlessItIsDesignedWithMany) {
+  Box box;
+  const TextBox one{box, "Text1", {}};
+  const TextBox many{box, "Text2", {.MultiLine = true}};
+  EXPECT_FALSE(one.multi_line());
+  EXPECT_TRUE(many.multi_line());
+}
+
+/// Sees the selections of a text box.
+struct SelectionWatcher final : PropertyWatcher {
+  explicit SelectionWatcher(TextBox &watched) : text(watched) { text.Watch(this); }
+
+  void PropertyChanged(const PropertyBase &property) override {
+    if (&property == &text.Selection)
+      seen.push_back(text.Selection());
+  }
+
+  TextBox &text;
+  std::vector<TextSelection> seen;
+};
+
+TEST(TextBox, NotifiesOfEachOtherSelectionAndRaisesNothing) {
+  Box box;
+  TextBox text{box, "Text1", {.Text = "seven"}};
+  EXPECT_EQ(text.Selection(), (TextSelection{.start = 0, .length = 0}));
+  int changes = 0;
+  text.Change = [&] { ++changes; };
+  SelectionWatcher watcher(text);
+  text.Selection = {.start = 0, .length = 5};
+  text.Selection = {.start = 0, .length = 5};
+  text.Selection = {.start = 1, .length = 2};
+  EXPECT_EQ(watcher.seen, (std::vector<TextSelection>{{.start = 0, .length = 5}, {.start = 1, .length = 2}}));
+  EXPECT_EQ(changes, 0);
+}
+
+TEST(TextBox, KeepsTheSelectionWhenItsTextChanges) {
+  Box box;
+  TextBox text{box, "Text1", {.Text = "seven"}};
+  text.Selection = {.start = 0, .length = 5};
+  SelectionWatcher watcher(text);
+  text.Text = "ten";
+  EXPECT_EQ(text.Selection(), (TextSelection{.start = 0, .length = 5}));
+  EXPECT_TRUE(watcher.seen.empty());
 }
 
 }  // namespace

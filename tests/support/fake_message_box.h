@@ -9,7 +9,8 @@
 
 namespace borvane {
 
-/// Questions that the test has answered in advance; one without an answer is closed without a choice.
+/// Questions that the test has answered in advance; one without an answer is closed without a choice. A box with OK
+/// alone takes no answer.
 class FakeMessageBox final : public MessageBox {
  public:
   explicit FakeMessageBox(Trace &trace) : trace_(trace) {}
@@ -20,11 +21,12 @@ class FakeMessageBox final : public MessageBox {
   void DuringNext(std::function<void()> event) { event_ = std::move(event); }
 
   MessageAnswer Show(std::string_view text, std::string_view title, MessageButtons buttons, MessageIcon icon) override {
-    trace_.Add("message [" + std::string(title) + "] " + std::string(text) +
-               (buttons == MessageButtons::YesNo ? " (Yes, No)" : " (OK, Cancel)") +
+    trace_.Add("message [" + std::string(title) + "] " + std::string(text) + " (" + Captions(buttons) + ")" +
                (icon == MessageIcon::Question ? " with a question mark" : ""));
     if (event_)
       Dispatch(std::exchange(event_, {}));
+    if (buttons == MessageButtons::Ok)
+      return MessageAnswer::Ok;
     if (answers_.empty())
       return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Cancel;
     const MessageAnswer answer = answers_.front();
@@ -33,6 +35,17 @@ class FakeMessageBox final : public MessageBox {
   }
 
  private:
+  static std::string Captions(MessageButtons buttons) {
+    switch (buttons) {
+      case MessageButtons::Ok:
+        return "OK";
+      case MessageButtons::YesNo:
+        return "Yes, No";
+      default:
+        return "OK, Cancel";
+    }
+  }
+
   Trace &trace_;
   std::deque<MessageAnswer> answers_;
   std::function<void()> event_;

@@ -63,7 +63,9 @@ class IdleHost final : public SettingsStore,
 
   MessageAnswer Show(std::string_view /*text*/, std::string_view /*title*/, MessageButtons buttons,
                      MessageIcon /*icon*/) override {
-    return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Cancel;
+    return buttons == MessageButtons::Ok      ? MessageAnswer::Ok
+           : buttons == MessageButtons::YesNo ? MessageAnswer::No
+                                              : MessageAnswer::Cancel;
   }
 
   void Open(std::string_view /*address*/, FormBase * /*owner*/) override {}

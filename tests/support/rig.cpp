@@ -61,6 +61,10 @@ void Rig::type(TextBox &box, std::string_view text) {
   happen([&] { box.Text = text; });
 }
 
+void Rig::enter(Control &control) {
+  happen([&] { control.GotFocus.Raise(); });
+}
+
 void Rig::leave(Control &control) {
   happen([&] { control.LostFocus.Raise(); });
 }

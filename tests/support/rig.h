@@ -74,6 +74,7 @@ class Rig {
   void choose(ComboBox &box, std::string_view entry);
   void tick_off(CheckBox &box, int value);
   void type(TextBox &box, std::string_view text);
+  void enter(Control &control);
   void leave(Control &control);
   void move_mouse(float x, float y);
 
