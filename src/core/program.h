@@ -3,10 +3,11 @@
 #include "controls/form_set.h"
 #include "core/module1.h"
 #include "platform/platform.h"
+#include "reports/report_state.h"
 
 namespace borvane {
 
-/// One run of the program: its windows, its shared variables and the platform that it runs on. There is one at a time;
+/// One run of the program: its windows, what outlives them, and the platform that it runs on. There is one at a time;
 /// while it lives, the windows' names, `Module1` and `platform()` mean its own.
 class Program final : public FormSet {
  public:
@@ -15,6 +16,7 @@ class Program final : public FormSet {
 
   const Platform platform;
   Module1Variables variables;
+  ReportState report;
 };
 
 /// The running program.

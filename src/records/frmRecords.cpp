@@ -51,6 +51,8 @@ RecordsForm::RecordsForm()
   ListView1.MouseUp = [this](const MouseState &mouse) { ListView1_MouseUp(mouse); };
   mnuMapGoo.Click = [this] { mnuMapGoo_Click(); };
   mnuOpenMap.Click = [this] { mnuOpenMap_Click(); };
+  mnuReportIt.Click = [this] { mnuReportIt_Click(); };
+  mnuViewReps.Click = [this] { mnuViewReps_Click(); };
   mnuGrid.Click = [this] { mnuGrid_Click(); };
   mnuGlobalInfo.Click = [this] { mnuGlobalInfo_Click(); };
   mnuWiki.Click = [this] { mnuWiki_Click(); };

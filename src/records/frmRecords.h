@@ -126,6 +126,8 @@ struct RecordsForm : FormBase {
   void ListView1_MouseUp(const MouseState &mouse);
   void mnuMapGoo_Click();
   void mnuOpenMap_Click();
+  void mnuReportIt_Click();
+  void mnuViewReps_Click();
   void mnuGrid_Click();
   void mnuGlobalInfo_Click();
   void mnuWiki_Click();

@@ -43,6 +43,8 @@ struct ReportForm : FormBase {
   static constexpr int button_submit = 0;
   static constexpr int button_cancel = 1;
 
+  // Meant (report-captions-keep-their-slips): "awaked", "What you did?", "How did it felt?" and "5ft floor" should be
+  // put right. They are the texts of the form that reporters have always filled in.
   Frame Frame1{*this, "Frame1", {.Left = 195, .Top = 510, .Width = 7065, .Height = 4740}};
   ControlArray<Label, 9> Label1{Frame1,
                                 "Label1",
@@ -92,6 +94,8 @@ struct ReportForm : FormBase {
                                   {.Caption = "View reports "},
                                   {.Caption = "Other activities you might be interested in:", .Bold = true}}}};
 
+  // Meant (report-list-lies-beside-the-window): the list should be where the frames are, or the window as wide as both.
+  // Nothing moves the one or widens the other: the user drags the window wider, and the form keeps its place.
   ListView ListView1{*this,
                      "ListView1",
                      {.Columns = {{"Zip", {}}, {"BV Mag", {}}, {"Reports", {}}},
@@ -110,13 +114,12 @@ struct ReportForm : FormBase {
 
   void Form_Load() override;
   void Form_MouseMove(const MouseState &mouse) override;
-  void Text1_GotFocus(int i);
+  void Text1_GotFocus();
   void Text1_LostFocus(int i);
   void Check1_Click();
   void Check2_Click(int i);
   void Combo2_Click();
   void Command1_Click(int i);
-  void Frame2_MouseMove();
   void Label3_Click(int i);
   void Label3_MouseMove(int i);
   void Timer1_Timer();
@@ -129,7 +132,7 @@ struct ReportForm : FormBase {
   void Submit();
   void SendReport();
   std::string Ask(std::string_view query);
-  void SetUnderline(bool on);
+  void ClearUnderlines();
 };
 
 inline constexpr Form<ReportForm> ComPart;

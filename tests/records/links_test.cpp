@@ -226,12 +226,6 @@ TEST(ListEntries, OpenAnAddressThatLeadsNowhereAfterAClickOnThePopup) {
   EXPECT_EQ(rig.click_entry(frmRecords->mnuOpenMap), Lines{"open " + southern + "/a/1.html for frmRecords"});
 }
 
-TEST(ListEntries, OfTheReportsDoNothingYet) {
-  ListRig rig;
-  EXPECT_EQ(rig.click_entry(frmRecords->mnuReportIt), Lines{});
-  EXPECT_EQ(rig.click_entry(frmRecords->mnuViewReps), Lines{});
-}
-
 void SetHeadline(const std::string &place) {
   frmRecords->Label3.Caption = "Mag: 5.2  Where: " + place + "  Time: 01:26:13";
 }
