@@ -25,6 +25,7 @@ class Label : public Control {
     std::string_view FontName = "";
     float FontSize = 0;
     bool Bold = false;
+    bool Underline = false;
     Color ForeColor = color_button_text;
     std::optional<Color> BackColor = {};  // none: it is transparent
     borvane::Alignment Alignment = borvane::Alignment::Left;
@@ -37,7 +38,7 @@ class Label : public Control {
         Caption(*this, std::string(design.Caption)),
         ForeColor(*this, design.ForeColor),
         Bold(*this, design.Bold),
-        Underline(*this, false),
+        Underline(*this, design.Underline),
         FontName(*this, std::string(design.FontName)),
         FontSize(*this, design.FontSize),
         back_color_(design.BackColor),

@@ -26,6 +26,11 @@ std::string SiteOf(BrowserEndpoint endpoint) {
 
 std::string AddressOf(BrowserEndpoint endpoint, std::string_view path) { return SiteOf(endpoint) + std::string(path); }
 
+std::string MakerMail() {
+  std::string stored = ReadRegValue(HKEY_CURRENT_USER, hosts_key, "MakerMail");
+  return stored.empty() ? "borvane@nalvorin.example" : stored;
+}
+
 bool UsesMirror() {
   return std::any_of(endpoint_hosts.begin(), endpoint_hosts.end(),
                      [](const EndpointHost &row) { return HostOf(row.endpoint) == MirrorHost(row.endpoint); });

@@ -23,6 +23,9 @@ std::string SiteOf(BrowserEndpoint endpoint);
 /// The address of `path`, which begins with a slash, on the site of `endpoint`.
 std::string AddressOf(BrowserEndpoint endpoint, std::string_view path);
 
+/// The address to which users write to the maker: the stored one, or else one under a name that nobody owns.
+std::string MakerMail();
+
 /// Whether any endpoint's pages come from the mirror on this computer.
 bool UsesMirror();
 

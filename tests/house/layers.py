@@ -34,7 +34,7 @@ USE_THE_HOST = {"transfer", "src/desktop", "mirror", "mirror/http", "mirror/cata
                 "mirror/service"}
 
 # A window's header declares its controls; it never includes another window's header. conffrm has the HTTP client control.
-WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "ComPart", "Aboutfrm", "banner"}
+WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "ComPart", "Aboutfrm", "banner", "nobotherfrm"}
 WINDOW_MAY_INCLUDE = re.compile(r"(basic|controls)/|feed/inet\.h$")
 
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
