@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char *script_path = "/cgi-bin/borvane/control.pl";
 constexpr const char *version_path = "/borvane/version.txt";
+constexpr const char *products_path = "/products.html";
 constexpr const char *plain_text = "text/plain; charset=windows-1252";
 
 /// How long a client counts as online after it was seen. A clock that was set back, or that of another mirror on the
@@ -47,8 +48,8 @@ Service::Service(Settings settings)
 
 bool Service::Serves(const QByteArray &target, const QByteArray &host) const {
   const QByteArray path = PathOf(target);
-  const bool is_served = path == script_path || path == version_path || path == "/borvane" || path == "/borvane/" ||
-                         path == "/borvane/index.html";
+  const bool is_served = path == script_path || path == version_path || path == products_path || path == "/borvane" ||
+                         path == "/borvane/" || path == "/borvane/index.html";
   return is_served && EndpointOfMirrorHost(host.toStdString()).value_or(Endpoint::Maker) == Endpoint::Maker;
 }
 
@@ -60,6 +61,8 @@ void Service::Handle(const Request &request, const QHostAddress &client, const R
   const QByteArray path = PathOf(request.target);
   if (path == version_path)
     reply({.type = plain_text, .body = QString(settings_.newest_version).remove('.').toLatin1()});
+  else if (path == products_path)
+    reply({.body = ProductsPage()});
   else if (path == "/borvane")
     reply(Redirection("/borvane/"));
   else if (path != script_path)

@@ -251,25 +251,36 @@ TEST_F(ServiceTest, DescribesBorvaneToPeople) {
   EXPECT_TRUE(page.body.contains("2 users are online."));
 }
 
-TEST_F(ServiceTest, WritesItsPageWithEveryElementClosed) {
-  const QByteArray page = service_.Get("/borvane/").body;
-  ASSERT_TRUE(page.startsWith("<!DOCTYPE html><html lang=\"en\">"));
-  QXmlStreamReader reader(page);
-  int elements = 0;
-  while (!reader.atEnd())
-    elements += reader.readNext() == QXmlStreamReader::StartElement ? 1 : 0;
-  EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString() << " in line " << reader.lineNumber();
-  EXPECT_GT(elements, 10);
-  EXPECT_TRUE(std::all_of(page.begin(), page.end(), [](char c) { return c > 0; })) << "no letter beyond ASCII";
+TEST_F(ServiceTest, ListsTheProductsWithoutTheStore) {
+  const Answer page = service_.Get("/products.html");
+  EXPECT_EQ(page.status, 200);
+  EXPECT_EQ(page.type, "text/html; charset=windows-1252");
+  EXPECT_TRUE(page.body.contains("<h1>Products</h1>"));
+  EXPECT_TRUE(page.body.contains("<a href=\"/borvane/\">Borvane</a>"));
+  EXPECT_FALSE(QFileInfo::exists(file_));
+}
+
+TEST_F(ServiceTest, WritesItsPagesWithEveryElementClosed) {
+  for (const char *target : {"/borvane/", "/products.html"}) {
+    const QByteArray page = service_.Get(target).body;
+    ASSERT_TRUE(page.startsWith("<!DOCTYPE html><html lang=\"en\">")) << target;
+    QXmlStreamReader reader(page);
+    int elements = 0;
+    while (!reader.atEnd())
+      elements += reader.readNext() == QXmlStreamReader::StartElement ? 1 : 0;
+    EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString() << " in line " << reader.lineNumber();
+    EXPECT_GT(elements, 10);
+    EXPECT_TRUE(std::all_of(page.begin(), page.end(), [](char c) { return c > 0; })) << "no letter beyond ASCII";
+  }
 }
 
 TEST_F(ServiceTest, ServesItsOwnPathsOnly) {
   for (const char *target :
        {"/cgi-bin/borvane/control.pl?cmd=geta&map=A#b", "/cgi-bin/borvane/control.pl", "/borvane/version.txt",
-        "/borvane/version.txt?x", "/borvane", "/borvane/", "/borvane/index.html"})
+        "/borvane/version.txt?x", "/borvane", "/borvane/", "/borvane/index.html", "/products.html"})
     EXPECT_TRUE(service_.Serves(target)) << target;
   for (const char *target : {"/", "/borvane/other", "/cgi-bin/borvane/control.pl/x", "//borvane/", "/cgi-bin/borvane/",
-                             "/recenteqs/?/borvane/", "/borvane/../borvane/"})
+                             "/recenteqs/?/borvane/", "/borvane/../borvane/", "/products", "/products.html/"})
     EXPECT_FALSE(service_.Serves(target)) << target;
 }
 

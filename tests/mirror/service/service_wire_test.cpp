@@ -149,9 +149,12 @@ TEST_F(WireTest, KeepsNothingThatAWebPageSends) {
 }
 
 TEST_F(WireTest, AnswersAPersonsBrowser) {
-  Client client(mirror_.Port());
-  client.Send("GET /borvane/ HTTP/1.1\r\nHost: maker.localhost\r\nSec-Fetch-Site: none\r\n\r\n");
-  EXPECT_EQ(client.Read().value().status, 200);
+  for (const char *page : {"/borvane/", "/borvane/index.html", "/products.html"}) {
+    Client client(mirror_.Port());
+    client.Send(QByteArray("GET ") + page + " HTTP/1.1\r\nHost: maker.localhost\r\nSec-Fetch-Site: none\r\n\r\n");
+    EXPECT_EQ(client.Read().value().status, 200) << page;
+  }
+  EXPECT_EQ(Get(mirror_.Port(), "/products.html", "southern.localhost").value().status, 404);
 }
 
 TEST(BorvaneMirror, IsReachedByTheNamesThatItWasGiven) {
