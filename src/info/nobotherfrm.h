@@ -11,7 +11,7 @@ namespace borvane {
 struct UserNoteForm : FormBase {
   UserNoteForm();
 
-  TextBox Text1{*this, "Text1", {.Left = 120, .Top = 120, .Width = 8115, .Height = 2475}};
+  TextBox Text1{*this, "Text1", {.MultiLine = true, .Left = 120, .Top = 120, .Width = 8115, .Height = 2475}};
   Label Label1{*this,
                "Label1",
                {.Caption = "This screen will not show again", .Left = 120, .Top = 2715, .Width = 8115, .Height = 225}};

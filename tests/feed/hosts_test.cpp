@@ -44,6 +44,15 @@ TEST(SiteOf, GivesAHostWithoutASchemePlainHttp) {
   EXPECT_EQ(AddressOf(BrowserEndpoint::WorldList, "/"), "http://example.org/");
 }
 
+TEST(MakerMail, IsTheStoredAddressOrOneThatNobodyOwns) {
+  Rig rig;
+  EXPECT_EQ(MakerMail(), "borvane@nalvorin.example");
+  rig.store().Put(hosts_key, "MakerMail", "quakes@school.example");
+  EXPECT_EQ(MakerMail(), "quakes@school.example");
+  rig.store().Put(hosts_key, "MakerMail", "");
+  EXPECT_EQ(MakerMail(), "borvane@nalvorin.example");
+}
+
 TEST(UsesMirror, IsTrueUntilTheStoreNamesAnotherHostForEveryEndpoint) {
   Rig rig;
   for (const EndpointHost &row : endpoint_hosts) {
