@@ -10,6 +10,7 @@ import layers
 import no_host_calls
 import quirks
 import test_files
+import traps
 
 
 class MadeTree(unittest.TestCase):
@@ -255,15 +256,12 @@ class Docs(MadeTree):
         self.write("docs/architecture.md", "`transfer/`\n`feed/`\n`http/`\n")
         self.assertEqual(["docs/architecture.md: says nothing about `common/`"], self.faults_with(""))
 
-    def test_an_empty_procedure_is_listed_as_still_to_come(self):
-        self.write("src/feed/x.cpp", "void Later(Integer & /*mode*/) {}\n")
-        self.assertEqual(1, len(self.faults_with("")))
-        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
+    def test_a_procedure_that_does_nothing_is_a_fault(self):
+        for procedure in ("void Later(Integer & /*mode*/) {}", "void SomeForm::mnuLater_Click() {}", "Integer Later() {\n}"):
+            self.write("src/feed/x.cpp", procedure + "\n")
+            self.assertEqual(1, len(self.faults_with("")), procedure)
+        self.write("src/feed/x.cpp", "void Now() { Later(); }\nSomeForm::SomeForm() {}\n")
         self.assertEqual([], self.faults_with(""))
-
-    def test_a_procedure_that_does_something_is_not_still_to_come(self):
-        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`http/`\n## Still to come\n| `Later` | do it |\n")
-        self.assertEqual(1, len(self.faults_with("")))
 
     def test_a_missing_document_is_a_fault(self):
         (self.root / "CHANGELOG.md").unlink()
@@ -306,6 +304,62 @@ class TestFiles(MadeTree):
         self.assertEqual(["docs/architecture.md: says nothing about tests/system/"], self.faults_of())
         rows = "## Tests\n| `feed/` `mirror/` | x |\n| `system/` `gone/` | y |\n"
         self.assertEqual(["docs/architecture.md: tests/gone/ does not exist"], self.faults_of(rows=rows))
+
+
+class Traps(MadeTree):
+    TABLE = {"Fetch": "src/feed/x.cpp"}
+    DOOR = ("Dispatch", "src/core/dispatch.cpp")
+    TRAP = "std::string Fetch(int number) {\n  try {\n    Work();\n  } catch (const RuntimeError &) {\n  }\n}\n"
+    DISPATCH = ("void Dispatch() {\n  try {\n  } catch (const RuntimeError &error) {\n"
+                "  } catch (const std::exception &error) {\n  }\n}\n")
+    ROW = 'Trap{"Fetch", Run}\n'
+
+    def faults_of(self, code=TRAP, row=ROW, door=DISPATCH, table=None):
+        self.write("src/feed/x.cpp", code)
+        self.write("src/core/dispatch.cpp", door)
+        self.write("tests/core/traps_test.cpp", row)
+        return list(traps.faults(self.root, self.TABLE if table is None else table, self.DOOR))
+
+    def test_a_trap_of_the_table_with_its_test_is_no_fault(self):
+        self.assertEqual([], self.faults_of())
+
+    def test_a_catch_elsewhere_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of(self.TRAP + self.TRAP.replace("Fetch", "Scan"))))
+        self.write("src/scan/x.h", "inline " + self.TRAP)
+        self.assertEqual(1, len(self.faults_of()))
+
+    def test_the_desktop_may_catch(self):
+        self.write("src/desktop/x.cpp", self.TRAP)
+        self.assertEqual([], self.faults_of())
+
+    def test_a_procedure_is_known_by_its_first_line(self):
+        self.assertEqual([], self.faults_of(self.TRAP.replace("int number)", "int number,\n                  int other)")))
+
+    def test_a_member_is_known_with_its_window(self):
+        code, row = self.TRAP.replace("Fetch", "SomeForm::Fetch"), self.ROW.replace("Fetch", "SomeForm::Fetch")
+        self.assertEqual([], self.faults_of(code, row, table={"SomeForm::Fetch": "src/feed/x.cpp"}))
+        self.assertNotEqual([], self.faults_of(code))
+
+    def test_a_trap_for_more_than_failures_is_a_fault(self):
+        for caught in ("...", "const std::exception &", "RuntimeError &", "int"):
+            self.assertEqual(1, len(self.faults_of(self.TRAP.replace("const RuntimeError &", caught))), caught)
+
+    def test_a_door_that_catches_anything_else_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of(door=self.DISPATCH.replace("const std::exception &error", "..."))))
+
+    def test_a_trap_of_the_table_that_is_gone_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of("std::string Fetch(int number) { return Work(); }\n")))
+        self.assertEqual(1, len(self.faults_of(door="")))
+
+    def test_a_trap_without_its_test_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of(row="")))
+
+    def test_a_test_of_no_trap_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of(row=self.ROW + self.ROW.replace("Fetch", "Scan"))))
+
+    def test_another_way_to_see_a_failure_is_a_fault(self):
+        for line in ("const auto failure = std::current_exception();", "void Scan() noexcept;"):
+            self.assertEqual(1, len(self.faults_of(self.TRAP + line + "\n")), line)
 
 
 if __name__ == "__main__":

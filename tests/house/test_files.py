@@ -12,6 +12,7 @@ APART = {"support", "cases", "house", "breakages", "system", "fuzz"}
 
 # Tests of a whole window or program, and why they have no source file of their own.
 WHOLE = {
+    "core/traps_test.cpp": "the traps of all procedures",
     "desktop/all_forms_test.cpp": "what must hold for every window",
     "scan/scanners_cases_test.cpp": "the page cases of all scanners",
 }
