@@ -138,7 +138,7 @@ TEST(ShortBarMenu, OnTopWaitsForTheNextLoad) {
 TEST(ShortBarMenu, AboutShowsTheAboutWindow) {
   BarRig rig;
   rig.click(rig.open_short_bar().mnuAbout);
-  EXPECT_EQ(rig.trace(), (Lines{"load Aboutfrm", "show Aboutfrm"}));
+  EXPECT_EQ(rig.trace({"load", "show"}), (Lines{"load Aboutfrm", "show Aboutfrm"}));
 }
 
 TEST(ShortBarMenu, ExitEndsTheProgram) {

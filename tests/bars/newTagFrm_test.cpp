@@ -265,7 +265,7 @@ TEST(LongBarMenu, OnTopActsAtOnce) {
 TEST(LongBarMenu, AboutShowsTheAboutWindow) {
   BarRig rig;
   rig.click(rig.open_long_bar().mnuabout);
-  EXPECT_EQ(rig.trace(), (Lines{"load Aboutfrm", "show Aboutfrm"}));
+  EXPECT_EQ(rig.trace({"load", "show"}), (Lines{"load Aboutfrm", "show Aboutfrm"}));
 }
 
 TEST(LongBarMenu, ExitEndsTheProgram) {

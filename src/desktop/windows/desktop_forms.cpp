@@ -14,8 +14,11 @@
 #include "desktop/widgets/timer_binder.h"
 #include "desktop/widgets/twips.h"
 #include "desktop/windows/form_window.h"
+#include "desktop/windows/info_windows.h"
 #include "desktop/windows/records_window.h"
 #include "desktop/windows/settings_window.h"
+#include "info/banner.h"
+#include "info/nobotherfrm.h"
 #include "records/frmRecords.h"
 #include "settings/conffrm.h"
 
@@ -34,6 +37,10 @@ std::unique_ptr<FormWindow, DeleteLater> MakeWindow(FormBase &form, FocusTracker
     window.reset(new RecordsWindow(*records, focus));
   else if (auto *settings = dynamic_cast<SettingsForm *>(&form))
     window.reset(new SettingsWindow(*settings, focus));
+  else if (auto *notice = dynamic_cast<BannerForm *>(&form))
+    window.reset(new BannerWindow(*notice, focus));
+  else if (auto *note = dynamic_cast<UserNoteForm *>(&form))
+    window.reset(new UserNoteWindow(*note, focus));
   else
     window.reset(new FormWindow(form, focus));
   window->Build();
