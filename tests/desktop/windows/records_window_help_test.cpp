@@ -1,8 +1,11 @@
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTimer>
 #include <QWindow>
+#include <QXmlStreamReader>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
@@ -10,6 +13,7 @@
 #include "bars/Form1.h"
 #include "bars/newTagFrm.h"
 #include "core/program.h"
+#include "desktop/windows_1252.h"
 #include "feed/hosts.h"
 #include "records/frmRecords.h"
 #include "settings/conffrm.h"
@@ -122,17 +126,105 @@ TEST_F(HelpKeys, WithoutAnEffectAreNoticed) {
   EXPECT_EQ(State(*frmRecords), before);
 }
 
-TEST(Help, RefersToNothingOutside) {
+QString HelpFile() {
   QFile file(QStringLiteral(BORVANE_HELP));
-  ASSERT_TRUE(file.open(QFile::ReadOnly));
-  const QString text = QString::fromUtf8(file.readAll());
-  EXPECT_FALSE(text.contains(QRegularExpression("src=|url\\(|@import|<script|<link")));
+  EXPECT_TRUE(file.open(QFile::ReadOnly));
+  return QString::fromUtf8(file.readAll());
+}
+
+/// What a reader sees of the help, in one line.
+QString HelpText() {
+  QXmlStreamReader reader(HelpFile());
+  QString text;
+  while (!reader.atEnd()) {
+    if (reader.readNext() == QXmlStreamReader::Characters)
+      text += reader.text();
+  }
+  EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString() << " in line " << reader.lineNumber();
+  return text.simplified();
+}
+
+TEST(Help, HasEveryElementClosedAndEveryMarkOnce) {
+  EXPECT_GT(HelpText().size(), 10'000);
+  auto marks = QRegularExpression(" id=\"([^\"]*)\"").globalMatch(HelpFile());
+  QStringList seen;
+  while (marks.hasNext())
+    seen += marks.next().captured(1);
+  EXPECT_GT(seen.size(), 10);
+  EXPECT_EQ(seen.removeDuplicates(), 0);
+}
+
+TEST(Help, RefersToNothingOutside) {
+  const QString text = HelpFile();
+  EXPECT_FALSE(text.contains(QRegularExpression("url\\(|@import|<script|<link|https?:")));
   auto links = QRegularExpression("href=\"([^\"]*)\"").globalMatch(text);
   while (links.hasNext()) {
     const QString link = links.next().captured(1);
     ASSERT_TRUE(link.startsWith('#')) << link.toStdString();
     EXPECT_TRUE(text.contains("id=\"" + link.mid(1) + "\"")) << link.toStdString();
   }
+}
+
+TEST(Help, HasPicturesOfTheDocsWithATextForEach) {
+  const QDir docs(QFileInfo(QStringLiteral(BORVANE_HELP)).dir().filePath("../docs"));
+  const QString text = HelpFile();
+  auto sources = QRegularExpression("src(set)?=\"([^\"]*)\"").globalMatch(text);
+  int pictures = 0;
+  for (; sources.hasNext(); ++pictures) {
+    const QString source = sources.next().captured(2);
+    ASSERT_TRUE(source.startsWith("help/")) << source.toStdString();
+    EXPECT_TRUE(docs.exists(source.mid(5))) << source.toStdString();
+  }
+  EXPECT_GT(pictures, 5);
+  EXPECT_EQ(text.count("<img "), text.count(QRegularExpression("<img [^>]* alt=\"[^\"]+\"/>")));
+}
+
+/// The texts by which a user knows what is in a window: of its menus, buttons, boxes and frames, of its links, and with
+/// `labels` of all its labels.
+QStringList TextsOf(const Container &container, bool labels) {
+  QStringList texts;
+  for (Control *control : container.children()) {
+    std::string text;
+    if (const auto *entry = dynamic_cast<MenuItem *>(control))
+      text = entry->Caption();
+    else if (const auto *check_box = dynamic_cast<CheckBox *>(control))
+      text = check_box->Caption();
+    else if (const auto *option = dynamic_cast<OptionButton *>(control))
+      text = option->Caption();
+    else if (const auto *button = dynamic_cast<CommandButton *>(control))
+      text = button->Caption();
+    else if (const auto *frame = dynamic_cast<Frame *>(control))
+      text = frame->Caption();
+    else if (const auto *label = dynamic_cast<Label *>(control); label != nullptr && (labels || label->Click.IsWired()))
+      text = label->Caption();
+    texts += ShownText(text).trimmed();
+    if (const auto *inner = dynamic_cast<const Container *>(control))
+      texts += TextsOf(*inner, labels);
+  }
+  texts.removeAll("");
+  texts.removeAll("-");
+  return texts;
+}
+
+TEST(Help, NamesEveryMenuEntryButtonBoxAndSetting) {
+  ScreenRig rig;
+  QStringList texts = TextsOf(*frmRecords, false) + TextsOf(*conffrm, true);
+  // The labels of the bars have the texts of events.
+  for (const FormBase *bar : {static_cast<FormBase *>(&*Form1), static_cast<FormBase *>(&*newTagFrm)}) {
+    for (const QString &text : TextsOf(*bar, false)) {
+      if (!text.startsWith("Label"))
+        texts += text;
+    }
+  }
+  for (int button = 1; button <= frmRecords->Toolbar1.ButtonCount(); ++button)
+    texts += ShownText(frmRecords->Toolbar1.Buttons(button).ToolTipText);
+  for (int entry = 0; entry < conffrm->Combo1.ListCount(); ++entry)
+    texts += ShownText(conffrm->Combo1.List(entry));
+  EXPECT_GT(texts.size(), 60);
+
+  const QString help = HelpText();
+  for (const QString &text : texts)
+    EXPECT_TRUE(help.contains('"' + text + '"')) << text.toStdString();
 }
 
 }  // namespace
