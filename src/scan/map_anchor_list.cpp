@@ -1,21 +1,17 @@
 #include "basic/integer.h"
 #include "basic/text.h"
-#include "scan/event_fields.h"
 #include "scan/event_rows.h"
+#include "scan/page_reader.h"
 #include "scan/scanners.h"
-#include "scan/working_text.h"
 
 namespace borvane {
 
 namespace {
 
 /// Reads the rows of a map anchor list one by one.
-class MapAnchorListReader {
+class MapAnchorListReader : public PageReader {
  public:
-  explicit MapAnchorListReader(std::string &page) : text_(page) {}
-
-  EventFields &fields() { return fields_; }
-  bool IsAtEnd() const { return text_.IsEmpty(); }
+  explicit MapAnchorListReader(std::string &page) : PageReader(page, map_anchor_list_bound) {}
 
   /// Reads the next row into the fields; returns false when there is none. A row that the offsets do not fit raises a
   /// failure.
@@ -67,8 +63,6 @@ class MapAnchorListReader {
     fields_(7) = Trim(text_.Piece(end_of_depth + 4, end_of_place - end_of_depth - 4));
   }
 
-  WorkingText text_;
-  EventFields fields_{map_anchor_list_bound};
   Marker marker_{"MAP<"};
   Marker less_{"<"};
   Marker greater_{">"};
@@ -79,14 +73,7 @@ class MapAnchorListReader {
 
 void ScanMapAnchorList(Integer & /*mode*/, std::string &page) {
   SetupColumns(columns_of_events);
-
-  MapAnchorListReader reader(page);
-  while (reader.ReadRow()) {
-    ListEvent(reader.fields());
-
-    if (reader.IsAtEnd())
-      return;
-  }
+  ListEvents<MapAnchorListReader>(page);
 }
 
 }  // namespace borvane

@@ -1,21 +1,17 @@
 #include "basic/integer.h"
 #include "basic/text.h"
-#include "scan/event_fields.h"
 #include "scan/event_rows.h"
+#include "scan/page_reader.h"
 #include "scan/scanners.h"
-#include "scan/working_text.h"
 
 namespace borvane {
 
 namespace {
 
 /// Reads the rows of a map list one by one.
-class MapListReader {
+class MapListReader : public PageReader {
  public:
-  explicit MapListReader(std::string &page) : text_(page) {}
-
-  EventFields &fields() { return fields_; }
-  bool IsAtEnd() const { return text_.IsEmpty(); }
+  explicit MapListReader(std::string &page) : PageReader(page, map_list_bound) {}
 
   /// Reads the next row into the fields; returns false when there is none. A row that the offsets do not fit raises a
   /// failure.
@@ -94,8 +90,6 @@ class MapListReader {
     text_.TakeRest(less + skipped);
   }
 
-  WorkingText text_;
-  EventFields fields_{map_list_bound};
   Marker small_marker_{">map</A>"};
   Marker capital_marker_{">MAP</A>"};
   Marker less_{"<"};
@@ -107,14 +101,7 @@ class MapListReader {
 
 void ScanMapList(Integer & /*mode*/, std::string &page) {
   SetupColumns(columns_of_events);
-
-  MapListReader reader(page);
-  while (reader.ReadRow()) {
-    ListEvent(reader.fields());
-
-    if (reader.IsAtEnd())
-      return;
-  }
+  ListEvents<MapListReader>(page);
 }
 
 }  // namespace borvane

@@ -1,21 +1,17 @@
 #include "basic/integer.h"
 #include "basic/text.h"
-#include "scan/event_fields.h"
 #include "scan/event_rows.h"
+#include "scan/page_reader.h"
 #include "scan/scanners.h"
-#include "scan/working_text.h"
 
 namespace borvane {
 
 namespace {
 
 /// Reads the rows of a regional list one by one.
-class QuakesListReader {
+class QuakesListReader : public PageReader {
  public:
-  explicit QuakesListReader(std::string &page) : text_(page) {}
-
-  EventFields &fields() { return fields_; }
-  bool IsAtEnd() const { return text_.IsEmpty(); }
+  explicit QuakesListReader(std::string &page) : PageReader(page, quakes_list_bound) {}
 
   /// Reads the next row into the fields; returns false when there is none. A row that the offsets do not fit raises a
   /// failure.
@@ -78,8 +74,6 @@ class QuakesListReader {
     fields_(7) = Trim(text_.Piece(begin + 1, end - 4));
   }
 
-  WorkingText text_;
-  EventFields fields_{quakes_list_bound};
   Integer tag_end_;
   Marker link_{"/recenteqs/Quakes/"};
   Marker blank_{" "};
@@ -93,14 +87,7 @@ class QuakesListReader {
 
 void ScanQuakesList(Integer & /*mode*/, std::string &page) {
   SetupColumns(columns_of_events);
-
-  QuakesListReader reader(page);
-  while (reader.ReadRow()) {
-    ListEvent(reader.fields());
-
-    if (reader.IsAtEnd())
-      return;
-  }
+  ListEvents<QuakesListReader>(page);
 }
 
 }  // namespace borvane

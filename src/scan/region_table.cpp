@@ -2,10 +2,9 @@
 #include "basic/text.h"
 #include "records/frmRecords.h"
 #include "scan/biggest_event.h"
-#include "scan/event_fields.h"
 #include "scan/event_rows.h"
+#include "scan/page_reader.h"
 #include "scan/scanners.h"
-#include "scan/working_text.h"
 
 namespace borvane {
 
@@ -13,12 +12,9 @@ namespace {
 
 /// Reads the rows of a region's table one by one. Its slots are those of its three links: 1 date and time, 2 magnitude,
 /// 3 place, 4 address.
-class RegionTableReader {
+class RegionTableReader : public PageReader {
  public:
-  explicit RegionTableReader(std::string &page) : text_(page) {}
-
-  EventFields &fields() { return fields_; }
-  bool IsAtEnd() const { return text_.IsEmpty(); }
+  explicit RegionTableReader(std::string &page) : PageReader(page, region_table_bound) {}
 
   /// The position of the table's heading; 0 when there is none.
   Integer Heading() { return text_.Find(heading_); }
@@ -49,8 +45,6 @@ class RegionTableReader {
   }
 
  private:
-  WorkingText text_;
-  EventFields fields_{region_table_bound};
   Integer end_of_address_;  // where the last "html" began, before the text was cut after it
   Marker heading_{"<td><center>Region</center></td>"};
   Marker href_{"href"};

@@ -2,22 +2,18 @@
 #include "basic/text.h"
 #include "core/module1.h"
 #include "records/frmRecords.h"
-#include "scan/event_fields.h"
 #include "scan/event_rows.h"
+#include "scan/page_reader.h"
 #include "scan/scanners.h"
-#include "scan/working_text.h"
 
 namespace borvane {
 
 namespace {
 
 /// Reads the rows of a world list one by one.
-class WorldListReader {
+class WorldListReader : public PageReader {
  public:
-  explicit WorldListReader(std::string &page) : text_(page) {}
-
-  EventFields &fields() { return fields_; }
-  bool IsAtEnd() const { return text_.IsEmpty(); }
+  explicit WorldListReader(std::string &page) : PageReader(page, world_list_bound) {}
 
   /// Reads the next row into the fields; returns false when there is none. A row that the offsets do not fit raises a
   /// failure.
@@ -114,8 +110,6 @@ class WorldListReader {
       ReadBoldValue(7, begin, bold_place_);
   }
 
-  WorkingText text_;
-  EventFields fields_{world_list_bound};
   Marker map_{"MAP"};
   Marker cell_{"nowrap>"};
   Marker href_{"href="};
