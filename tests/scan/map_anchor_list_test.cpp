@@ -9,8 +9,7 @@ namespace {
 
 /// Scans a page in a program of its own.
 struct ScanRig : PageRig {
-  explicit ScanRig(std::string text, int refresh_mode = 3)
-      : PageRig(ScanMapAnchorList, std::move(text), refresh_mode) {}
+  explicit ScanRig(std::string text) : PageRig(ScanMapAnchorList, std::move(text)) {}
 };
 
 using Texts = std::vector<std::string>;
@@ -24,17 +23,6 @@ const Texts row = {"2.7",
                    "9 km SSW of Tallaboa, Puerto Rico",
                    "recenteqs/Quakes/pr2018037005.html"};
 
-TEST(ScanMapAnchorList, EmptiesTheListFirstAndSetsItsColumns) {
-  Rig rig;
-  rig.start();
-  frmRecords->ListView1.ListItems.Add({"old", {}});
-  Integer mode = 3;
-  std::string page = "a page without rows";
-  ScanMapAnchorList(mode, page);
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(frmRecords->ListView1.ColumnHeaders.Count(), 8);
-}
-
 TEST(ScanMapAnchorList, ReadsTheRowsOfAPage) {
   const ScanRig rig(AnchorPage(AnchorRow() + AnchorRow("3.2", "24 km NNE of Punta Cana")));
   EXPECT_EQ(rig.failure, 0);
@@ -44,40 +32,9 @@ TEST(ScanMapAnchorList, ReadsTheRowsOfAPage) {
   EXPECT_EQ(SubItem(2, 6), "24 km NNE of Punta Cana");
 }
 
-TEST(ScanMapAnchorList, PassesOnlyTheFirstRowToTheUpperListAndEachToTheStrongestEvent) {
-  ScanRig rig(AnchorPage(AnchorRow("2.7") + AnchorRow("4.0")));
-  EXPECT_EQ(rig.trace({"rows"}),
-            (Lines{"rows ListView1 cleared", "rows ListView1 1 added", "rows ListView2 1 changed",
-                   "rows ListView2 1 changed", "rows ListView2 1 changed", "rows ListView1 2 added"}));
-  EXPECT_EQ(Newest(), "2.7");
-  EXPECT_EQ(rig.store()["LastBig"], "4.0");
-}
-
-TEST(ScanMapAnchorList, IgnoresTheMode) {
-  for (const int mode : {0, 1, 2, 3, -1}) {
-    const ScanRig rig(AnchorPage(AnchorRow()), mode);
-    EXPECT_EQ(Rows(), 1) << mode;
-  }
-}
-
 TEST(ScanMapAnchorList, LeavesInThePageWhatItHasNotCut) {
   const ScanRig rig(AnchorPage(AnchorRow("2.7", "Tallaboa")));
   EXPECT_EQ(rig.page, "11.0</A> Tallaboa</TD></TR>\n</TABLE>\n") << "nothing is cut after the place";
-}
-
-TEST(ScanMapAnchorList, LeavesThePageUnchangedWhenItFindsNothing) {
-  const ScanRig rig("nothing");
-  EXPECT_EQ(rig.page, "nothing");
-}
-
-TEST(ScanMapAnchorList, ReadsAPageOfAnyLength) {
-  std::string rows;
-  for (int number = 0; number < 2000; ++number)
-    rows += AnchorRow();
-  const ScanRig rig(AnchorPage(rows));
-  EXPECT_EQ(rig.failure, 0);
-  ASSERT_EQ(Rows(), 2000);
-  EXPECT_EQ(RowTexts(2000), row);
 }
 
 TEST(ScanMapAnchorList, TakesAnyMapInFrontOfATagForARow) {

@@ -9,7 +9,7 @@ namespace {
 
 /// Scans a page in a program of its own.
 struct ScanRig : PageRig {
-  explicit ScanRig(std::string text, int refresh_mode = 3) : PageRig(ScanMapList, std::move(text), refresh_mode) {}
+  explicit ScanRig(std::string text) : PageRig(ScanMapList, std::move(text)) {}
 };
 
 using Texts = std::vector<std::string>;
@@ -31,17 +31,6 @@ const Texts capital_row = {"3.2",
                            "9 km NW of Milford, UT",
                            "recenteqs/Quakes/uu60267017.html"};
 
-TEST(ScanMapList, EmptiesTheListFirstAndSetsItsColumns) {
-  Rig rig;
-  rig.start();
-  frmRecords->ListView1.ListItems.Add({"old", {}});
-  Integer mode = 3;
-  std::string page = "a page without rows";
-  ScanMapList(mode, page);
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(frmRecords->ListView1.ColumnHeaders.Count(), 8);
-}
-
 TEST(ScanMapList, ReadsRowsOfBothForms) {
   const ScanRig rig(MapPage(MapRow() + CapitalMapRow() + MapRow()));
   EXPECT_EQ(rig.failure, 0);
@@ -51,40 +40,9 @@ TEST(ScanMapList, ReadsRowsOfBothForms) {
   EXPECT_EQ(RowTexts(3), small_row);
 }
 
-TEST(ScanMapList, PassesOnlyTheFirstRowToTheUpperListAndEachToTheStrongestEvent) {
-  ScanRig rig(MapPage(CapitalMapRow("3.2") + MapRow("1.1") + CapitalMapRow("4.0") + MapRow("1.1")));
-  EXPECT_EQ(rig.trace({"rows"}), (Lines{"rows ListView1 cleared", "rows ListView1 1 added", "rows ListView2 1 changed",
-                                        "rows ListView2 1 changed", "rows ListView2 1 changed",
-                                        "rows ListView1 2 added", "rows ListView1 3 added", "rows ListView1 4 added"}));
-  EXPECT_EQ(Newest(), "3.2");
-  EXPECT_EQ(rig.store()["LastBig"], "4.0");
-}
-
-TEST(ScanMapList, IgnoresTheMode) {
-  for (const int mode : {0, 1, 2, 3, -1}) {
-    const ScanRig rig(MapPage(MapRow()), mode);
-    EXPECT_EQ(Rows(), 1) << mode;
-  }
-}
-
 TEST(ScanMapList, LeavesInThePageWhatItHasNotCut) {
   const ScanRig rig(MapPage(MapRow()));
   EXPECT_EQ(rig.page, "<A HREF=\"/recenteqs/index.html\">MAP</A></PRE>\n");
-}
-
-TEST(ScanMapList, LeavesThePageUnchangedWhenItFindsNothing) {
-  const ScanRig rig("nothing");
-  EXPECT_EQ(rig.page, "nothing");
-}
-
-TEST(ScanMapList, ReadsAPageOfAnyLength) {
-  std::string rows;
-  for (int row = 0; row < 1000; ++row)
-    rows += CapitalMapRow() + MapRow();
-  const ScanRig rig(MapPage(rows));
-  EXPECT_EQ(rig.failure, 0);
-  ASSERT_EQ(Rows(), 2000);
-  EXPECT_EQ(RowTexts(2000), small_row);
 }
 
 TEST(ScanMapList, EndsWithItsLastSmallMarkerWhateverCapitalOnesFollow) {

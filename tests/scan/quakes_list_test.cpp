@@ -8,34 +8,8 @@ namespace {
 
 /// Scans a page in a program of its own.
 struct ScanRig : PageRig {
-  explicit ScanRig(std::string text, int refresh_mode = 3) : PageRig(ScanQuakesList, std::move(text), refresh_mode) {}
+  explicit ScanRig(std::string text) : PageRig(ScanQuakesList, std::move(text)) {}
 };
-
-TEST(ScanQuakesList, EmptiesTheListFirstAndSetsItsColumns) {
-  Rig rig;
-  rig.start();
-  frmRecords->ListView1.ListItems.Add({"old", {}});
-  Integer mode = 3;
-  std::string page = "a page without rows";
-  ScanQuakesList(mode, page);
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(frmRecords->ListView1.ColumnHeaders.Count(), 8);
-}
-
-TEST(ScanQuakesList, PassesOnlyTheFirstRowToTheUpperListAfterAddingIt) {
-  const ScanRig rig(Page(Row("2.0") + Row("1.6")));
-  EXPECT_EQ(rig.trace({"rows"}),
-            (Lines{"rows ListView1 cleared", "rows ListView1 1 added", "rows ListView2 1 changed",
-                   "rows ListView2 1 changed", "rows ListView2 1 changed", "rows ListView1 2 added"}));
-  EXPECT_EQ(Newest(), "2.0");
-}
-
-TEST(ScanQuakesList, IgnoresTheMode) {
-  for (const int mode : {0, 1, 2, 3, -1}) {
-    const ScanRig rig(Page(Row()), mode);
-    EXPECT_EQ(Rows(), 1) << mode;
-  }
-}
 
 TEST(ScanQuakesList, KeepsPageOrderAndEqualRows) {
   const ScanRig rig(Page(Row("1.0") + Row("3.0") + Row("1.0")));
@@ -56,25 +30,10 @@ TEST(ScanQuakesList, LeavesInThePageWhatItHasNotCut) {
   EXPECT_EQ(rig.page, "/A>    Castaic\n</PRE>\n");
 }
 
-TEST(ScanQuakesList, LeavesThePageUnchangedWhenItFindsNothing) {
-  const ScanRig rig("nothing");
-  EXPECT_EQ(rig.page, "nothing");
-}
-
 TEST(ScanQuakesList, LeavesInThePageWhatAFailureLeft) {
   const ScanRig rig("1.6 45678901234/recenteqs/Quakes/x");
   EXPECT_EQ(rig.failure, static_cast<int>(Failure::InvalidArgument));
   EXPECT_EQ(rig.page, "45678901234/recenteqs/Quakes/x") << "the text up to the magnitude has been cut";
-}
-
-TEST(ScanQuakesList, ReadsAPageOfAnyLength) {
-  std::string rows;
-  for (int row = 0; row < 2000; ++row)
-    rows += Row(row % 2 == 0 ? "2.0" : "1.6");
-  const ScanRig rig(Page(rows));
-  EXPECT_EQ(rig.failure, 0);
-  EXPECT_EQ(Rows(), 2000);
-  EXPECT_EQ(frmRecords->ListView1.ListItems(2000).Text, "1.6");
 }
 
 TEST(ScanQuakesList, PrefersAMissingTagToTheLineFeed) {

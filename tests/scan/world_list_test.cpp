@@ -9,7 +9,7 @@ namespace {
 
 /// Scans a page in a program of its own.
 struct ScanRig : PageRig {
-  explicit ScanRig(std::string text, int refresh_mode = 3) : PageRig(ScanWorldList, std::move(text), refresh_mode) {}
+  explicit ScanRig(std::string text) : PageRig(ScanWorldList, std::move(text)) {}
 };
 
 using Texts = std::vector<std::string>;
@@ -41,17 +41,6 @@ struct HeadlineRig : Rig {
   int failure = -1;
   std::string rest;
 };
-
-TEST(ScanWorldList, EmptiesTheListFirstAndSetsItsColumns) {
-  Rig rig;
-  rig.start();
-  frmRecords->ListView1.ListItems.Add({"old", {}});
-  Integer mode = 3;
-  std::string page = "MAP";
-  ScanWorldList(mode, page);
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(frmRecords->ListView1.ColumnHeaders.Count(), 8);
-}
 
 TEST(ScanWorldList, ReadsTheRowsOfAPage) {
   const ScanRig rig(WorldPage(WorldRow() + WorldRow("5.1", "7 km E of Hualian, Taiwan")));
@@ -119,36 +108,10 @@ TEST(ScanWorldList, TakesANumberFromAfterTheNextTagOfItsCell) {
   EXPECT_EQ(SubItem(1, 4), "84.609W");
 }
 
-TEST(ScanWorldList, PassesOnlyTheFirstRowToTheUpperListAndEachToTheStrongestEvent) {
-  ScanRig rig(WorldPage(WorldRow("4.4") + WorldRow("6.0")));
-  EXPECT_EQ(rig.trace({"rows"}),
-            (Lines{"rows ListView1 cleared", "rows ListView1 1 added", "rows ListView2 1 changed",
-                   "rows ListView2 1 changed", "rows ListView2 1 changed", "rows ListView1 2 added"}));
-  EXPECT_EQ(Newest(), "4.4");
-  EXPECT_EQ(rig.store()["LastBig"], "6.0");
-}
-
-TEST(ScanWorldList, IgnoresTheMode) {
-  for (const int mode : {0, 1, 2, 3, -1}) {
-    const ScanRig rig(WorldPage(WorldRow()), mode);
-    EXPECT_EQ(Rows(), 1) << mode;
-  }
-}
-
 TEST(ScanWorldList, LeavesInThePageWhatItHasNotCut) {
   const ScanRig rig(WorldPage(WorldRow("4.4", "Jaco")));
   EXPECT_EQ(rig.page, "/tt></td>\n<td>Jaco</td></tr>\n</table>\n<p>MAP leads to a map.</p>\n")
       << "nothing is cut after the place";
-}
-
-TEST(ScanWorldList, ReadsAPageOfAnyLength) {
-  std::string rows;
-  for (int number = 0; number < 1000; ++number)
-    rows += WorldRow() + WorldRow(Bold("4.4"));
-  const ScanRig rig(WorldPage(rows));
-  EXPECT_EQ(rig.failure, 0);
-  ASSERT_EQ(Rows(), 2000);
-  EXPECT_EQ(RowTexts(2000), row);
 }
 
 TEST(ScanWorldList, FailsWhereNoFurtherMapFollowsItsLastRow) {

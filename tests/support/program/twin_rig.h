@@ -29,13 +29,13 @@ class TwinRig : public Rig {
   bool AgreeOnRandomPages(const std::vector<std::string> &pieces, int pages, unsigned shortest, unsigned longest);
 
   /// How many pages have been compared.
-  int pages() const { return pages_; }
+  std::size_t pages() const { return pages_; }
 
  private:
   bool AgreeAfter(const std::string &page, const std::vector<std::string> &tokens, int length);
 
   const Twins &twins_;
-  int pages_ = 0;
+  std::size_t pages_ = 0;
 };
 
 /// How many tokens are tried after each beginning. A build for debugging is some ten times slower, and tries one less.
