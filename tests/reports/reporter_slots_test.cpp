@@ -141,6 +141,19 @@ TEST(DailyReport, LeavesAWindowAloneThatWasOpenedInsideTheMessage) {
   EXPECT_EQ(rig.end_status(), std::nullopt);
 }
 
+TEST(DailyReport, IsRefusedOnceWhenTheNameIsLeftByClosingTheWindow) {
+  ReportRig rig;
+  rig.store()["User1"] = "Ann";
+  rig.store()["UserRep1"] = "02-07-2018";
+  rig.open();
+  rig.type(ReportRig::name(), "ann");
+  rig.screen().on_hide = [&rig](FormBase &form) { rig.leave(static_cast<ReportForm &>(form).Text1(0)); };
+  rig.cancel();
+  EXPECT_EQ(rig.trace({"message", "hide", "unload", "error"}),
+            (Lines{"hide ComPart", "message [Borvane] You already filled a report today (OK)", "unload ComPart"}));
+  EXPECT_EQ(ComPart.IfLoaded(), nullptr);
+}
+
 // What a report leaves in the store.
 
 TEST(SavedReporter, IsTheNameAndThenTheDayInItsPlace) {

@@ -1,3 +1,5 @@
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "core/program_info.h"
@@ -52,6 +54,40 @@ TEST(Submission, ShowsTheMagnitudeInTheRegionsFormAndSendsItWithAPoint) {
   EXPECT_EQ(ReportRig::form().Label2(4).Caption(), "0,5714286");
   EXPECT_EQ(rig.trace({"request"}),
             Lines{"request " + ReportRig::puta(VersionDigits() + "|" + ReportRig::key + "||.5714286|0|0|")});
+}
+
+/// The clicks of a form, and its magnitude as it is shown and as it is sent.
+struct FilledForm {
+  std::vector<int> boxes;  // ticked, in this order
+  const char *strength;    // chosen; none while it is typed
+  const char *floor;
+  const char *shown;
+  const char *sent;
+};
+
+TEST(Submission, WorksTheMagnitudeOutFromTheClicksToTheLastDigit) {
+  const FilledForm forms[] = {
+      {{}, "weak", "Ground level", "1.571429", "1.571429"},     {{}, "moderate", "3rd floor", "2.285714", "2.285714"},
+      {{0, 1}, "violent!", "Higher!", "5.571429", "5.571429"},  {{1}, nullptr, "Ground level", "0.5714286", ".5714286"},
+      {{5, 6}, "weak", "Ground level", "1.571429", "1.571429"},
+  };
+  for (const FilledForm &filled : forms) {
+    ReportRig rig;
+    rig.open();
+    for (const int box : filled.boxes)
+      rig.tick_off(ReportRig::form().Check2(box), 1);
+    if (filled.strength == nullptr)
+      ReportRig::form().Combo2.Text = "hardly";
+    else
+      rig.choose(ReportRig::form().Combo2, filled.strength);
+    rig.choose(ReportRig::form().Combo3, filled.floor);
+    rig.clear_trace();
+    rig.submit();
+    EXPECT_EQ(ReportRig::form().Label2(4).Caption(), filled.shown);
+    ASSERT_EQ(rig.trace({"request"}).size(), 1U);
+    EXPECT_NE(rig.trace({"request"})[0].find("||" + std::string(filled.sent) + "|"), std::string::npos)
+        << rig.trace({"request"})[0];
+  }
 }
 
 TEST(Submission, CountsATypedFloorAsOneBelowTheGround) {

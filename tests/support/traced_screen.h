@@ -16,6 +16,9 @@ class TracedScreen final : public FormHost {
   /// Called with each new window, before its Load handler runs.
   std::function<void(FormBase &)> on_load;
 
+  /// Called with each window that hides, as what the user leaves in it is.
+  std::function<void(FormBase &)> on_hide;
+
   void FormLoaded(FormBase &form) override {
     trace_.Add("load " + std::string(form.name()));
     if (on_load)
@@ -29,7 +32,11 @@ class TracedScreen final : public FormHost {
                (form.takes_focus() && !with_focus ? " without the focus" : ""));
   }
 
-  void HideForm(FormBase &form) override { trace_.Add("hide " + std::string(form.name())); }
+  void HideForm(FormBase &form) override {
+    trace_.Add("hide " + std::string(form.name()));
+    if (on_hide)
+      on_hide(form);
+  }
 
   void RepaintForm(FormBase &form) override { trace_.Add("repaint " + std::string(form.name())); }
 
