@@ -91,12 +91,12 @@ TEST(BannerOnScreen, OpensThePageFromTheBoxTheTextAndTheKeyboard) {
 
   rig.events();
   QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(3, 3));
-  EXPECT_EQ(rig.events(), Lines{product_page});
+  EXPECT_EQ(rig.events().back(), product_page);
   QTest::mouseClick(&link, Qt::LeftButton);
-  EXPECT_EQ(rig.events(), Lines{product_page});
+  EXPECT_EQ(rig.events().back(), product_page);
   QTest::keyClick(rig.window(*banner).windowHandle(), Qt::Key_Tab);
   QTest::keyClick(rig.window(*banner).windowHandle(), Qt::Key_Space);
-  EXPECT_EQ(rig.events(), Lines{product_page});
+  EXPECT_EQ(rig.events().back(), product_page);
   EXPECT_TRUE(rig.window(*banner).isVisible());
 }
 
