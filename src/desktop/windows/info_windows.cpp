@@ -12,6 +12,7 @@ BannerWindow::BannerWindow(BannerForm &form, FocusTracker &focus) : FormWindow(f
 
 void BannerWindow::Build() {
   constexpr int margin = 8;
+  constexpr int side_of_words = 48;  // which parts them into two lines of some length
   auto *rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, margin, 0, margin);
   rows->setSpacing(margin);
@@ -25,7 +26,7 @@ void BannerWindow::Build() {
   rows->addWidget(box, 1);
 
   QWidget *words = Bind(banner_.Label2, *this, Placing::ByLayout);
-  words->setContentsMargins(margin, 0, margin, 0);
+  words->setContentsMargins(side_of_words, 0, side_of_words, 0);
   rows->addWidget(words);
 }
 
