@@ -15,6 +15,8 @@
 #include "feed/presence.h"
 #include "feed/refresh.h"
 #include "records/frmRecords.h"
+#include "reports/ComPart.h"
+#include "reports/show_reports.h"
 #include "scan/detail_page.h"
 #include "support/program/alert_rig.h"
 #include "support/program/watching_rig.h"
@@ -106,6 +108,17 @@ void ResizeRecords(WatchingRig &rig, Raised what) {
 
 void CheckForUpdate() { frmRecords->CheckForUpdate(); }
 
+void SubmitAnEmptyReport() { ComPart->Command1_Click(ReportForm::button_submit); }
+
+void ShowAllReports() {
+  ReportFields fields;
+  ShowReports(fields);
+}
+
+/// What they ask the service for before a page has been chosen.
+const std::string empty_report = service + "cmd=puta&map=&strout=" + VersionDigits() + "|||1.285714|0|0|";
+const std::string all_reports = service + "cmd=geta&map=";
+
 class EveryTrap : public testing::TestWithParam<Trap> {};
 
 TEST_P(EveryTrap, SwallowsAFailure) {
@@ -137,7 +150,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Trap{"WriteQuakeLog", WriteLogOnABrokenDisk},
                     Trap{"UpdateLongBar", WithLoadOf("newTagFrm", UpdateLongBar)},
                     Trap{"RecordsForm::Form_Resize", ResizeRecords},
-                    Trap{"RecordsForm::CheckForUpdate", WithRequestsOf(version_file, CheckForUpdate)}),
+                    Trap{"RecordsForm::CheckForUpdate", WithRequestsOf(version_file, CheckForUpdate)},
+                    Trap{"ReportForm::Submit", WithRequestsOf(empty_report, SubmitAnEmptyReport)},
+                    Trap{"ShowReports", WithRequestsOf(all_reports, ShowAllReports)}),
     [](const testing::TestParamInfo<Trap> &trap) {
       std::string name = trap.param.name;
       std::replace(name.begin(), name.end(), ':', '_');

@@ -21,6 +21,8 @@ TRAPS = {
     "UpdateLongBar": "src/bars/bar_content.cpp",
     "RecordsForm::Form_Resize": "src/records/frmRecords.cpp",
     "RecordsForm::CheckForUpdate": "src/records/frmRecords.cpp",
+    "ReportForm::Submit": "src/reports/submission.cpp",
+    "ShowReports": "src/reports/show_reports.cpp",
 }
 
 # The door through which every event enters. It swallows nothing: it reports the failure, or any other exception, and ends the program.

@@ -16,6 +16,7 @@
 #include "desktop/windows_1252.h"
 #include "feed/hosts.h"
 #include "records/frmRecords.h"
+#include "reports/ComPart.h"
 #include "settings/conffrm.h"
 #include "support/desktop/screen_rig.h"
 #include "support/desktop/scripted_server.h"
@@ -197,7 +198,7 @@ QStringList TextsOf(const Container &container, bool labels) {
       text = frame->Caption();
     else if (const auto *label = dynamic_cast<Label *>(control); label != nullptr && (labels || label->Click.IsWired()))
       text = label->Caption();
-    texts += ShownText(text).trimmed();
+    texts += ShownText(text).simplified();
     if (const auto *inner = dynamic_cast<const Container *>(control))
       texts += TextsOf(*inner, labels);
   }
@@ -208,7 +209,10 @@ QStringList TextsOf(const Container &container, bool labels) {
 
 TEST(Help, NamesEveryMenuEntryButtonBoxAndSetting) {
   ScreenRig rig;
-  QStringList texts = TextsOf(*frmRecords, false) + TextsOf(*conffrm, true);
+  QStringList texts = TextsOf(*frmRecords, false) + TextsOf(*conffrm, true) + TextsOf(ComPart->Frame1, true) +
+                      TextsOf(*ComPart, false) + QStringList(ShownText(ComPart->Caption()));
+  for (int column = 1; column <= ComPart->ListView1.ColumnHeaders.Count(); ++column)
+    texts += ShownText(ComPart->ListView1.ColumnHeaders(column).Text);
   // The labels of the bars have the texts of events.
   for (const FormBase *bar : {static_cast<FormBase *>(&*Form1), static_cast<FormBase *>(&*newTagFrm)}) {
     for (const QString &text : TextsOf(*bar, false)) {
