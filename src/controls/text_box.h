@@ -15,7 +15,7 @@ struct TextSelection {
 };
 
 /// A box to type in. A change of its text raises Change, also one made by code; entering it raises GotFocus, leaving it
-/// LostFocus. In a box with many lines, a line feed ends each of them but the last.
+/// LostFocus. In a box with many lines, a carriage return and a line feed end each of them but the last.
 class TextBox : public Control {
  public:
   struct Design {

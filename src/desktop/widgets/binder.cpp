@@ -52,6 +52,10 @@ void Binder::Release() {
   focus_.Forget(*this);
 }
 
+void Binder::Entered() {
+  Enter([this] { control_.GotFocus.Raise(); });
+}
+
 void Binder::Left() {
   Enter([this] { control_.LostFocus.Raise(); });
 }

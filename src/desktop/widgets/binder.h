@@ -36,6 +36,9 @@ class Binder : public QObject, public PropertyWatcher {
   /// Takes the binder off its control, which is about to go; the widget then does nothing any more.
   virtual void Release();
 
+  /// The user has come to the control.
+  void Entered();
+
   /// The user has gone on to another control.
   void Left();
 

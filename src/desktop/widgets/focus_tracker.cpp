@@ -1,6 +1,7 @@
 #include "desktop/widgets/focus_tracker.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QWidget>
 #include <utility>
@@ -36,8 +37,12 @@ void FocusTracker::KeyboardMoved(QWidget *widget) {
   if (entered == nullptr || entered == focused_)
     return;
   Binder *left = std::exchange(focused_, entered);
+  const QPointer<Binder> next(entered);
   if (left != nullptr)
     left->Left();
+  // Its handler may have moved the keyboard on, or taken the window of either away.
+  if (next != nullptr && focused_ == next)
+    next->Entered();
 }
 
 /// The control to which `widget` belongs: a button of a toolbar is a widget of its own. Null for what is no control,

@@ -13,7 +13,8 @@ namespace borvane {
 class Binder;
 
 /// Knows which control of the program the user works in. It is left when another control of the program is entered or
-/// its window hides, and not when the user turns to another program or answers a message box.
+/// its window hides, and not when the user turns to another program or answers a message box. A control that is entered
+/// learns so after the one that is left for it.
 class FocusTracker final : public QObject {
  public:
   FocusTracker();
@@ -34,7 +35,7 @@ class FocusTracker final : public QObject {
   const std::optional<QPoint> &menu_place() const { return menu_place_; }
 
  private:
-  /// The keyboard goes to `widget`: when that is another control, the one left for it learns so.
+  /// The keyboard goes to `widget`: when that is another control, both learn so.
   void KeyboardMoved(QWidget *widget);
   Binder *BinderOf(const QWidget *widget) const;
 

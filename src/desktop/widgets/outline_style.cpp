@@ -1,6 +1,7 @@
 #include "desktop/widgets/outline_style.h"
 
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QStyleOption>
 #include <algorithm>
 
@@ -52,6 +53,12 @@ void OutlineStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
       DrawOutline(*painter, option->rect, OutlineColor(*option, State_HasFocus), rounded);
       break;
     case PE_Frame:
+      // Of a box with many lines it is what a line edit's own frame is.
+      if (qobject_cast<const QPlainTextEdit *>(widget) != nullptr)
+        DrawOutline(*painter, option->rect, OutlineColor(*option, State_HasFocus), rounded);
+      else
+        DrawOutline(*painter, option->rect, LineColor(option->palette), square);
+      break;
     case PE_PanelMenu:
       DrawOutline(*painter, option->rect, LineColor(option->palette), square);
       break;

@@ -183,6 +183,112 @@ TEST_F(TextBoxOnScreen, IsLeftOnceWhenItsWindowHidesAndAnotherHasTheKeyboard) {
   EXPECT_EQ(rig.events(), Lines({"left with 10"}));
 }
 
+TEST_F(TextBoxOnScreen, SelectsWhatTheProgramSelects) {
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  sample->Text1.Text = "90210 x";
+  sample->Text1.Selection = {.start = 0, .length = 7};
+  EXPECT_EQ(edit.selectedText(), "90210 x");
+
+  sample->Text1.Selection = {.start = 2, .length = 3};
+  EXPECT_EQ(edit.selectedText(), "210");
+  sample->Text1.Selection = {.start = 4, .length = 0};
+  EXPECT_EQ(edit.selectedText(), "");
+  EXPECT_EQ(edit.cursorPosition(), 4);
+}
+
+TEST_F(TextBoxOnScreen, SelectsNoMoreThanThereIs) {
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  sample->Text1.Selection = {.start = 1, .length = 30000};
+  EXPECT_EQ(edit.selectedText(), "0");
+  sample->Text1.Selection = {.start = -5, .length = -1};
+  EXPECT_EQ(edit.selectedText(), "");
+  EXPECT_EQ(edit.cursorPosition(), 0);
+  sample->Text1.Selection = {.start = 40, .length = 1};
+  EXPECT_EQ(edit.cursorPosition(), 2);
+}
+
+TEST_F(TextBoxOnScreen, ReportsWhatTheUserSelects) {
+  box().setFocus();
+  QTest::keyClick(&box(), Qt::Key_Home);
+  EXPECT_EQ(sample->Text1.Selection(), (TextSelection{.start = 0, .length = 0}));
+  QTest::keyClick(&box(), Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(sample->Text1.Selection(), (TextSelection{.start = 0, .length = 1}));
+  QTest::keyClick(&box(), Qt::Key_End);
+  EXPECT_EQ(sample->Text1.Selection(), (TextSelection{.start = 2, .length = 0}));
+
+  EXPECT_EQ(rig.events(), Lines()) << "selecting raises nothing";
+}
+
+/// As a box does whose text is not what was asked for, each time that it is left.
+TEST_F(TextBoxOnScreen, SelectsItsTextOnceMoreWhenItIsLeftAgain) {
+  const auto text_size = [] { return static_cast<int>(sample->Text1.Text().size()); };
+  sample->Text1.LostFocus = [&] { sample->Text1.Selection = {.start = 0, .length = text_size()}; };
+  auto &edit = rig.widget<QLineEdit>(*sample, "Text1");
+  for (int time = 0; time < 2; ++time) {
+    QTest::mouseClick(&edit, Qt::LeftButton, {}, QPoint(3, 3));
+    EXPECT_EQ(edit.selectedText(), "");
+    QTest::keyClick(&edit, Qt::Key_Tab);
+    EXPECT_EQ(edit.selectedText(), "10");
+    EXPECT_FALSE(edit.hasFocus());
+  }
+}
+
+TEST_F(TextBoxOnScreen, IsEnteredAfterTheOtherIsLeft) {
+  sample->Text2.GotFocus = [this] { rig.note("entered"); };
+  box().setFocus();
+  EXPECT_EQ(rig.events(), Lines());
+  QTest::keyClick(&box(), Qt::Key_Tab);
+
+  EXPECT_EQ(rig.events(), Lines({"left with 10", "entered"}));
+}
+
+TEST_F(TextBoxOnScreen, IsEnteredByAClick) {
+  sample->Text1.GotFocus = [this] { rig.note("entered"); };
+  rig.widget(*sample, "Text2").setFocus();
+  QTest::mouseClick(&box(), Qt::LeftButton);
+  EXPECT_EQ(rig.events(), Lines({"entered"}));
+
+  QTest::mouseClick(&box(), Qt::LeftButton);
+  EXPECT_EQ(rig.events(), Lines()) << "it has the keyboard";
+}
+
+TEST_F(TextBoxOnScreen, IsNotEnteredWhenTheUserComesBackFromAnotherProgram) {
+  sample->Text1.GotFocus = [this] { rig.note("entered"); };
+  box().setFocus();
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"entered"}));
+  QApplication::setActiveWindow(nullptr);
+  Settle();
+  QApplication::setActiveWindow(&rig.window(*sample));
+  Settle();
+
+  EXPECT_TRUE(box().hasFocus());
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(TextBoxOnScreen, IsNotEnteredWhenTheHandlerOfTheOtherTakesTheWindowAway) {
+  sample->Text1.LostFocus = [this] {
+    rig.note("left");
+    sample.Unload();
+  };
+  sample->Text2.GotFocus = [this] { rig.note("entered"); };
+  box().setFocus();
+  QTest::keyClick(&box(), Qt::Key_Tab);
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left"}));
+}
+
+TEST_F(TextBoxOnScreen, IsNotEnteredWhenTheHandlerOfTheOtherMovesTheKeyboardOn) {
+  sample->Text1.LostFocus = [this] { rig.widget(*sample, "Check1").setFocus(); };
+  sample->Text2.GotFocus = [this] { rig.note("entered"); };
+  sample->Check1.GotFocus = [this] { rig.note("box entered"); };
+  box().setFocus();
+  QTest::keyClick(&box(), Qt::Key_Tab);
+
+  EXPECT_EQ(rig.events(), Lines({"box entered"}));
+}
+
 TEST_F(TextBoxOnScreen, IsNotLeftWhenAnotherWindowHides) {
   other_form->Show();
   sample->Show();

@@ -32,6 +32,7 @@ struct SampleForm : FormBase {
   Label Link1{*this, "Link1", {.Caption = "More", .Left = 3300, .Top = 450, .Width = 600, .Height = 195}};
   TextBox Text1{*this, "Text1", {.Text = "10", .Left = 4650, .Top = 150, .Width = 1500, .Height = 300}};
   TextBox Text2{*this, "Text2", {.Left = 4650, .Top = 600, .Width = 1500, .Height = 300}};
+  TextBox Text3{*this, "Text3", {.MultiLine = true, .Left = 900, .Top = 4850, .Width = 3000, .Height = 720}};
   CheckBox Check1{*this, "Check1", {.Caption = "Log", .Left = 3300, .Top = 900, .Width = 1200, .Height = 300}};
   CommandButton Command1{
       *this, "Command1", {.Caption = "Close", .Left = 3300, .Top = 1200, .Width = 1200, .Height = 375}};
