@@ -24,6 +24,22 @@ MessageAnswer AnswerOf(int button) {
   }
 }
 
+struct FirstAndRefusal {
+  QMessageBox::StandardButton first;
+  QMessageBox::StandardButton refusal;  // for a box that is closed without a choice
+};
+
+FirstAndRefusal ButtonsOf(MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::Ok:
+      return {QMessageBox::Ok, QMessageBox::Ok};
+    case MessageButtons::OkCancel:
+      return {QMessageBox::Ok, QMessageBox::Cancel};
+    default:
+      return {QMessageBox::Yes, QMessageBox::No};
+  }
+}
+
 /// A box over the window that the user works in. It does not belong to that window, which a timer may unload meanwhile.
 class Question final : public QMessageBox {
  public:
@@ -48,10 +64,7 @@ class Question final : public QMessageBox {
 
 MessageAnswer QtMessageBox::Show(std::string_view text, std::string_view title, MessageButtons buttons,
                                  MessageIcon icon) {
-  const bool yes_no = buttons == MessageButtons::YesNo;
-  const QMessageBox::StandardButton first = yes_no ? QMessageBox::Yes : QMessageBox::Ok;
-  const QMessageBox::StandardButton refusal = yes_no ? QMessageBox::No : QMessageBox::Cancel;
-
+  const auto [first, refusal] = ButtonsOf(buttons);
   Question box(icon == MessageIcon::Question ? QMessageBox::Question : QMessageBox::NoIcon, ShownText(title),
                ShownText(text), first | refusal);
   box.setTextFormat(Qt::PlainText);

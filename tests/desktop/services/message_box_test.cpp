@@ -107,6 +107,23 @@ TEST_F(MessageBoxOnScreen, RefusesWhenItIsClosed) {
   EXPECT_EQ(Ask(MessageButtons::OkCancel, [](QMessageBox &box) { box.close(); }), MessageAnswer::Cancel);
 }
 
+TEST_F(MessageBoxOnScreen, HasOkAloneAndAnswersWithItHoweverItIsClosed) {
+  const auto press_enter = [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); };
+  const auto close = [](QMessageBox &box) { box.close(); };
+  const auto click = [](QMessageBox &box) {
+    EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+    EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Ok));
+    Click(box, QMessageBox::Ok);
+  };
+  EXPECT_EQ(Ask(MessageButtons::Ok, click), MessageAnswer::Ok);
+  EXPECT_EQ(Ask(MessageButtons::Ok, press_enter), MessageAnswer::Ok);
+  EXPECT_EQ(Ask(MessageButtons::Ok, PressEsc), MessageAnswer::Ok);
+  EXPECT_EQ(Ask(MessageButtons::Ok, close), MessageAnswer::Ok);
+
+  QTest::keyRelease(rig.window(*sample).windowHandle(), Qt::Key_Escape);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(MessageBoxOnScreen, LetsEventsRunWhileItAsks) {
   int ticks = 0;
   sample->Timer1.Timer = [&] { ++ticks; };
