@@ -6,6 +6,7 @@
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/colors.h"
 #include "desktop/widgets/pictures.h"
+#include "desktop/widgets/spoken_widget.h"
 #include "desktop/widgets/swatch.h"
 #include "desktop/windows_1252.h"
 
@@ -68,9 +69,9 @@ class ContainerBoxBinder final : public Binder {
 };
 
 /// A watermark: one of the program's own pictures, over what lies beneath.
-class PictureWidget final : public QWidget {
+class PictureWidget final : public SpokenWidget<QAccessible::Graphic> {
  public:
-  explicit PictureWidget(QWidget *parent) : QWidget(parent) {}
+  explicit PictureWidget(QWidget *parent) : SpokenWidget(parent) {}
 
   void ShowPicture(const std::string &name) {
     name_ = name;
@@ -109,7 +110,8 @@ class ImageBinder final : public Binder {
 
 Binder *BindPictureBox(PictureBox &picture_box, const Surroundings &surroundings) {
   if (!picture_box.children().empty())
-    return new ContainerBoxBinder(picture_box, *new QWidget(&surroundings.parent), surroundings);
+    return new ContainerBoxBinder(picture_box, *new SpokenWidget<QAccessible::Grouping>(&surroundings.parent),
+                                  surroundings);
   return new PictureBoxBinder(picture_box, *new Swatch(&surroundings.parent), surroundings);
 }
 

@@ -4,6 +4,7 @@
 
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/pictures.h"
+#include "desktop/widgets/spoken_widget.h"
 #include "desktop/windows_1252.h"
 
 namespace borvane {
@@ -80,7 +81,7 @@ class ToolbarBinder final : public Binder {
 }  // namespace
 
 Binder *BindToolbar(Toolbar &toolbar, const Surroundings &surroundings) {
-  return new ToolbarBinder(toolbar, *new QWidget(&surroundings.parent), surroundings);
+  return new ToolbarBinder(toolbar, *new SpokenWidget<QAccessible::ToolBar>(&surroundings.parent), surroundings);
 }
 
 }  // namespace borvane
