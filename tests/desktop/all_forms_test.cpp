@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
@@ -25,6 +26,7 @@
 #include "info/banner.h"
 #include "info/nobotherfrm.h"
 #include "records/frmRecords.h"
+#include "reports/ComPart.h"
 #include "settings/conffrm.h"
 #include "support/desktop/screen_rig.h"
 
@@ -52,6 +54,9 @@ class EveryForm : public testing::TestWithParam<Named> {
   FormWindow &window() { return rig.window(form); }
 
   QRect place(const QWidget &widget) { return {widget.mapTo(&window(), QPoint()), widget.size()}; }
+
+  /// Whether the window is large enough to show any of it.
+  bool IsInSight(const QWidget &widget) { return window().rect().intersects(place(widget)); }
 
   /// Which widgets the Tab key comes by, in its order.
   std::vector<QWidget *> TabOrder() {
@@ -132,11 +137,13 @@ TEST_P(EveryForm, HasUniqueNames) {
 const std::map<std::string, const char *> outside = {
     {"Form1.Label4", "below the edge of the bar, as designed"},
     {"Form1.Label2", "below the edge of the bar, as designed"},
+    {"ComPart_thanks.Frame1", "below the edge of the window once a report is sent, as designed"},
+    {"ComPart_list.ListView1", "to the right of the window until its user makes it wider, as designed"},
 };
 
 TEST_P(EveryForm, KeepsItsControlsInsideTheirPlace) {
   Walk([&](Control &control, QWidget &widget, int /*depth*/) {
-    if (outside.contains(std::string(form.name()) + "." + control.FullName())) {
+    if (outside.contains(std::string(GetParam().name) + "." + control.FullName())) {
       EXPECT_FALSE(window().rect().intersects(place(widget))) << control.FullName();
     } else if (widget.isVisible()) {
       EXPECT_TRUE(widget.parentWidget()->rect().contains(widget.geometry())) << control.FullName();
@@ -248,8 +255,85 @@ TEST_P(EveryForm, CanBeReachedByTheTabKey) {
     if (by_mouse_alone.contains(std::string(form.name()) + "." + control.FullName())) {
       EXPECT_TRUE(is_used) << control.FullName();
       EXPECT_EQ(widget.focusPolicy(), Qt::NoFocus) << control.FullName();
-    } else if (is_used && widget.isVisible() && widget.isEnabled()) {
+    } else if (is_used && widget.isVisible() && widget.isEnabled() && IsInSight(widget)) {
       EXPECT_NE(std::find(order.begin(), order.end(), &widget), order.end()) << control.FullName();
+    }
+  });
+}
+
+/// A kind of control: what a screen reader calls it, and why the Tab key does not come by it. Where it does, there is
+/// no reason.
+struct Kind {
+  bool (*is_of_kind)(const Control &);
+  QAccessible::Role role;
+  const char *why_no_stop;
+};
+
+template <class T>
+bool Is(const Control &control) {
+  return dynamic_cast<const T *>(&control) != nullptr;
+}
+
+template <class T>
+bool IsClicked(const Control &control) {
+  return Is<T>(control) && control.Click.IsWired();
+}
+
+bool HoldsControls(const Control &control) {
+  const auto *container = dynamic_cast<const Container *>(&control);
+  return container != nullptr && !container->children().empty();
+}
+
+const std::array kinds = {
+    Kind{IsClicked<Label>, QAccessible::Button, nullptr},
+    Kind{Is<Label>, QAccessible::StaticText, "it is a text"},
+    Kind{Is<TextBox>, QAccessible::EditableText, nullptr},
+    Kind{Is<CheckBox>, QAccessible::CheckBox, nullptr},
+    Kind{Is<OptionButton>, QAccessible::RadioButton, nullptr},
+    Kind{Is<CommandButton>, QAccessible::Button, nullptr},
+    Kind{Is<ComboBox>, QAccessible::ComboBox, nullptr},
+    Kind{HoldsControls, QAccessible::Grouping, "it holds what is read or reached"},
+    Kind{Is<PictureBox>, QAccessible::Button, nullptr},
+    Kind{Is<Image>, QAccessible::Graphic, "it is a picture"},
+    Kind{Is<Toolbar>, QAccessible::ToolBar, "it holds the buttons that are reached"},
+    Kind{Is<StatusBar>, QAccessible::StatusBar, "it shows texts"},
+    Kind{Is<ListView>, QAccessible::Tree, nullptr},
+};
+
+/// What has no name for a screen reader, and why. A name represents all controls that begin with it.
+const std::map<std::string, const char *> unnamed = {
+    {"frmRecords.Label2(0)", "the area's name comes with its first page"},
+    {"frmRecords.Label2(1)", "its latitude, likewise"},
+    {"frmRecords.Label2(2)", "its longitude, likewise"},
+    {"frmRecords.Label9", "the count of users comes with the first answer"},
+    {"frmRecords.Frame4", "an outline without a caption; what is in it has names"},
+    {"frmRecords.Toolbar1", "its buttons have names"},
+    {"frmRecords.StatusBar1", "its panels have texts"},
+    {"conffrm.Label1(14)", "a colour's code shows while the pointer is on its box"},
+    {"frmQalert.Label2", "the place comes with the alert"},
+    {"Form1.Picture1", "its labels have texts"},
+    {"newTagFrm.Picture1", "its labels have texts"},
+    {"banner.Picture1", "its label has a text"},
+};
+
+TEST_P(EveryForm, GivesEachControlARoleANameAndATabStopOrAReason) {
+  const std::vector<QWidget *> order = TabOrder();
+  Walk([&](Control &control, QWidget &widget, int /*depth*/) {
+    const auto *kind =
+        std::find_if(kinds.begin(), kinds.end(), [&](const Kind &other) { return other.is_of_kind(control); });
+    ASSERT_NE(kind, kinds.end()) << control.FullName();
+    const QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(&widget);
+    ASSERT_NE(spoken, nullptr) << control.FullName();
+    EXPECT_EQ(spoken->role(), kind->role) << control.FullName();
+
+    const std::string name = std::string(GetParam().name) + "." + control.FullName();
+    const bool may_be_unnamed =
+        std::any_of(unnamed.begin(), unnamed.end(), [&](const auto &row) { return name.starts_with(row.first); });
+    EXPECT_EQ(SpokenName(widget).empty() && widget.accessibleName().isEmpty(), may_be_unnamed) << name;
+
+    const bool is_stop = std::find(order.begin(), order.end(), &widget) != order.end();
+    if (widget.isVisible() && widget.isEnabled() && IsInSight(widget)) {
+      EXPECT_EQ(is_stop, kind->why_no_stop == nullptr) << name;
     }
   });
 }
@@ -301,24 +385,41 @@ FormBase &GetLongBar() {
   return bar;
 }
 
+/// The felt report as the list's menu opens it.
+FormBase &GetReport() {
+  ComPart->Label2(1).Caption = "3.1-2024:02:29-23:59:59-34.000N-117.000W";
+  return *ComPart;
+}
+
+/// The same after a report has been sent.
+FormBase &GetThanks() {
+  GetReport();
+  ComPart->Frame1.Top = 6825;
+  ComPart->Frame2.Visible = true;
+  ComPart->Label2(2).Visible = true;
+  return *ComPart;
+}
+
+/// The list of what others have reported.
+FormBase &GetReportList() {
+  GetReport();
+  ComPart->Frame1.Visible = false;
+  ComPart->ListView1.Visible = true;
+  return *ComPart;
+}
+
 INSTANTIATE_TEST_SUITE_P(All, EveryForm,
                          testing::Values(Named{"frmRecords", Get<RecordsForm>}, Named{"conffrm", Get<SettingsForm>},
                                          Named{"frmQalert", GetAlert}, Named{"Form1", GetShortBar},
                                          Named{"newTagFrm", GetLongBar}, Named{"banner", Get<BannerForm>},
-                                         Named{"Aboutfrm", GetAbout}, Named{"nobotherfrm", Get<UserNoteForm>}),
+                                         Named{"Aboutfrm", GetAbout}, Named{"nobotherfrm", Get<UserNoteForm>},
+                                         Named{"ComPart", GetReport}, Named{"ComPart_thanks", GetThanks},
+                                         Named{"ComPart_list", GetReportList}),
                          [](const testing::TestParamInfo<Named> &named) { return std::string(named.param.name); });
 
-/// In the order in which the eye meets them: from the top down, and from the left in a row.
-TEST(SettingsTabOrder, FollowsTheEye) {
-  ScreenRig rig;
-  conffrm->Check1.Value = 1;
-  conffrm->Check4.Value = 1;
-  for (int i : {0, 1})
-    conffrm->Option2(i).Enabled = true;
-  conffrm->Show();
-  Settle();
-  FormWindow &window = rig.window(*conffrm);
-
+/// Expects the Tab key to come by the window's widgets in the order in which the eye meets them, from the top down and
+/// from the left in a row. Returns how many there are.
+int ExpectTabToFollowTheEye(const FormWindow &window) {
   constexpr int same_row = 8;
   QPoint last;
   int count = 0;
@@ -332,7 +433,39 @@ TEST(SettingsTabOrder, FollowsTheEye) {
     last = middle;
     ++count;
   }
-  EXPECT_GT(count, 25);
+  return count;
+}
+
+TEST(SettingsTabOrder, FollowsTheEye) {
+  ScreenRig rig;
+  conffrm->Check1.Value = 1;
+  conffrm->Check4.Value = 1;
+  for (int i : {0, 1})
+    conffrm->Option2(i).Enabled = true;
+  conffrm->Show();
+  Settle();
+
+  EXPECT_GT(ExpectTabToFollowTheEye(rig.window(*conffrm)), 25);
+}
+
+TEST(ReportTabOrder, FollowsTheEye) {
+  ScreenRig rig;
+  ComPart->Check1.Value = 1;
+  ComPart->Command1(ReportForm::button_submit).Enabled = true;
+  ComPart->Show();
+  Settle();
+
+  EXPECT_EQ(ExpectTabToFollowTheEye(rig.window(*ComPart)), 18);
+}
+
+TEST(ReportTabOrder, FollowsTheEyeInTheThanks) {
+  ScreenRig rig;
+  ComPart->Frame1.Visible = false;
+  ComPart->Frame2.Visible = true;
+  ComPart->Show();
+  Settle();
+
+  EXPECT_EQ(ExpectTabToFollowTheEye(rig.window(*ComPart)), 5);
 }
 
 }  // namespace

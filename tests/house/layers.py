@@ -19,7 +19,7 @@ ALLOWED = {
     "src/platform": {"basic", "controls"},
     **{f"src/{folder}": BELOW | PROGRAM for folder in PROGRAM},
     "src/feed": BELOW | PROGRAM | {"common"},
-    "src/desktop": BELOW | {"core", "bars", "feed", "records", "settings", "info", "common", "transfer"},
+    "src/desktop": BELOW | {"core", "bars", "feed", "records", "settings", "reports", "info", "common", "transfer"},
     "src": {"core", "desktop"},
     "mirror/http": {"common"},
     "mirror/catalogue": set(),

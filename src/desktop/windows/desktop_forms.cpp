@@ -16,10 +16,12 @@
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/info_windows.h"
 #include "desktop/windows/records_window.h"
+#include "desktop/windows/report_window.h"
 #include "desktop/windows/settings_window.h"
 #include "info/banner.h"
 #include "info/nobotherfrm.h"
 #include "records/frmRecords.h"
+#include "reports/ComPart.h"
 #include "settings/conffrm.h"
 
 namespace borvane {
@@ -41,6 +43,8 @@ std::unique_ptr<FormWindow, DeleteLater> MakeWindow(FormBase &form, FocusTracker
     window.reset(new BannerWindow(*notice, focus));
   else if (auto *note = dynamic_cast<UserNoteForm *>(&form))
     window.reset(new UserNoteWindow(*note, focus));
+  else if (auto *report = dynamic_cast<ReportForm *>(&form))
+    window.reset(new ReportWindow(*report, focus));
   else
     window.reset(new FormWindow(form, focus));
   window->Build();

@@ -1,9 +1,6 @@
 #include "desktop/windows/settings_window.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QVBoxLayout>
 #include <array>
 
@@ -38,17 +35,9 @@ QVBoxLayout &AddGroup(QBoxLayout &groups, const QString &name = {}) {
   return LayOut(*group);
 }
 
-/// The height of every row and of what is in it. A text box rounds up where it divides the room above and below its
-/// text, all else rounds down: the texts of a row are on one line if there is nothing to round.
-int RowHeight(const QFontMetrics &font) {
-  constexpr int least = 18;
-  return least + font.height() % 2;
-}
-
 }  // namespace
 
-SettingsWindow::SettingsWindow(SettingsForm &form, FocusTracker &focus)
-    : FormWindow(form, focus), settings_(form), row_height_(RowHeight(fontMetrics())) {}
+SettingsWindow::SettingsWindow(SettingsForm &form, FocusTracker &focus) : LaidOutWindow(form, focus), settings_(form) {}
 
 void SettingsWindow::Build() {
   auto *groups = new QVBoxLayout(this);
@@ -181,44 +170,11 @@ void SettingsWindow::closeEvent(QCloseEvent *event) {
   // It does what a click of "Close" does, and a click leaves the box first: its handler comes before those of "Close".
   if (close_->isEnabled())
     LeaveControl();
-  FormWindow::closeEvent(event);
-}
-
-QHBoxLayout &SettingsWindow::AddRow(QBoxLayout &group) const {
-  auto *row = new QHBoxLayout;
-  row->setSpacing(spacing + 1);
-  row->addStrut(row_height_);
-  group.addLayout(row);
-  return *row;
-}
-
-QWidget &SettingsWindow::Add(QBoxLayout &row, Control &control) {
-  QWidget &widget = *Bind(control, *row.parentWidget(), Placing::ByLayout);
-  widget.setMaximumHeight(row_height_);
-  if (auto *label = qobject_cast<QLabel *>(&widget)) {
-    // As high as the row, its text is where the style puts that of a check box.
-    label->setMinimumHeight(row_height_);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  }
-  row.addWidget(&widget, 0, Qt::AlignVCenter);
-  return widget;
+  LaidOutWindow::closeEvent(event);
 }
 
 void SettingsWindow::AddNumber(QBoxLayout &row, Label &label, TextBox &box, int least_label_width) {
   AddLabelled(row, label, box, least_label_width).setFixedWidth(number_width);
-}
-
-QWidget &SettingsWindow::AddLabelled(QBoxLayout &row, Label &label, Control &control, int least_label_width) {
-  auto *text = dynamic_cast<QLabel *>(&Add(row, label));
-  text->setMinimumWidth(least_label_width);
-  QWidget &widget = Add(row, control);
-  const QString name = ShownText(label.Caption()).trimmed();
-  widget.setAccessibleName(name);
-  if (const auto *box = dynamic_cast<QComboBox *>(&widget); box != nullptr && box->isEditable())
-    box->lineEdit()->setAccessibleName(name);
-  // A combo box is read with its text for a name, and is known by its label.
-  text->setBuddy(&widget);
-  return widget;
 }
 
 }  // namespace borvane
