@@ -5,7 +5,8 @@ TITLE = "Borvane - Last Events"
 SHORT_BAR, LONG_BAR = "^Borvane$", "^Form2$"  # the titles of the bars' windows, which nobody sees
 
 # The keys that lead to the entries of the menus that open in the records window. A menu is in no tree of the screen reader's.
-MENU_KEYS = {"Open in Google Maps": ("Down",), "More Info": ("Down", "Down"), "Grid lines": ("Up",)}
+MENU_KEYS = {"Open in Google Maps": ("Down",), "More Info": ("Down", "Down"), "Submit Report": ("Up", "Up", "Up"),
+             "View Reports": ("Up", "Up"), "Grid lines": ("Up",)}
 GLOBAL_MENU_KEYS = {"More Info": ("Down",), "Consult Wiki": ("Down", "Down"), "Wiki through Google": ("Up",)}
 HOSTS = ("National", "Southern", "Northern", "PacificNorthwest", "Alaska", "Utah", "Memphis", "Northeastern", "PuertoRico", "Maker")
 
@@ -105,6 +106,19 @@ class Monitor:
         """Chooses an entry of the menu of a row, from 0 on, in the list of events."""
         menu = self.open_menu(lambda: self.click_row(row, button=3))
         self.press_in_menu(menu, *MENU_KEYS[entry], "Return")
+
+    def fill_report(self, name, zip_code, tick=False):
+        """Fills the felt report that has the keyboard: who, where, whether pictures moved, and the first entries of the lists. Ends in
+        the comments."""
+        self.desk.x("xdotool", "type", "--delay", "30", name)
+        self.desk.press("Tab", "Tab", "ctrl+a")
+        self.desk.x("xdotool", "type", "--delay", "30", zip_code)
+        self.desk.press("Tab", "Tab")
+        if tick:
+            self.desk.press("space")
+        self.desk.press(*["Tab"] * 7)
+        for _ in range(3):
+            self.desk.press("Down", "Tab")
 
     def close_settings(self):
         self.desk.activate(self.desk.window(self.program, "^Settings$"))

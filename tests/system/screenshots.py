@@ -13,7 +13,7 @@ import time
 from pathlib import Path
 
 from desk import Desk, wait_for
-from monitor import HOSTS, LATER_START, NO_ALERT, Monitor, write_settings
+from monitor import HOSTS, LATER_START, MENU_KEYS, NO_ALERT, Monitor, write_settings
 
 # The settings of a user whom every event alerts, and an area whose newest one is of some size.
 ALERTING_START = LATER_START.replace(NO_ALERT, "Alert=0\n").replace("Los Angeles", '"San Jose, CA"')
@@ -26,6 +26,12 @@ TICKING_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Refresh=20\n")
 
 # The settings of a user who likes lines between the rows.
 GRID_START = LATER_START.replace(NO_ALERT, NO_ALERT + "Grid=1\n")
+
+# The settings of a user in an area whose newest event is strong enough to be felt.
+FELT_START = LATER_START.replace("Los Angeles", "Puerto Rico")
+
+# The settings of a user who has not seen the banner often enough.
+BANNER_START = LATER_START.replace('ad=" 5"', 'ad=" 1"')
 
 # The colours of a dark desktop, in the file in which Qt finds those of KDE.
 DARK = {
@@ -132,6 +138,56 @@ class Photographer:
         self.keep(name, self.desk.window(monitor.program, "^Settings$"))
         self.desk.end(monitor.program)
 
+    def choose_for_newest(self, monitor, scale, *keys):
+        """Chooses an entry of the menu of the newest event, by the keys that lead to it, and returns the number of the report's window."""
+        monitor.open_menu(lambda: self.desk.x("xdotool", "mousemove", "--window", monitor.window, str(140 * scale), str(181 * scale),
+                                              "click", "3"))
+        self.desk.press(*keys, "Return")
+        return self.desk.window(monitor.program, "^Community Participation$")
+
+    def take_report(self, name, scale=1, dark=False, sends=False):
+        """The felt report as its user fills it, or the thanks for it."""
+        monitor = self.start_monitor(scale, dark, FELT_START)
+        self.switch_on(monitor, scale)
+        wait_for("the rows", lambda: monitor.title()[:1].isdigit())
+        window = self.choose_for_newest(monitor, scale, *MENU_KEYS["Submit Report"])
+        self.desk.activate(self.desk.window(monitor.program, "^Borvane$"))
+        self.desk.press("Return")
+        self.desk.activate(window)
+        monitor.fill_report("Jane Doe", "00680", tick=True)
+        self.desk.x("xdotool", "type", "--delay", "30", "The lamp over the table swung for half a minute.")
+        wait_for("Submit", lambda: self.desk.is_enabled(self.desk.find(monitor.program, "Submit", "push button")))
+        if sends:
+            self.desk.press("Tab", "space")
+            wait_for("the thanks", lambda: monitor.shows("Thank you!!"))
+        self.keep(name, window)
+        self.desk.end(monitor.program)
+
+    def take_report_list(self, name, dark=False):
+        """What the users of the pictures before have reported, in a window that has been made wider."""
+        monitor = self.start_monitor(dark=dark, settings=FELT_START)
+        self.switch_on(monitor, 1)
+        wait_for("the rows", lambda: monitor.title()[:1].isdigit())
+        window = self.choose_for_newest(monitor, 1, *MENU_KEYS["View Reports"])
+        self.desk.x("xdotool", "windowsize", "--sync", window, "1100", "391")
+        self.keep(name, window)
+        self.desk.end(monitor.program)
+
+    def take_about(self, name, scale=1, dark=False):
+        """The about window, after the users online have been counted."""
+        monitor = self.start_monitor(scale, dark)
+        monitor.press_key("f")
+        monitor.press_key("u")
+        wait_for("the users", lambda: monitor.shows("Users Online: "))
+        self.desk.x("xdotool", "mousemove", "--window", monitor.window, str(31 * scale), str(431 * scale), "click", "1")
+        self.keep(name, self.desk.window(monitor.program, "^Borvane 2007$"))
+        self.desk.end(monitor.program)
+
+    def take_banner(self, name, scale=1, dark=False):
+        monitor = self.start_monitor(scale, dark, BANNER_START)
+        self.keep(name, self.desk.window(monitor.program, "^Borvane $"))
+        self.desk.end(monitor.program)
+
     def take_bar(self, name, bar, scale=1, dark=False, settings=LATER_START, pointed=False):
         """A bar with the sample's events; a ticking one when it has collapsed, a pointed one with the pointer over its box."""
         button, title = {"long": (248, "^Form2$"), "short": (288, "^Borvane$")}[bar]
@@ -168,6 +224,13 @@ def main(programs, pictures):
         photographer.take_settings("settings-200", scale=2)
         photographer.take_settings("settings-dark", dark=True)
         photographer.take_settings("settings-dark-200", scale=2, dark=True)
+        for suffix, looks in (("", {}), ("-dark", {"dark": True}), ("-200", {"scale": 2}), ("-dark-200", {"scale": 2, "dark": True})):
+            photographer.take_report(f"report{suffix}", **looks)
+            photographer.take_report(f"report-thanks{suffix}", sends=True, **looks)
+            photographer.take_about(f"about{suffix}", **looks)
+            photographer.take_banner(f"banner{suffix}", **looks)
+        photographer.take_report_list("report-list")
+        photographer.take_report_list("report-list-dark", dark=True)
         photographer.take_bar("short-bar", "short")
         photographer.take_bar("short-bar-colors", "short", settings=COLORED_START)
         photographer.take_bar("short-bar-collapsed", "short", settings=TICKING_START)
