@@ -1,8 +1,15 @@
-// Measures how long a bar takes from the call that opens it to its first picture on the screen; for comparison a bare
-// window without a border, of the same size, with as many plain labels.
+// Measures how long a bar and the felt report take from the call that opens them to their first picture on the screen;
+// for comparison a bare window without a border, of a bar's size, with as many plain labels, and one with the widgets
+// of the report.
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QWidget>
 #include <memory>
@@ -17,6 +24,7 @@
 #include "desktop/windows/form_window.h"
 #include "quakes_page.h"
 #include "records/frmRecords.h"
+#include "reports/ComPart.h"
 #include "scan/scanners.h"
 #include "support/idle_host.h"
 
@@ -71,7 +79,7 @@ class ShownProgram {
 };
 
 template <const auto &form>
-void OpenBar(benchmark::State &state) {
+void Open(benchmark::State &state) {
   ShownProgram program;
   FirstPicture picture;
   for (auto _ : state) {
@@ -101,9 +109,37 @@ void OpenBareWindow(benchmark::State &state) {
   }
 }
 
-BENCHMARK(OpenBar<Form1>)->Unit(benchmark::kMillisecond);
-BENCHMARK(OpenBar<newTagFrm>)->Unit(benchmark::kMillisecond);
+template <class Widget>
+void AddBare(QFormLayout &rows, int count) {
+  for (int number = 0; number < count; ++number)
+    rows.addRow("I am", new Widget(rows.parentWidget()));
+}
+
+/// A window with as many boxes, lists and buttons as the felt report has.
+void OpenBareReport(benchmark::State &state) {
+  FirstPicture picture;
+  for (auto _ : state) {
+    auto window = std::make_unique<QWidget>();
+    auto *rows = new QFormLayout(window.get());
+    AddBare<QLineEdit>(*rows, 4);
+    AddBare<QCheckBox>(*rows, 8);
+    AddBare<QComboBox>(*rows, 3);
+    AddBare<QPlainTextEdit>(*rows, 1);
+    AddBare<QPushButton>(*rows, 2);
+    window->show();
+    picture.Wait(*window);
+    state.PauseTiming();
+    window.reset();
+    QCoreApplication::processEvents();
+    state.ResumeTiming();
+  }
+}
+
+BENCHMARK(Open<Form1>)->Unit(benchmark::kMillisecond);
+BENCHMARK(Open<newTagFrm>)->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenBareWindow)->Unit(benchmark::kMillisecond);
+BENCHMARK(Open<ComPart>)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenBareReport)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
