@@ -36,8 +36,8 @@ void ReportForm::Form_Load() {
   Text1(text_zip).Text = ReadSetting(Setting::Tzip);
   Text1(text_school).Text = ReadSetting(Setting::MySchool);
 
-  for (const char *action : {"Froze up", "Duck", "Sat and waited", "sat under table", "stand under door frame",
-                             "Run to exterior"})
+  for (const char *action :
+       {"Froze up", "Duck", "Sat and waited", "sat under table", "stand under door frame", "Run to exterior"})
     Combo1.AddItem(action);
 
   // Meant (felt-score-outlives-the-window): a window that opens with nothing ticked should begin at a score of 0. It
@@ -59,8 +59,8 @@ void ReportForm::Text1_LostFocus(int i) {
       TakeReporter();
       return;
     case text_zip:
-      // Meant (any-zip-is-taken): a zip code that is no number should be refused. It is selected, in a box that has just
-      // been left, and is stored and sent like any other.
+      // Meant (any-zip-is-taken): a zip code that is no number should be refused. It is selected, in a box that has
+      // just been left, and is stored and sent like any other.
       if (!IsNumeric(Text1(i).Text()))
         Text1(i).Selection = {.start = 0, .length = static_cast<int>(Text1(i).Text().size())};
       SaveSetting(Setting::Tzip, Text1(i).Text());
