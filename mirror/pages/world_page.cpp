@@ -7,8 +7,8 @@ namespace borvane::mirror {
 
 namespace {
 
-/// The text as it is in a row that shows the magnitude. The scanner skips 22 characters after "strong>" for the tag that
-/// colours it.
+/// The text as it is in a row that shows the magnitude. The scanner skips 22 characters after "strong>" for the tag
+/// that colours it.
 QByteArray Emphasized(const QByteArray &text, double magnitude) {
   if (magnitude >= coloured_world_magnitude)
     return "<strong><span class=\"intense\">" + text + "</span></strong>";

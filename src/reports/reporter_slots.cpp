@@ -30,8 +30,8 @@ Reporter FindReporter(std::string_view name) {
       return {.slot = slot, .is_known = true};
   }
 
-  // Meant (reporters-from-21-on-share-a-slot): each reporter should have a slot. Only the first twenty are looked at, so
-  // that the next one is always the same.
+  // Meant (reporters-from-21-on-share-a-slot): each reporter should have a slot. Only the first twenty are looked at,
+  // so that the next one is always the same.
   return {.slot = highest_used + 1};
 }
 
