@@ -12,11 +12,11 @@ namespace borvane {
 
 namespace {
 
-constexpr int margin = 9;
+constexpr int frame_margin = 9;
 constexpr int row_spacing = 4;
-constexpr int group_spacing = 7;
+constexpr int block_spacing = 7;
 constexpr int column_spacing = 12;
-constexpr int label_width = 92;
+constexpr int label_column = 92;
 constexpr int field_width = 176;
 constexpr int age_width = 36;
 
@@ -71,14 +71,14 @@ void ReportWindow::BuildForm() {
   frame_ = Bind(report_.Frame1, *this, Placing::ByTwips);
   frame_->setAccessibleName(QStringLiteral("Felt report"));
   auto *rows = new QVBoxLayout(frame_);
-  rows->setContentsMargins(margin, margin, margin, margin);
+  rows->setContentsMargins(frame_margin, frame_margin, frame_margin, frame_margin);
   rows->setSpacing(row_spacing);
   BuildReporter(*rows);
-  rows->addSpacing(group_spacing);
+  rows->addSpacing(block_spacing);
   BuildAnswers(*rows);
-  rows->addSpacing(group_spacing);
+  rows->addSpacing(block_spacing);
   BuildChoices(*rows);
-  rows->addSpacing(group_spacing);
+  rows->addSpacing(block_spacing);
   BuildComments(*rows);
 
   for (QWidget *widget : frame_->findChildren<QWidget *>()) {
@@ -104,14 +104,14 @@ void ReportWindow::BuildReporter(QVBoxLayout &rows) {
   Add(place, report_.Check1);
   place.addStretch();
 
-  AddLabelled(AddRow(rows), report_.Label1(3), report_.Text1(ReportForm::text_school), label_width);
+  AddLabelled(AddRow(rows), report_.Label1(3), report_.Text1(ReportForm::text_school), label_column);
 }
 
 /// In two columns, the second one below what is to the right of the boxes.
 void ReportWindow::BuildAnswers(QVBoxLayout &rows) {
   for (int i = 0; i < report_.Check2.Count(); i += 2) {
     QHBoxLayout &row = AddRow(rows);
-    Add(row, report_.Check2(i)).setFixedWidth(label_width + row.spacing() + field_width);
+    Add(row, report_.Check2(i)).setFixedWidth(label_column + row.spacing() + field_width);
     row.addSpacing(column_spacing);
     if (i + 1 < report_.Check2.Count())
       Add(row, report_.Check2(i + 1));
@@ -133,7 +133,7 @@ void ReportWindow::BuildChoices(QVBoxLayout &rows) {
 /// They have the room that is left.
 void ReportWindow::BuildComments(QVBoxLayout &rows) {
   QHBoxLayout &row = AddRow(rows);
-  QWidget &box = AddLabelled(row, report_.Label1(7), report_.Text1(ReportForm::text_comments), label_width);
+  QWidget &box = AddLabelled(row, report_.Label1(7), report_.Text1(ReportForm::text_comments), label_column);
   row.setAlignment(row.itemAt(row.count() - 2)->widget(), Qt::AlignTop);
   row.setAlignment(&box, {});
   box.setMinimumHeight(2 * row_height());
@@ -143,7 +143,7 @@ void ReportWindow::BuildComments(QVBoxLayout &rows) {
 
 void ReportWindow::BuildThanks() {
   constexpr int wide_margin = 21;
-  constexpr int wide_spacing = 2 * group_spacing;
+  constexpr int wide_spacing = 2 * block_spacing;
   QWidget &frame = *Bind(report_.Frame2, *this, Placing::ByTwips);
   frame.setAccessibleName(QStringLiteral("Other activities"));
   // A form that comes back for another report is below it.
@@ -195,7 +195,7 @@ void ReportWindow::BuildButtons() {
 }
 
 QWidget &ReportWindow::AddField(QHBoxLayout &row, Label &label, Control &control) {
-  QWidget &field = AddLabelled(row, label, control, label_width);
+  QWidget &field = AddLabelled(row, label, control, label_column);
   field.setFixedWidth(field_width);
   return field;
 }
