@@ -1,8 +1,11 @@
 #include "pages/figures.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 
 namespace borvane::mirror {
 
@@ -30,8 +33,14 @@ std::time_t SecondOf(qint64 milliseconds) {
   return static_cast<std::time_t>(milliseconds / 1000 - (milliseconds % 1000 < 0 ? 1 : 0));
 }
 
+QByteArray ThreeDecimals(double value) {
+  std::array<char, std::numeric_limits<double>::max_exponent10 + 8> text{};  // a sign, the digits, and the decimals
+  const char *end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 3).ptr;
+  return {text.data(), end - text.data()};
+}
+
 QByteArray DegreesText(double degrees, char positive, char negative) {
-  QByteArray text = QByteArray::number(degrees, 'f', 3);
+  QByteArray text = ThreeDecimals(degrees);
   char letter = positive;
   if (text.startsWith('-')) {
     text.remove(0, 1);
@@ -65,7 +74,7 @@ QByteArray LatitudeText(double degrees) { return DegreesText(degrees, 'N', 'S');
 QByteArray LongitudeText(double degrees) { return DegreesText(degrees, 'E', 'W'); }
 
 QByteArray SignedDegreesText(double degrees) {
-  const QByteArray text = QByteArray::number(degrees, 'f', 3);
+  const QByteArray text = ThreeDecimals(degrees);
   return text == "-0.000" ? "0.000" : text;
 }
 

@@ -178,7 +178,8 @@ void ShortBarForm::mnuStrong_Click() { OpenStrongMotionMaps(*this); }
 void ShortBarForm::mnuTop_Click() {
   // Meant (short-bar-on-top-waits): the order of the windows should follow the tick at once, as it does on the long
   // bar. It follows at the next load.
-  ToggleOnTop(mnuTop);
+  mnuTop.Checked = !mnuTop.Checked();
+  StoreOnTop(mnuTop);
 }
 
 void ShortBarForm::mnuAbout_Click() { Aboutfrm->Show(); }

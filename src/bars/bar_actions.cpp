@@ -1,6 +1,5 @@
 #include "bars/bar_actions.h"
 
-#include "basic/number.h"
 #include "controls/key_codes.h"
 #include "core/program.h"
 #include "feed/hosts.h"
@@ -46,10 +45,7 @@ void ReturnToRecords(TimerControl &timer) {
   frmRecords->Show();
 }
 
-void ToggleOnTop(MenuItem &entry) {
-  entry.Checked = !entry.Checked();
-  SaveSetting(Setting::TopForm, entry.Checked() ? "1" : "0");
-}
+void StoreOnTop(const MenuItem &entry) { SaveSetting(Setting::TopForm, entry.Checked() ? "1" : "0"); }
 
 bool IsMenuKey(Integer key_code, Integer shift) {
   return key_code == key_menu || (key_code == key_f10 && (shift & shift_mask) != 0);

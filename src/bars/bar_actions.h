@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string_view>
+
+#include "basic/integer.h"
 #include "controls/form.h"
 #include "controls/label.h"
 #include "controls/menu.h"
@@ -30,8 +33,8 @@ void ShowSettings();
 /// Puts the records window in the place of a bar whose timer is `timer`; the bar itself stays as it is.
 void ReturnToRecords(TimerControl &timer);
 
-/// Inverts the tick of a bar's "On Top" and stores it.
-void ToggleOnTop(MenuItem &entry);
+/// Stores the tick of a bar's "On Top".
+void StoreOnTop(const MenuItem &entry);
 
 /// Whether these keys open a bar's menu: the menu key, or F10 with Shift.
 bool IsMenuKey(Integer key_code, Integer shift);

@@ -23,11 +23,13 @@ constexpr std::string_view time_of_strongest = "time : ";
 /// The first stage of the update: colours and weights.
 void PaintLabels(ShortBarForm &bar) {
   if (conffrm->Check3.Value() == 1) {
-    for (int i = 0; i < bar.Label1.Count(); ++i)
+    for (int i = 0; i < bar.Label1.Count(); ++i) {
       bar.Label1(i).ForeColor = conffrm->Picture1(i).BackColor();
-    // Meant (time-labels-are-never-bold): the three labels should have one weight. That of the time keeps its own.
-    bar.Label1(0).Bold = true;
-    bar.Label1(1).Bold = true;
+      // Meant (time-labels-are-never-bold): the three labels should have one weight. That of the time, the last one,
+      // keeps its own.
+      if (i < 2)
+        bar.Label1(i).Bold = true;
+    }
     return;
   }
   for (int i = 0; i < bar.Label1.Count(); ++i) {
@@ -131,7 +133,7 @@ void UpdateLongBar() {
       return;
 
     const StrongestRow strongest = FindStrongest(rows);
-    // Meant (long-bar-needs-a-stored-number): a stored magnitude that is missing or has a mark behind it should let the
+    // Meant (long-bar-needs-a-stored-number): a stored magnitude that is missing or ends in a mark should let the
     // list win. It is no number, and the bar keeps what it shows.
     if (StrictSingle(stored.magnitude) > strongest.magnitude)
       ShowStored(bar, stored);

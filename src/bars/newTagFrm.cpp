@@ -173,8 +173,9 @@ void LongBarForm::mnuSettings_Click() {
 }
 
 void LongBarForm::mnuTop_Click() {
-  ToggleOnTop(mnuTop);
+  mnuTop.Checked = !mnuTop.Checked();
   ApplyOnTop();
+  StoreOnTop(mnuTop);
 }
 
 void LongBarForm::mnuabout_Click() { Aboutfrm->Show(); }

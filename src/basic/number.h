@@ -19,7 +19,7 @@ double SaturatedPrefix(std::string_view text);
 /// NumericPrefix, then rounded to single precision; raises an overflow beyond it.
 float SinglePrefix(std::string_view text);
 
-/// The number that all of `text` is, rounded to single precision: NumericPrefix with nothing behind it but blanks.
+/// The number that all of `text` is, rounded to single precision: NumericPrefix with nothing after it but blanks.
 /// Raises a type mismatch when it is anything else, and an overflow beyond single precision.
 float StrictSingle(std::string_view text);
 

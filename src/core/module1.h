@@ -21,7 +21,7 @@ inline constexpr std::uint8_t face_long_bar = 2;
 /// The variables that all windows share.
 struct Module1Variables {
   float AlertThreshold = 0;          // magnitude from which an event alerts, taken from conffrm.Text1 at each refresh
-  std::string LastAlertTime;         // date and time of the newest event that the alert has taken into account
+  std::string LastAlertTime;         // what events are compared with: the last load of frmRecords or of Form1
   Flag RefreshBusy = flag_false;     // true from the choice of the page until the refresh has ended
   Flag GlobalScanFlag = flag_false;  // true while the world list is read for the headline and not for the list
   Integer RefreshCount;              // ticks of frmRecords.Timer1 since the last refresh

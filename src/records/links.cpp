@@ -15,7 +15,7 @@ namespace {
 
 /// The address of a page of the site that is watched.
 std::string OnSite(std::string_view link) {
-  // Meant (link-behind-a-whole-address): the link should be joined to scheme and host. While a page is being fetched,
+  // Meant (link-after-a-whole-address): the link should be joined to scheme and host. While a page is being fetched,
   // and after a click on the popup, the shared address is a whole one, and the joined address leads nowhere.
   return Module1->SiteRoot + std::string(link);
 }

@@ -59,7 +59,7 @@ class MapListReader : public PageReader {
 
   void ReadLink() {
     // Meant (tags-are-skipped-by-their-length): a tag should be skipped up to its end. Fixed numbers of characters are
-    // skipped instead: here the nine of an anchor's head, which is followed by a slash, and the closing quote.
+    // skipped instead: here the nine of an anchor's head with its slash, and the closing quote.
     const Integer greater = text_.Find(greater_);
     fields_(8) = text_.Piece(10, greater - 11);
 

@@ -12,6 +12,8 @@ namespace borvane {
 class PageReader {
  public:
   EventFields &fields() { return fields_; }
+
+  /// Whether the page has been used up; there may be no further row before that.
   bool IsAtEnd() const { return text_.IsEmpty(); }
 
  protected:
@@ -21,7 +23,8 @@ class PageReader {
   EventFields fields_;
 };
 
-/// Lists the rows of a page, until `Reader` finds none or has used the page up.
+/// Lists the rows of a page, until `Reader` finds none or has used the page up. The list of the world, which is also
+/// read for the headline alone, has a loop of its own.
 template <typename Reader>
 void ListEvents(std::string &page) {
   Reader reader(page);

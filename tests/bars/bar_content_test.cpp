@@ -52,8 +52,8 @@ TEST(UpdateShortBar, RunsItsStepsInOrder) {
   bar.Label1(0).Left = 0;
   rig.clear_trace();
   rig.happen(UpdateShortBar);
-  EXPECT_EQ(rig.trace(), (Lines{"set 0.ForeColor=0", "set 1.ForeColor=0", "set 2.ForeColor=0", "set 0.Bold=true",
-                                "set 1.Bold=true", "set 0.Caption=Mag: 4", "set 1.Left=700",
+  EXPECT_EQ(rig.trace(), (Lines{"set 0.ForeColor=0", "set 0.Bold=true", "set 1.ForeColor=0", "set 1.Bold=true",
+                                "set 2.ForeColor=0", "set 0.Caption=Mag: 4", "set 1.Left=700",
                                 "set 1.Caption=location: X", "set 2.Left=1900", "set 2.Caption=at: Y"}));
 }
 

@@ -259,7 +259,7 @@ TEST(LongBarMenu, OnTopActsAtOnce) {
   rig.click(bar.mnuTop);
   EXPECT_TRUE(bar.mnuTop.Checked());
   rig.click(bar.mnuTop);
-  EXPECT_EQ(rig.trace(), (Lines{"write TopForm=1", "topmost newTagFrm", "write TopForm=0", "not-topmost newTagFrm"}));
+  EXPECT_EQ(rig.trace(), (Lines{"topmost newTagFrm", "write TopForm=1", "not-topmost newTagFrm", "write TopForm=0"}));
 }
 
 TEST(LongBarMenu, AboutShowsTheAboutWindow) {

@@ -328,6 +328,10 @@ class Traps(MadeTree):
         self.write("src/scan/x.h", "inline " + self.TRAP)
         self.assertEqual(1, len(self.faults_of()))
 
+    def test_a_catch_in_a_class_after_a_trap_is_a_fault(self):
+        code = "struct Other {\n" + "".join("  " + line + "\n" for line in self.TRAP.splitlines()) + "};\n"
+        self.assertEqual(1, len(self.faults_of(self.TRAP + code)))
+
     def test_the_desktop_may_catch(self):
         self.write("src/desktop/x.cpp", self.TRAP)
         self.assertEqual([], self.faults_of())

@@ -47,7 +47,10 @@ def catches(root):
         procedure = ""
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1):
             begin = PROCEDURE.match(line)
-            procedure = begin.group(1) if begin else procedure
+            if begin:
+                procedure = begin.group(1)
+            elif line.startswith("}"):
+                procedure = ""
             for caught in CATCH.findall(line):
                 yield str(path), number, procedure, caught
 

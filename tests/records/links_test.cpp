@@ -53,7 +53,7 @@ TEST(OpenMapPage, GoesByTheChosenAreaAndNotByTheRows) {
 }
 
 TEST(OpenMapPage, JoinsTheLinkToWhateverTheSharedAddressHolds) {
-  RecordProperty("quirk", "link-behind-a-whole-address");
+  RecordProperty("quirk", "link-after-a-whole-address");
   BarRig rig;
   ListLinks("a/1.html", "b/2.html");
   Module1->SiteRoot = los_angeles;
@@ -216,7 +216,7 @@ TEST(ListEntries, OpenThePageOfTheSelectedRow) {
 }
 
 TEST(ListEntries, OpenAnAddressThatLeadsNowhereAfterAClickOnThePopup) {
-  RecordProperty("quirk", "link-behind-a-whole-address");
+  RecordProperty("quirk", "link-after-a-whole-address");
   ListRig rig;
   ListLinks("a/1.html", "b/2.html");
   rig.click(frmQalert->Label1);

@@ -48,6 +48,10 @@ class ListViewBinder final : public Binder {
     view_.viewport()->installEventFilter(this);
     ConnectHeader();
     connect(&model_, &ListModel::Published, this, &ListViewBinder::Published);
+    connect(&model_, &ListModel::dataChanged, this, [this](const QModelIndex &first) {
+      if (first.row() < measured_rows)
+        WidenColumns();
+    });
     connect(&model_, &ListModel::modelReset, this,
             [this] { has_highlight_ = has_highlight_ && model_.rowCount() > 0; });
     connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, &ListViewBinder::CurrentChanged);
@@ -124,7 +128,7 @@ class ListViewBinder final : public Binder {
     if (is_refresh) {
       fitted_rows_ = 0;
       ShowSort();
-      FitMarkedColumn();
+      marked_column_ = model_.SortedColumn();
     }
     SetColumnWidths(is_refresh);
     ShowCurrent();
@@ -161,8 +165,21 @@ class ListViewBinder final : public Binder {
     }
   }
 
+  /// A text that was written later may need more room. What the user has changed stays.
+  void WidenColumns() {
+    for (int column = 0; column < static_cast<int>(default_widths_.size()); ++column) {
+      const int width = default_widths_[static_cast<std::size_t>(column)];
+      if (width != 0 && view_.columnWidth(column) == width && DefaultWidth(column) > width)
+        SetDefaultWidth(column);
+    }
+  }
+
+  int DefaultWidth(int column) const {
+    return std::clamp(view_.NeededWidth(column, fitted_rows_), narrowest_column, widest_column);
+  }
+
   void SetDefaultWidth(int column) {
-    const int width = std::clamp(view_.NeededWidth(column, fitted_rows_), narrowest_column, widest_column);
+    const int width = DefaultWidth(column);
     default_widths_[static_cast<std::size_t>(column)] = width;
     view_.setColumnWidth(column, width);
   }

@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
+#include <array>
 
 #include "controls/form_set.h"
 #include "core/dispatch.h"
@@ -214,7 +215,7 @@ bool FormWindow::eventFilter(QObject * /*object*/, QEvent *event) {
   switch (event->type()) {
     case QEvent::KeyPress:
       KeyPressed(static_cast<QKeyEvent &>(*event));
-      return false;
+      return MovesTheBar(static_cast<QKeyEvent &>(*event));
     case QEvent::KeyRelease:
       return KeyReleased(static_cast<QKeyEvent &>(*event));
     case QEvent::FocusOut:
@@ -224,6 +225,12 @@ bool FormWindow::eventFilter(QObject * /*object*/, QEvent *event) {
     default:
       return false;
   }
+}
+
+/// On a bar the arrow keys are the bar's own. Its boxes would pass the keyboard on to their neighbours.
+bool FormWindow::MovesTheBar(const QKeyEvent &event) const {
+  constexpr std::array keys = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+  return form_.border() == BorderStyle::None && std::find(keys.begin(), keys.end(), event.key()) != keys.end();
 }
 
 void FormWindow::KeyPressed(const QKeyEvent &event) {

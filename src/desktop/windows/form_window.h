@@ -60,6 +60,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
   void ShowBackground();
   void ShowPointer();
   void KeyPressed(const QKeyEvent &event);
+  bool MovesTheBar(const QKeyEvent &event) const;
   bool KeyReleased(const QKeyEvent &event);
   void Enter(const std::function<void()> &handler);
 

@@ -12,7 +12,7 @@ BannerWindow::BannerWindow(BannerForm &form, FocusTracker &focus) : FormWindow(f
 
 void BannerWindow::Build() {
   constexpr int margin = 8;
-  constexpr int side_of_words = 48;  // which parts them into two lines of some length
+  constexpr int side_of_words = 48;  // which breaks them into two lines of about one length
   auto *rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, margin, 0, margin);
   rows->setSpacing(margin);

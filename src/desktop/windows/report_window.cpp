@@ -42,9 +42,9 @@ void ReportWindow::resizeEvent(QResizeEvent *event) {
 }
 
 bool ReportWindow::eventFilter(QObject *object, QEvent *event) {
-  if (object != frame_)
+  if (object != frame_ && object != thanks_)
     return LaidOutWindow::eventFilter(object, event);
-  if (event->type() == QEvent::Move)
+  if (event->type() == QEvent::Move || event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
     UpdateStops();
   return false;
 }
@@ -52,7 +52,7 @@ bool ReportWindow::eventFilter(QObject *object, QEvent *event) {
 void ReportWindow::UpdateStops() {
   if (frame_ == nullptr)
     return;
-  const bool is_in_sight = rect().intersects(frame_->geometry());
+  const bool is_in_sight = rect().intersects(frame_->geometry()) && !report_.Frame2.Visible();
   for (const auto &[widget, policy] : stops_)
     widget->setFocusPolicy(is_in_sight ? policy : Qt::ClickFocus);
 }
@@ -144,7 +144,9 @@ void ReportWindow::BuildComments(QVBoxLayout &rows) {
 void ReportWindow::BuildThanks() {
   constexpr int wide_margin = 21;
   constexpr int wide_spacing = 2 * block_spacing;
-  QWidget &frame = *Bind(report_.Frame2, *this, Placing::ByTwips);
+  thanks_ = Bind(report_.Frame2, *this, Placing::ByTwips);
+  QWidget &frame = *thanks_;
+  frame.installEventFilter(this);
   frame.setAccessibleName(QStringLiteral("Other activities"));
   // A form that comes back for another report is below it.
   frame.setAutoFillBackground(true);

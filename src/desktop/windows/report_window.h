@@ -36,11 +36,13 @@ class ReportWindow final : public LaidOutWindow {
   /// Puts a box in the column of the boxes, after its label.
   QWidget &AddField(QHBoxLayout &row, Label &label, Control &control);
 
-  /// The Tab key passes over the form while it is outside of the window, where nobody sees what has the keyboard.
+  /// The Tab key passes over the form while it is outside of the window or below the thanks, where nobody sees what has
+  /// the keyboard. The list keeps its stop: a screen reader reads it wherever it is.
   void UpdateStops();
 
   ReportForm &report_;
   QWidget *frame_ = nullptr;                                  // of the form
+  QWidget *thanks_ = nullptr;                                 // their frame
   std::vector<std::pair<QWidget *, Qt::FocusPolicy>> stops_;  // what is in it, with how it gets the keyboard
 };
 

@@ -277,6 +277,15 @@ TEST_F(ListColumnsOnScreen, AreMeasuredAgainWhenTheFirstRowsComeInSeveralBlocks)
   EXPECT_GT(view().columnWidth(0), width);
 }
 
+TEST_F(ListColumnsOnScreen, MakeRoomForATextThatIsWrittenLater) {
+  const char *text = "2.33333333333333";
+  list().ListItems.Add({.Text = "2"});
+  Settle();
+  list().ListItems.SetText(1, text);
+  Settle();
+  EXPECT_GT(view().columnWidth(0), TextWidth(view(), text));
+}
+
 TEST_F(ListColumnsOnScreen, RefreshBringsBackWhatTheUserHasChanged) {
   list().ListItems.Add({.Text = "1.6"});
   Settle();

@@ -82,6 +82,15 @@ TEST_F(ShortBarOnScreen, MovesAndChangesItsWidthByKeys) {
   EXPECT_EQ(window.x(), 0);
 }
 
+TEST_F(ShortBarOnScreen, ArrowKeysLeaveTheKeyboardWhereItIs) {
+  QWidget &box = widget(*Form1, "Check1");
+  box.setFocus();
+  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Up, Qt::Key_Left}) {
+    Press(*Form1, key);
+    EXPECT_EQ(QApplication::focusWidget(), &box);
+  }
+}
+
 TEST_F(ShortBarOnScreen, CountsAHeldKeyOnce) {
   const auto send = [this](QEvent::Type type, bool repeats) {
     QKeyEvent event(type, Qt::Key_S, Qt::NoModifier, QString(), repeats);

@@ -162,6 +162,7 @@ TEST_F(ReportByHand, KeepsTheThanksInFrontOfAFormThatComesBack) {
   OpenForReport();
   const QPoint inside = widget("Frame2").geometry().center();
   EXPECT_EQ(window().childAt(inside), &widget("Frame2"));
+  EXPECT_EQ(widget("Check1").focusPolicy() & Qt::TabFocus, 0) << "nor does the Tab key reach it";
 
   // Nothing of the form shows through.
   const auto picture = [this] {
@@ -172,6 +173,10 @@ TEST_F(ReportByHand, KeepsTheThanksInFrontOfAFormThatComesBack) {
   const QImage with_form = picture();
   ComPart->Frame1.Visible = false;
   EXPECT_EQ(with_form, picture());
+
+  ComPart->Frame1.Visible = true;
+  ComPart->Frame2.Visible = false;
+  EXPECT_NE(widget("Check1").focusPolicy() & Qt::TabFocus, 0);
 }
 
 TEST_F(ReportByHand, ShowsTheListOfReportsInAWindowThatIsMadeWider) {
