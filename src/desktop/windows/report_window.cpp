@@ -50,9 +50,10 @@ bool ReportWindow::eventFilter(QObject *object, QEvent *event) {
 }
 
 void ReportWindow::UpdateStops() {
-  if (frame_ == nullptr)
+  if (frame_ == nullptr || thanks_ == nullptr)
     return;
-  const bool is_in_sight = rect().intersects(frame_->geometry()) && !report_.Frame2.Visible();
+  const bool is_covered = report_.Frame2.Visible() && thanks_->geometry().intersects(frame_->geometry());
+  const bool is_in_sight = rect().intersects(frame_->geometry()) && !is_covered;
   for (const auto &[widget, policy] : stops_)
     widget->setFocusPolicy(is_in_sight ? policy : Qt::ClickFocus);
 }
