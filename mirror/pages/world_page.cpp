@@ -50,9 +50,12 @@ QByteArray WorldPage(const QString &title, const ListedEvents &events) {
   QByteArray list =
       "<table>\n<tr><th>Map</th> <th>Magnitude</th> <th>Time</th> <th>Latitude</th> <th>Longitude</th> <th>Depth</th> "
       "<th>Place</th></tr>\n";
+  constexpr qsizetype length_of_row = 512;
+  list.reserve(length_of_row * static_cast<qsizetype>(events.size()));
   for (const Event *event : events)
     AddWorldRow(list, *event);
-  return ListPage(title, list + "</table>\n", legend);
+  list += "</table>\n";
+  return ListPage(title, list, legend);
 }
 
 }  // namespace borvane::mirror
