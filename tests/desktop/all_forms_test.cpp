@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStyleOptionButton>
+#include <QWindow>
 #include <QtTest/QTest>
 #include <algorithm>
 #include <array>
@@ -131,6 +132,16 @@ TEST_P(EveryForm, HasUniqueNames) {
   Walk([&](Control &control, QWidget & /*widget*/, int /*depth*/) {
     EXPECT_TRUE(names.insert(control.FullName()).second) << control.FullName();
   });
+}
+
+TEST_P(EveryForm, HasTheIconOfTheRecordsWindow) {
+  const auto icon = [](const FormWindow &shown) { return shown.windowHandle()->icon().pixmap(32, 32).toImage(); };
+  frmRecords->Show();
+  Settle();
+  const QImage expected = icon(rig.window(*frmRecords));
+  const QColor ground(0x1f, 0x3a, 0x4d);
+  EXPECT_GT(PixelsOf(expected, ground), 200);
+  EXPECT_EQ(icon(window()), expected);
 }
 
 /// What is outside of its window, and why.

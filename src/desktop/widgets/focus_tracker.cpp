@@ -1,7 +1,6 @@
 #include "desktop/widgets/focus_tracker.h"
 
 #include <QApplication>
-#include <QPointer>
 #include <QScopedValueRollback>
 #include <QWidget>
 #include <utility>
@@ -20,9 +19,13 @@ void FocusTracker::Forget(const Binder &binder) {
   binders_.erase(&binder.widget());
   if (focused_ == &binder)
     focused_ = nullptr;
+  if (entering_ == &binder)
+    entering_ = nullptr;
 }
 
 void FocusTracker::Leave(const QWidget &window) {
+  if (entering_ != nullptr && entering_->widget().window() == &window)
+    entering_ = nullptr;
   if (focused_ != nullptr && focused_->widget().window() == &window)
     std::exchange(focused_, nullptr)->Left();
 }
@@ -34,15 +37,16 @@ void FocusTracker::OpenMenusAt(const QPoint &place, const std::function<void()> 
 
 void FocusTracker::KeyboardMoved(QWidget *widget) {
   Binder *entered = BinderOf(widget);
-  if (entered == nullptr || entered == focused_)
+  if (entered == nullptr || entered == focused_ || entered == entering_)
     return;
-  Binder *left = std::exchange(focused_, entered);
-  const QPointer<Binder> next(entered);
-  if (left != nullptr)
+  entering_ = entered;
+  if (Binder *left = std::exchange(focused_, nullptr))
     left->Left();
   // Its handler may have moved the keyboard on, or taken the window of either away.
-  if (next != nullptr && focused_ == next)
-    next->Entered();
+  if (entering_ != entered)
+    return;
+  focused_ = std::exchange(entering_, nullptr);
+  entered->Entered();
 }
 
 /// The control to which `widget` belongs: a button of a toolbar is a widget of its own. Null for what is no control,

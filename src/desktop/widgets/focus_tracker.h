@@ -41,6 +41,8 @@ class FocusTracker final : public QObject {
 
   std::map<const QWidget *, Binder *> binders_;
   Binder *focused_ = nullptr;
+  // Has the keyboard and will be entered when the other has been left. A control that was not entered is not left.
+  Binder *entering_ = nullptr;
   std::optional<QPoint> menu_place_;
 };
 

@@ -289,6 +289,27 @@ TEST_F(TextBoxOnScreen, IsNotEnteredWhenTheHandlerOfTheOtherMovesTheKeyboardOn) 
   EXPECT_EQ(rig.events(), Lines({"box entered"}));
 }
 
+TEST_F(TextBoxOnScreen, IsNotLeftWhenItHasNotBeenEntered) {
+  for (const bool unloads : {false, true}) {
+    sample->Text1.LostFocus = [unloads] {
+      if (unloads)
+        sample.Unload();
+      else
+        sample->Hide();
+    };
+    sample->Text2.GotFocus = [this] { rig.note("entered"); };
+    sample->Text2.LostFocus = [this] { rig.note("left"); };
+    sample->Show();
+    Settle();
+    box().setFocus();
+    rig.events();
+    QTest::keyClick(&box(), Qt::Key_Tab);
+    Settle();
+
+    EXPECT_EQ(rig.events(), Lines()) << unloads;
+  }
+}
+
 TEST_F(TextBoxOnScreen, IsNotLeftWhenAnotherWindowHides) {
   other_form->Show();
   sample->Show();

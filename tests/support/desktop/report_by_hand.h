@@ -24,7 +24,7 @@ namespace borvane {
 /// service answers "ok" until the test sets another answer.
 class ReportByHand : public testing::Test {
  protected:
-  ReportByHand() {
+  explicit ReportByHand(MessageBoxes boxes = MessageBoxes::Fake) : rig(boxes) {
     rig.store().Put(hosts_key, "Maker", "127.0.0.1:" + maker.port());
     frmRecords->Label2(0).Caption = "Los Angeles";
     frmRecords->ListView1.ListItems.Add(

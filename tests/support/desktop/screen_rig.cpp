@@ -12,8 +12,10 @@
 
 namespace borvane {
 
-ScreenRig::ScreenRig()
-    : program_({store_, http_, events_, clock_, random_, message_box_, shell_, files_, sound_, region_, process_},
+ScreenRig::ScreenRig(MessageBoxes boxes)
+    : program_({store_, http_, events_, clock_, random_,
+                boxes == MessageBoxes::Real ? static_cast<MessageBox &>(real_message_box_) : message_box_, shell_,
+                files_, sound_, region_, process_},
                forms_) {}
 
 ScreenRig::~ScreenRig() { forms_.Stop(); }

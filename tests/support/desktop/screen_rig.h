@@ -10,6 +10,7 @@
 #include "core/program.h"
 #include "desktop/services/event_pump.h"
 #include "desktop/services/http_transfer.h"
+#include "desktop/services/message_box.h"
 #include "desktop/windows/desktop_forms.h"
 #include "desktop/windows/form_window.h"
 #include "support/fake_clock.h"
@@ -25,10 +26,13 @@
 
 namespace borvane {
 
+/// What the program's message boxes are: fakes that the test has answered in advance, or real ones on the screen.
+enum class MessageBoxes { Fake, Real };
+
 /// A fresh program with real windows on a screen that nobody sees, real HTTP, and fakes for all else.
 class ScreenRig {
  public:
-  ScreenRig();
+  explicit ScreenRig(MessageBoxes boxes = MessageBoxes::Fake);
   ScreenRig(const ScreenRig &) = delete;
   ScreenRig &operator=(const ScreenRig &) = delete;
   ~ScreenRig();
@@ -72,6 +76,7 @@ class ScreenRig {
   QtEventPump events_;
   FakeRandom random_{trace_};
   FakeMessageBox message_box_{trace_};
+  QtMessageBox real_message_box_;
   FakeShell shell_{trace_};
   FakeFiles files_{trace_};
   FakeSound sound_{trace_};
