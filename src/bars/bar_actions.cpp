@@ -24,6 +24,8 @@ void OpenStrongMotionMaps(FormBase &bar) {
 void OpenSelectedEvent(FormBase &bar) {
   // Meant (label-click-opens-the-selected-row): a label of a bar should lead to the event that it shows. It leads to
   // the row that is selected in the list, whichever it is.
+  // Meant (label-of-an-empty-list-ends-the-program): without a row the click should open nothing. There is no selected
+  // row to read, and no trap holds that.
   std::string address;
   OpenMapPage(address);
   platform().shell.Open(address, &bar);

@@ -41,6 +41,7 @@ void PlaceShortBar() {
   constexpr float first_left = 50;
   ShortBarForm &bar = *Form1;
   bar.mnuTop.Checked = IsStoredOnTop();
+  // Meant (bar-place-beyond-its-range-ends-the-program): here whenever a bar is loaded, and for its stored place.
   bar.Top = SinglePrefix(conffrm->Text3.Text());
   bar.Left = first_left;
   bar.Timer1.Interval = TickLength();

@@ -88,6 +88,7 @@ void LongBarForm::Picture1_MouseMove(const MouseState &mouse) {
 
   if (conffrm->Option1(0).Value()) {
     EdgeTicks = 1;
+    // Meant (bar-place-beyond-its-range-ends-the-program): here for the offset.
     Left = -SinglePrefix(conffrm->Text7.Text());
   }
   if (conffrm->Option1(1).Value()) {

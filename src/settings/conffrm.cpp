@@ -115,6 +115,9 @@ void SettingsForm::Check4_Click() {
 }
 
 void SettingsForm::Text3_LostFocus() {
+  // Meant (bar-place-beyond-its-range-ends-the-program): a number that is too large should be refused when it is typed,
+  // here and for the left edge and the offset beside "Move". It overflows when a bar is to go there, and no trap holds
+  // that.
   if (Module1->BarMode == face_long_bar)
     newTagFrm->Top = SinglePrefix(Text3.Text());
   else if (Module1->BarMode == face_short_bar)

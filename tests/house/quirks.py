@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Keeps the three places of a quirk in sync: the comment in the code, the property in its test, the row in docs/quirks.md.
+"""Keeps the three places of a quirk in sync: the comment in the code, the property in its test, the row in docs/quirks.md. A quirk that
+ends the program has a fourth: a line in the help's list of what does, which names its key.
 
 usage: quirks.py ROOT
 """
@@ -12,6 +13,8 @@ TEST = re.compile(r"^\s*(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.M
 PROPERTY = re.compile(r'RecordProperty\(\s*"quirk",\s*"([^"]*)"\s*\)')
 ROW = re.compile(r"^\|\s*`?([a-z0-9-]+)`?\s*\|(.*)\|\s*`?([\w.]+)`?\s*\|\s*$")
 COLUMNS = 5
+ENDING = re.compile(r"-ends?-the-program$")
+HELP_LINE = re.compile(r'<li data-quirks="([^"]*)">')
 
 
 def sources(*folders):
@@ -53,8 +56,14 @@ def rows_of_table(root):
     return rows
 
 
+def keys_in_help(root):
+    """The keys that the lines of the help's list of what ends the program name."""
+    _, _, text = (root / "assets/help.html").read_text(encoding="utf-8").partition('id="ends"')
+    return {key for keys in HELP_LINE.findall(text.partition("</ul>")[0]) for key in keys.split()}
+
+
 def faults(root):
-    code, tests, rows = keys_in_code(root), keys_in_tests(root), rows_of_table(root)
+    code, tests, rows, in_help = keys_in_code(root), keys_in_tests(root), rows_of_table(root), keys_in_help(root)
     for place in code.pop(None, []):
         yield f"{place}: the comment of a quirk has the form // Meant (key-in-words): why"
     for key, places in code.items():
@@ -62,6 +71,10 @@ def faults(root):
             yield f"{places[0]}: no test records the quirk {key}"
         if key not in rows:
             yield f"{places[0]}: docs/quirks.md has no row for {key}"
+        if ENDING.search(key) and key not in in_help:
+            yield f"{places[0]}: assets/help.html has no line for {key} below id=\"ends\""
+    for key in sorted(in_help - code.keys()):
+        yield f"assets/help.html: {key} is nowhere in the code"
     for key, names in tests.items():
         if key not in code:
             yield f"{names[0]}: records the quirk {key}, which no comment in the code names"

@@ -180,10 +180,13 @@ class Quirks(MadeTree):
     COMMENT = "// Meant (a-key): it would be mended, but a thing depends on it.\n"
     TEST = 'TEST(S, T) {\n  RecordProperty("quirk", "a-key");\n}\nTEST(S, Other) {}\n'
 
-    def faults_of(self, code=COMMENT, test=TEST, table=ROW):
+    HELP = '<h3 id="ends">What ends it</h3>\n<ul>\n  <li data-quirks="LINE">Something.</li>\n</ul>\n'
+
+    def faults_of(self, code=COMMENT, test=TEST, table=ROW, help_text=""):
         self.write("src/feed/it.cpp", code)
         self.write("tests/feed/it_test.cpp", test)
         self.write("docs/quirks.md", table)
+        self.write("assets/help.html", help_text)
         return list(quirks.faults(self.root))
 
     def test_three_places_in_sync_are_no_fault(self):
@@ -211,6 +214,22 @@ class Quirks(MadeTree):
 
     def test_a_comment_without_a_reason_is_a_fault(self):
         self.assertNotEqual([], self.faults_of(code="// Meant (a-key):\n"))
+
+    def faults_of_an_end(self, key, help_text):
+        """The faults of a quirk with that key, which has its three places."""
+        code, test, table = (text.replace("a-key", key) for text in (self.COMMENT, self.TEST, self.ROW))
+        return self.faults_of(code, test, table, help_text)
+
+    def test_what_ends_the_program_needs_a_line_in_the_helps_list(self):
+        for key in ("it-ends-the-program", "they-end-the-program"):
+            self.assertEqual([], self.faults_of_an_end(key, self.HELP.replace("LINE", key)))
+            self.assertEqual(1, len(self.faults_of_an_end(key, "")))
+            self.assertEqual(1, len(self.faults_of_an_end(key, f'<ul><li data-quirks="{key}">Elsewhere.</li></ul>')))
+            behind_the_list = self.HELP.replace("</ul>\n", "").replace("  <li", "</ul>\n  <li").replace("LINE", key)
+            self.assertEqual(1, len(self.faults_of_an_end(key, behind_the_list)))
+
+    def test_a_line_of_the_help_without_code_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of(help_text=self.HELP.replace("LINE", "b-key"))))
 
 
 class Docs(MadeTree):

@@ -114,30 +114,38 @@ TEST(Text4, LoadsNoBarAtAStartThatPutsTheAlertMagnitudeIntoIt) {
   EXPECT_FALSE(rig.store().Has("smBarLeft"));
 }
 
-TEST(BarPlaceBoxes, EndTheProgramForANumberBeyondSinglePrecision) {
-  for (const bool is_top : {true, false}) {
-    WatchingRig rig;
-    Module1->BarMode = face_short_bar;
-    TextBox &box = is_top ? conffrm->Text3 : conffrm->Text4;
-    rig.type(box, "1e39");
-    if (is_top)
-      rig.leave(box);
-    EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"});
-    EXPECT_EQ(rig.end_status(), 1);
-    EXPECT_FALSE(rig.store().Has("smBarLeft"));
+/// The first is beyond single precision, the others are beyond the pixels of all screens.
+constexpr const char *beyond_every_place[] = {"1e39", "1e11", "-1e11"};
+
+TEST(BarPlaceBoxes, EndTheProgramForANumberThatNoPlaceCanTake) {
+  RecordProperty("quirk", "bar-place-beyond-its-range-ends-the-program");
+  for (const char *text : beyond_every_place) {
+    for (const bool is_top : {true, false}) {
+      WatchingRig rig;
+      Module1->BarMode = face_short_bar;
+      TextBox &box = is_top ? conffrm->Text3 : conffrm->Text4;
+      rig.type(box, text);
+      if (is_top)
+        rig.leave(box);
+      EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"}) << text;
+      EXPECT_EQ(rig.end_status(), 1);
+      EXPECT_FALSE(rig.store().Has("smBarLeft"));
+    }
   }
 }
 
 TEST(BarPlaceBoxes, EndTheProgramForATopOfTheLongBarAndForNoLeftOfIt) {
-  WatchingRig rig;
-  Module1->BarMode = face_long_bar;
-  rig.type(conffrm->Text4, "1e39");
-  EXPECT_TRUE(rig.trace().empty());
-  rig.type(conffrm->Text3, "1e39");
-  rig.leave(conffrm->Text3);
-  EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"});
-  EXPECT_EQ(rig.end_status(), 1);
-  EXPECT_FALSE(rig.store().Has("smBarLeft"));
+  for (const char *text : beyond_every_place) {
+    WatchingRig rig;
+    Module1->BarMode = face_long_bar;
+    rig.type(conffrm->Text4, text);
+    EXPECT_TRUE(rig.trace().empty()) << text;
+    rig.type(conffrm->Text3, text);
+    rig.leave(conffrm->Text3);
+    EXPECT_EQ(rig.trace({"error"}), Lines{"error report 6 Overflow"}) << text;
+    EXPECT_EQ(rig.end_status(), 1);
+    EXPECT_FALSE(rig.store().Has("smBarLeft"));
+  }
 }
 
 TEST(Text7, IsStoredWhenItIsLeft) {
