@@ -29,6 +29,8 @@ TEST(QuakeAlertForm, HasItsDesign) {
   EXPECT_EQ(form.Label1.FontName(), "MS Sans Serif");
   EXPECT_EQ(form.Label1.FontSize(), 18);
   EXPECT_EQ(form.Label1.ForeColor(), 0x8000000E);
+  EXPECT_EQ(form.Label1.back_color(), std::nullopt);
+  EXPECT_EQ(form.Label1.Caption(), "") << "until the first alert";
 
   EXPECT_EQ(form.Label2.Left(), 0);
   EXPECT_EQ(form.Label2.Top(), 495);
@@ -36,6 +38,8 @@ TEST(QuakeAlertForm, HasItsDesign) {
   EXPECT_EQ(form.Label2.Height(), 225);
   EXPECT_EQ(form.Label2.alignment(), Alignment::Center);
   EXPECT_EQ(form.Label2.ForeColor(), 0x00FFFFU);
+  EXPECT_EQ(form.Label2.back_color(), std::nullopt);
+  EXPECT_EQ(form.Label2.Caption(), "");
 
   EXPECT_EQ(form.Timer1.Interval(), 100);
   EXPECT_FALSE(form.Timer1.Enabled());

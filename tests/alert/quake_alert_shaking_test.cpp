@@ -194,6 +194,17 @@ struct ScanRig : WatchingRig {
   }
 
   int alerts() const { return static_cast<int>(trace({"show"}).size()); }
+
+  /// The magnitudes that have been stored as the strongest one, one after the other.
+  Lines biggest() const {
+    const std::string begin = "write LastBig=";
+    Lines magnitudes;
+    for (const std::string &line : trace({"write"})) {
+      if (line.starts_with(begin))
+        magnitudes.push_back(line.substr(begin.size()));
+    }
+    return magnitudes;
+  }
 };
 
 TEST(AlertInAScan, IsRaisedByTheNewestEventAlone) {
@@ -238,7 +249,35 @@ TEST(AlertInAScan, LetsTheScanGoOnAfterADateThatIsNone) {
   rig.refresh();
   EXPECT_EQ(rig.alerts(), 0);
   EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 2);
+  EXPECT_EQ(rig.biggest(), (Lines{"3.0", "4.0"})) << "both rows are compared with the strongest event";
+  EXPECT_EQ(rig.store()["BigDate"], "2018/02/07");
   EXPECT_NE(LastRefresh(), "");
+}
+
+/// The events of these pages have no slot for a place, not even an empty one.
+TEST(AlertInAScan, LetsTheScanGoOnAfterAnAlertWithoutASlotForThePlace) {
+  struct Case {
+    const char *area;
+    const char *address;
+    std::string page;
+  };
+  for (const Case &it : std::initializer_list<Case>{
+           {"Puerto Rico", "http://puertorico.localhost:17650/recenteqs/eqs_all.htm",
+            AnchorPage(AnchorRow("3.4") + AnchorRow("4.5"))},
+           {"Worldwide 5+", "http://national.localhost:17650/eqcenter/recenteqsww/Quakes/quakes_big.php",
+            WorldPage(WorldRow("3.4") + WorldRow("4.5"))}}) {
+    ScanRig rig;
+    conffrm->Combo2.Text = it.area;
+    rig.serve(it.address, it.page);
+    rig.refresh();
+    EXPECT_EQ(rig.alerts(), 1) << it.area;
+    EXPECT_EQ(frmQalert->Label1.Caption(), "3.4") << it.area;
+    EXPECT_EQ(frmQalert->Label2.Caption(), "") << it.area;
+    EXPECT_EQ(Module1->LastAlertTime, "02/07/2018 01:30:14 AM") << it.area;
+    EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 2) << it.area;
+    EXPECT_EQ(rig.biggest(), (Lines{"3.4", "4.5"})) << it.area;
+    EXPECT_EQ(LastRefresh(), "Last Refresh: 01:30:15") << it.area;
+  }
 }
 
 TEST(AlertInAScan, LetsARefreshInsideTheShakingRunWholeAndThenAppendsItsFurtherRows) {

@@ -261,6 +261,18 @@ TEST_P(BarKeys, StoreTheNewPlaceWhicheverKeyItWas) {
   EXPECT_EQ(bar.IsShown(), is_short);
 }
 
+TEST_P(BarKeys, StoreNoPlaceWhenTheMenuThatTheyOpenEndsTheProgram) {
+  const bool is_short = GetParam() == RecordsForm::button_short_bar;
+  conffrm->Check6.Value = 1;
+  rig.choose_next(is_short ? Form1->mnuQuit : newTagFrm->mnuQuit);
+  rig.clear_trace();
+  rig.key(bar, key_menu);
+  EXPECT_EQ(rig.end_status(), 0);
+  EXPECT_EQ(rig.trace({"write", "error"}), Lines{});
+  EXPECT_EQ(Form1.IfLoaded(), nullptr);
+  EXPECT_EQ(newTagFrm.IfLoaded(), nullptr);
+}
+
 INSTANTIATE_TEST_SUITE_P(Both, BarKeys, testing::Values(RecordsForm::button_short_bar, RecordsForm::button_long_bar),
                          [](const testing::TestParamInfo<int> &button) {
                            return button.param == RecordsForm::button_short_bar ? "ShortBar" : "LongBar";

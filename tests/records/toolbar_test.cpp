@@ -150,6 +150,32 @@ TEST(RefreshButton, ShowsTheCoordinatesInTheBoxes) {
   EXPECT_EQ(frmRecords->Label2(2).Caption(), "33");
 }
 
+TEST(RefreshButton, ShowsTheAreaAndTheCoordinatesThatTheUserChoosesDuringTheFetch) {
+  for (const char *area : {"Monterey, CA", "Puerto Rico"}) {
+    WatchingRig rig;
+    rig.during_request(los_angeles, [&] {
+      rig.choose(conffrm->Combo2, area);
+      rig.type(conffrm->Text6(0), "121.5");
+      rig.type(conffrm->Text6(1), "37");
+    });
+    rig.press(frmRecords->Toolbar1, refresh);
+    EXPECT_EQ(frmRecords->Label2(0).Caption(), area);
+    EXPECT_EQ(frmRecords->Label2(1).Caption(), "121.5");
+    EXPECT_EQ(frmRecords->Label2(2).Caption(), "37");
+    EXPECT_EQ(rig.fetches(), 1) << "the page of the new area comes with the next refresh";
+  }
+}
+
+TEST(RefreshButton, ShowsNoCoordinatesThatTheUserDeletesDuringTheFetch) {
+  WatchingRig rig;
+  conffrm->Text6(0).Text = "116";
+  conffrm->Text6(1).Text = "33";
+  rig.during_request(los_angeles, [&] { rig.type(conffrm->Text6(0), ""); });
+  rig.press(frmRecords->Toolbar1, refresh);
+  EXPECT_EQ(frmRecords->Label2(1).Caption(), "N/A");
+  EXPECT_EQ(frmRecords->Label2(2).Caption(), "33");
+}
+
 TEST(RefreshButton, ShowsTheNameOfTheEntryAmongThoseThatShareAPage) {
   for (const char *area : {"Salinas, CA", "Monterey, CA"}) {
     WatchingRig rig;

@@ -114,23 +114,45 @@ TEST(ReportForm, IsEmptyAtFirst) {
   EXPECT_FALSE(form.Timer1.IsCounting());
   EXPECT_EQ(form.Timer1.Interval(), 200);
   EXPECT_FALSE(form.Label2(2).Visible());
-  EXPECT_TRUE(form.Label2(2).Bold());
-  EXPECT_TRUE(form.Label3(3).Bold());
   EXPECT_EQ(form.MousePointer(), pointer_normal);
   EXPECT_EQ(form.Inet1.StillExecuting(), false);
 }
 
-TEST(ReportForm, HasTheThanksInTheirFrameAndTheRestOnTheWindow) {
+Lines NamesIn(const Container &container) {
+  Lines names;
+  for (const Control *control : container.children())
+    names.push_back(control->FullName());
+  return names;
+}
+
+TEST(ReportForm, HasEachControlInItsFrameOrOnTheWindow) {
   ReportRig rig;
   rig.open();
-  ReportForm &form = ReportRig::form();
-  EXPECT_EQ(form.Frame2.children(),
-            (std::vector<Control *>{&form.Label2(2), &form.Label2(3), &form.Label2(4), &form.Label3(0), &form.Label3(1),
-                                    &form.Label3(2), &form.Label3(3)}));
-  const std::vector<Control *> on_window = {&form.Label2(0), &form.Label2(1), &form.ListView1, &form.Command1(0),
-                                            &form.Command1(1)};
-  for (Control *control : on_window)
-    EXPECT_EQ(&control->container(), &form) << control->FullName();
+  const ReportForm &form = ReportRig::form();
+  EXPECT_EQ(NamesIn(form.Frame1),
+            (Lines{"Label1(0)", "Label1(1)", "Label1(2)", "Label1(3)", "Label1(4)", "Label1(5)", "Label1(6)",
+                   "Label1(7)", "Label1(8)", "Text1(0)",  "Text1(1)",  "Text1(2)",  "Text1(3)",  "Text1(4)",
+                   "Check1",    "Check2(0)", "Check2(1)", "Check2(2)", "Check2(3)", "Check2(4)", "Check2(5)",
+                   "Check2(6)", "Combo1",    "Combo2",    "Combo3"}));
+  EXPECT_EQ(NamesIn(form.Frame2),
+            (Lines{"Label2(2)", "Label2(3)", "Label2(4)", "Label3(0)", "Label3(1)", "Label3(2)", "Label3(3)"}));
+  EXPECT_EQ(NamesIn(form), (Lines{"Frame1", "Frame2", "Label2(0)", "Label2(1)", "ListView1", "Command1(0)",
+                                  "Command1(1)", "Timer1", "Inet1"}));
+}
+
+TEST(ReportForm, HasTwoBoldLabels) {
+  ReportRig rig;
+  rig.open();
+  const ReportForm &form = ReportRig::form();
+  Lines bold;
+  for (const Container *container : std::initializer_list<const Container *>{&form, &form.Frame1, &form.Frame2}) {
+    for (const Control *control : container->children()) {
+      const auto *label = dynamic_cast<const Label *>(control);
+      if (label != nullptr && label->Bold())
+        bold.push_back(label->FullName());
+    }
+  }
+  EXPECT_EQ(bold, (Lines{"Label2(2)", "Label3(3)"}));
 }
 
 TEST(ReportFormLoad, TakesZipAndSchoolFromTheStore) {

@@ -22,12 +22,12 @@ class Links(SystemTest):
         (self.desk.home / "Documents").mkdir(parents=True)
         self.opened = self.catch_opened()
 
-    def start(self, **settings):
-        """A monitor with its rows and the headline of the world. The public hosts are the test's own."""
+    def start(self, starts=5, **settings):
+        """A monitor with its rows and the headline of the world, after so many earlier starts. The public hosts are the test's own."""
         hosts = {name: f"{name.lower()}.localhost:{self.port}" for name in HOSTS + BROWSER_HOSTS}
         hosts.update({name: f"https://{name.lower()}.test" for name in PUBLIC_HOSTS})
         values = "".join(f"{name}={text}\n" for name, text in settings.items())
-        general = LATER_START.partition("\n[Hosts]")[0].replace(f"Area={AREA}\n", "")
+        general = LATER_START.partition("\n[Hosts]")[0].replace(f"Area={AREA}\n", "").replace('ad=" 5"', f'ad=" {starts}"')
         write_settings(self.desk.settings_file, f"{general}\nArea={AREA}\n{values}\n[Hosts]\n" +
                        "".join(f"{name}={host}\n" for name, host in hosts.items()))
         self.monitor = self.start_monitor()
@@ -111,6 +111,32 @@ class Links(SystemTest):
         self.assertEqual(f"https://encyclopedia.test/wiki/Special:Search/{quoted}", self.opened_by(lambda: choose("Consult Wiki")))
         self.assertEqual(f"https://websearch.test/search?q={quoted}%2Bsite:encyclopedia.test",
                          self.opened_by(lambda: choose("Wiki through Google")))
+
+    def click_in(self, window, name, beside=False):
+        """Clicks a text in another window of the program, or to the left of it."""
+        def click():
+            self.desk.activate(window)
+            extents = self.desk.find(self.monitor.program, name).get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN)
+            self.desk.click_at(extents.x - 4 if beside else extents.x + extents.width // 2, extents.y + extents.height // 2)
+        return click
+
+    def test_the_text_of_the_banner_and_the_box_around_it_lead_to_the_product(self):
+        self.start(starts=1)
+        banner = self.desk.window(self.monitor.program, "^Borvane $")
+        for beside in (False, True):
+            address = self.opened_by(self.click_in(banner, "How can your help make a difference", beside))
+            self.assertEqual(f"http://maker.localhost:{self.port}/borvane/index.html", address)
+            self.assertIn("Borvane", self.page(address))
+            self.assertIn("Borvane ", self.desk.windows(self.monitor.program))
+
+    def test_the_address_in_the_about_window_leads_to_the_makers_products(self):
+        self.start()
+        self.assertNotIn("Borvane ", self.desk.windows(self.monitor.program))
+        self.click("Version")()
+        about = self.desk.window(self.monitor.program, "^Borvane 2007$")
+        address = self.opened_by(self.click_in(about, f"http://maker.localhost:{self.port}"))
+        self.assertEqual(f"http://maker.localhost:{self.port}/products.html", address)
+        self.assertIn("Borvane", self.page(address))
 
 
 if __name__ == "__main__":

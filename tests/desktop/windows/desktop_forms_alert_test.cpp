@@ -40,6 +40,8 @@ TEST(AlertOnTheDesktop, ShowsTheMagnitudeReadableOnLightAndDarkDesktops) {
     const QColor text = label.palette().color(QPalette::WindowText);
     EXPECT_GE(Contrast(text, ground), 4.5) << dark;
     EXPECT_GT(PixelsOf(picture, text), 20) << "large letters have their color inside: " << dark;
+    for (const char *name : {"Label1", "Label2"})
+      EXPECT_EQ(picture.pixelColor(rig.widget(*frmQalert, name).geometry().topLeft()), ground) << name;
   }
   PreferDark(false);
 }

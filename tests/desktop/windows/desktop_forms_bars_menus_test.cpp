@@ -131,6 +131,31 @@ TEST_F(LongBarOnScreen, EndsTheProgramByItsMenu) {
   EXPECT_EQ(rig.events().back(), "end 0");
 }
 
+/// Its user may have minimised it together with the records window.
+void MinimiseSettings(const ScreenRig &rig) {
+  conffrm->Show();
+  Settle();
+  rig.window(*conffrm).showMinimized();
+  Settle();
+  ASSERT_TRUE(rig.window(*conffrm).isMinimized());
+}
+
+TEST_F(ShortBarOnScreen, BringsMinimisedSettingsBack) {
+  MinimiseSettings(rig);
+  const MenuWork work("Settings");
+  Press(*Form1, Qt::Key_Menu);
+  EXPECT_FALSE(rig.window(*conffrm).isMinimized());
+  EXPECT_TRUE(rig.window(*conffrm).isVisible());
+}
+
+TEST_F(LongBarOnScreen, BringsMinimisedSettingsBack) {
+  MinimiseSettings(rig);
+  const MenuWork work("Settings");
+  Press(*newTagFrm, Qt::Key_Menu);
+  EXPECT_FALSE(rig.window(*conffrm).isMinimized());
+  EXPECT_TRUE(rig.window(*conffrm).isVisible());
+}
+
 TEST_F(LongBarOnScreen, HasItsHandleInFrontOfTheBox) {
   const QWidget &handle = widget(*newTagFrm, "Check1");
   const QPoint middle = handle.geometry().center();
