@@ -237,10 +237,12 @@ def main(programs, pictures):
         photographer.take_bar("short-bar-open", "short", pointed=True)
         photographer.take_bar("short-bar-open-colors", "short", settings=COLORED_START, pointed=True)
         photographer.take_bar("short-bar-open-dark", "short", dark=True, pointed=True)
+        photographer.take_bar("short-bar-dark", "short", dark=True)
         photographer.take_bar("short-bar-dark-200", "short", scale=2, dark=True)
         photographer.take_bar("long-bar", "long")
         photographer.take_bar("long-bar-colors-dark", "long", dark=True, settings=COLORED_START)
         photographer.take_bar("long-bar-200", "long", scale=2)
+        photographer.take_bar("long-bar-dark-200", "long", scale=2, dark=True)
 
 
 if __name__ == "__main__":
