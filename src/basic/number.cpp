@@ -96,25 +96,28 @@ double ValueOf(const Decimal &number) {
   return number.exponent > 0 ? std::numeric_limits<double>::infinity() : 0;
 }
 
+/// Both a whole number of so many digits and the power of ten are exact, so that their quotient is the nearest double.
+constexpr std::array<double, 15> powers_of_ten = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+
 /// The number that `text` begins with, without a sign, when it is as short as people write numbers; nothing for any
 /// other. Most numbers are, and this costs a tenth of the general way.
 std::optional<double> ShortNumber(std::string_view text) {
-  // Both a whole number of so many digits and the power of ten are exact, so that their quotient is the nearest double.
-  constexpr std::array<double, 15> powers_of_ten = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
-                                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
   constexpr std::size_t longest = powers_of_ten.size();
   std::int64_t digits = 0;
   std::size_t decimals = 0;
   bool has_point = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
-    if (i == longest || c == 'e' || c == 'E')
+    if (i == longest)
       return {};
     if (c >= '0' && c <= '9') {
       digits = digits * 10 + (c - '0');
       decimals += has_point ? 1 : 0;
     } else if (c == '.' && !has_point) {
       has_point = true;
+    } else if (c == 'e' || c == 'E') {
+      return {};
     } else {
       break;
     }

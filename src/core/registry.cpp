@@ -1,5 +1,7 @@
 #include "core/registry.h"
 
+#include <utility>
+
 #include "basic/failure.h"
 #include "basic/number.h"
 #include "core/program.h"
@@ -10,11 +12,11 @@ namespace {
 
 std::string QueryRegValueEx(std::string_view key, std::string_view name) {
   try {
-    const std::optional<StoredValue> value = platform().settings.Read(key, name);
+    std::optional<StoredValue> value = platform().settings.Read(key, name);
     if (!value)
       return {};
-    if (const auto *text = std::get_if<std::string>(&*value))
-      return *text;
+    if (auto *text = std::get_if<std::string>(&*value))
+      return std::move(*text);
     if (const auto *number = std::get_if<std::uint32_t>(&*value))
       return IntegerText(*number);
     return {};

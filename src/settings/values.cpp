@@ -13,7 +13,9 @@ const StoredSetting &RowOf(Setting setting) { return stored_settings[static_cast
 std::string ReadSetting(Setting setting) {
   const StoredSetting &row = RowOf(setting);
   std::string stored = ReadRegValue(HKEY_CURRENT_USER, program_key, row.name);
-  return stored.empty() ? std::string(row.when_missing) : stored;
+  if (stored.empty())
+    stored = row.when_missing;
+  return stored;
 }
 
 void SaveSetting(Setting setting, std::string_view text) {
