@@ -52,7 +52,7 @@ int SlotOfPlace(EventFields &fields) {
 void ShowPlace(EventFields &fields, int slot, Date event_time) {
   constexpr float strong_magnitude = 7.0F;
   constexpr Color red = 0x0000FF;
-  const std::string place = fields(slot).substr(0, fields(slot).size() - 1);
+  const std::string place(fields(slot).substr(0, fields(slot).size() - 1));
   frmQalert->Label2.Caption = frmQalert->Label2.Caption() + " " + place;
   frmQalert->Label1.ForeColor = SinglePrefix(fields(1)) >= strong_magnitude ? red : color_highlight_text;
   Module1->LastAlertTime = DateText(event_time);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
+#include <memory>
 #include <span>
-#include <string>
 #include <string_view>
 
 namespace borvane {
@@ -12,8 +13,8 @@ namespace borvane {
 class PackedTexts {
  public:
   PackedTexts() = default;
-  PackedTexts(std::initializer_list<std::string_view> texts) { Pack(std::span(texts.begin(), texts.size())); }
-  explicit PackedTexts(std::span<const std::string> texts) { Pack(texts); }
+  PackedTexts(std::initializer_list<std::string_view> texts) : PackedTexts(std::span(texts.begin(), texts.size())) {}
+  explicit PackedTexts(std::span<const std::string_view> texts);
 
   /// The text at `number`, which is at least 1; empty where none has been set. Good until a text is set.
   std::string_view operator()(int number) const;
@@ -22,13 +23,10 @@ class PackedTexts {
   void Set(int number, std::string_view text);
 
  private:
-  template <class Text>
-  void Pack(std::span<const Text> texts);
+  std::size_t Count() const;
+  std::size_t OffsetAt(std::size_t index) const;
 
-  std::size_t EndOf(std::size_t index) const;
-
-  std::string bytes_;  ///< where each text ends, then the texts
-  std::size_t count_ = 0;
+  std::unique_ptr<char[]> bytes_;  ///< where each text begins and the last one ends, then the texts; null for none
 };
 
 }  // namespace borvane

@@ -48,7 +48,7 @@ void AddEventRow(std::string_view /*ignored*/, EventFields &fields) {
 
   newest.ListItems.SetSubItem(1, 1, fields(7));
 
-  newest.ListItems.SetSubItem(1, 2, fields(3) + ", " + FormatDate(fields(2), "ddd dd"));
+  newest.ListItems.SetSubItem(1, 2, std::string(fields(3)) + ", " + FormatDate(fields(2), "ddd dd"));
 
   newest.ToolTipText = FormatDate(fields(2), "mmm ddd dd, yyyy");
 
@@ -59,7 +59,7 @@ void AddEventRow(std::string_view /*ignored*/, EventFields &fields) {
 void ListEvent(EventFields &fields) {
   constexpr int last_slot = 8;
   ListRows &rows = frmRecords->ListView1.ListItems;
-  rows.Add({.Text = fields(1), .SubItemTexts = PackedTexts(fields.Slots(2, last_slot))});
+  rows.Add({.Text = std::string(fields(1)), .SubItemTexts = PackedTexts(fields.Slots(2, last_slot))});
 
   // Meant (first-row-is-the-newest): the newest event should be found by its date. It is the first row of the page:
   // dates are text here, and pages list the newest event first.

@@ -59,8 +59,6 @@ void PassOn(EventFields &fields) {
   // magnitude has no blank, and its first word then has a negative length; or it has one, and AddEventRow reads slot 7,
   // which this scanner has not.
   const Integer blank = Find(fields(2), " ");
-  if (blank == 0)
-    fields(2) += " ";
   const std::string_view word = Piece(fields(2), 1, blank - 1);
   AddEventRow(word, fields);
 }
@@ -85,7 +83,7 @@ void ScanRegionTable(Integer & /*mode*/, std::string &page) {
   do {
     reader.ReadRow();
 
-    list.ListItems.Add({.Text = fields(2), .SubItemTexts = {fields(1), fields(3), fields(4)}});
+    list.ListItems.Add({.Text = std::string(fields(2)), .SubItemTexts = {fields(1), fields(3), fields(4)}});
 
     // Meant (single-region-event-is-listed-only): the only row of a table should be passed on like that of any other
     // list. The end of the table is tested before, so that the upper list, the alert and the strongest event stay as

@@ -10,13 +10,7 @@ std::size_t Marker::RarestOf(std::string_view text) {
   return capital == text.end() ? 0 : static_cast<std::size_t>(capital - text.begin());
 }
 
-void WorkingText::Search(Marker &marker, std::size_t begin) const {
-  const std::string_view page = page_;
-  marker.searched_from_ = begin;
-  marker.found_ = marker.text_.size() == 1 ? page.find(marker.text_.front(), begin) : marker.FindIn(page, begin);
-}
-
-std::size_t Marker::FindIn(std::string_view page, std::size_t begin) const {
+std::size_t Marker::FindByRarest(std::string_view page, std::size_t begin) const {
   const char rare = text_[rare_];
   std::size_t place = page.find(rare, begin + rare_);
   while (place != std::string::npos && page.compare(place - rare_, text_.size(), text_) != 0)

@@ -24,7 +24,10 @@ class Marker {
   static std::size_t RarestOf(std::string_view text);
 
   /// The offset of the text in `page`, at or after `begin`; npos where there is none.
-  std::size_t FindIn(std::string_view page, std::size_t begin) const;
+  std::size_t FindIn(std::string_view page, std::size_t begin) const {
+    return text_.size() == 1 ? page.find(text_.front(), begin) : FindByRarest(page, begin);
+  }
+  std::size_t FindByRarest(std::string_view page, std::size_t begin) const;
 
   std::string_view text_;
   std::size_t rare_;
@@ -73,7 +76,10 @@ class WorkingText {
   bool IsEmpty() const { return start_ == page_.size(); }
 
  private:
-  void Search(Marker &marker, std::size_t begin) const;
+  void Search(Marker &marker, std::size_t begin) const {
+    marker.searched_from_ = begin;
+    marker.found_ = marker.FindIn(page_, begin);
+  }
 
   std::string &page_;
   std::size_t start_ = 0;

@@ -127,11 +127,13 @@ class WorldListReader : public PageReader {
 
 void WriteHeadline(EventFields &fields) {
   Label &headline = frmRecords->Label3;
-  headline.Caption = "Mag: " + fields(1) + "  Where: " + fields(7) + "  Time: " + fields(3);
+  std::string caption = "Mag: ";
+  caption.append(fields(1)).append("  Where: ").append(fields(7)).append("  Time: ").append(fields(3));
+  headline.Caption = caption;
 
   // Meant (headline-leads-to-the-areas-host): the link should be joined to the host of the world page. It is joined to
   // that of the area that the list shows.
-  headline.Tag = Module1->SiteRoot + fields(8);
+  headline.Tag = Module1->SiteRoot + std::string(fields(8));
 
   headline.ToolTipText = "Right click for options";
 }

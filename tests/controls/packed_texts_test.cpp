@@ -18,13 +18,15 @@ TEST(PackedTexts, ReturnsEachText) {
 
 TEST(PackedTexts, IsEmptyWhereNothingHasBeenSet) {
   EXPECT_EQ(PackedTexts()(1), "");
+  EXPECT_EQ(PackedTexts(std::span<const std::string_view>())(1), "");
   EXPECT_EQ(PackedTexts({"x"})(2), "");
   EXPECT_EQ(PackedTexts({"x"})(2'000'000'000), "");
 }
 
 TEST(PackedTexts, HoldsTheTextsOfAList) {
-  const std::vector<std::string> list = {"one", std::string(100'000, 'x'), "three"};
-  const PackedTexts texts{std::span<const std::string>(list)};
+  const std::string long_text(100'000, 'x');
+  const std::vector<std::string_view> list = {"one", long_text, "three"};
+  const PackedTexts texts(list);
   for (int i = 0; i < 3; ++i)
     EXPECT_EQ(texts(i + 1), list[static_cast<std::size_t>(i)]);
 }

@@ -61,7 +61,8 @@ struct BarRig : WatchingRig {
     ListRows &items = frmRecords->ListView1.ListItems;
     items.Clear();
     for (const std::vector<std::string> &row : rows)
-      items.Add({.Text = row[0], .SubItemTexts = PackedTexts(std::span(row).subspan(1))});
+      items.Add(
+          {.Text = row[0], .SubItemTexts = PackedTexts(std::vector<std::string_view>(row.begin() + 1, row.end()))});
   }
 
   /// A row as most areas have it.
