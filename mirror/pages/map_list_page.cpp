@@ -68,14 +68,14 @@ constexpr const char *legend = "Each <A>MAP</A> leads to the events around. Bold
 
 }  // namespace
 
-QByteArray MapListPage(const QString &title, const ListedEvents &events) {
+QByteArray MapListPage(const ListFrame &frame, const ListedEvents &events) {
   if (events.empty())
-    return ListPage(title, no_events, legend);
+    return ListPage(frame, no_events, legend);
   QByteArray list = "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH    PLACE</b>\n";
   RowStarts starts;
   for (const Event *event : events)
     AddMapRow(list, *event, starts.Next(IsStrong(*event), event == events.back(), list.size()));
-  return ListPage(title, list + "</pre>\n", legend);
+  return ListPage(frame, list + "</pre>\n", legend);
 }
 
 }  // namespace borvane::mirror

@@ -44,9 +44,9 @@ constexpr const char *legend =
 
 }  // namespace
 
-QByteArray WorldPage(const QString &title, const ListedEvents &events) {
+QByteArray WorldPage(const ListFrame &frame, const ListedEvents &events) {
   if (events.empty())
-    return ListPage(title, no_events, legend);
+    return ListPage(frame, no_events, legend);
   QByteArray list =
       "<table>\n<tr><th>Map</th> <th>Magnitude</th> <th>Time</th> <th>Latitude</th> <th>Longitude</th> <th>Depth</th> "
       "<th>Place</th></tr>\n";
@@ -55,7 +55,7 @@ QByteArray WorldPage(const QString &title, const ListedEvents &events) {
   for (const Event *event : events)
     AddWorldRow(list, *event);
   list += "</table>\n";
-  return ListPage(title, list, legend);
+  return ListPage(frame, list, legend);
 }
 
 }  // namespace borvane::mirror

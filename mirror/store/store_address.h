@@ -15,6 +15,8 @@ struct StoreAddress {
   QString password = {};
   QString database = {};
 
+  bool operator==(const StoreAddress &) const = default;
+
   bool IsFile() const { return !file.isEmpty(); }
 
   /// The address as it may be shown: without the password.

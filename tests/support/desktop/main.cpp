@@ -98,6 +98,8 @@ int main(int argc, char *argv[]) {
   // Nothing of a test is left over, also when a program is killed that it has started.
   const QTemporaryDir folder;
   qputenv("TMPDIR", QFile::encodeName(folder.path()));
+  // No mirror that a test starts asks a feed on the Internet.
+  qputenv("BORVANE_MIRROR_CONFIG", BORVANE_OFFLINE);
 
   testing::InitGoogleTest(&argc, argv);
   qInstallMessageHandler(FailOnWarning);

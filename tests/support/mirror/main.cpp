@@ -14,6 +14,9 @@ int main(int argc, char *argv[]) {
   QFile::setPermissions(folder.path(), QFile::permissions(folder.path()) | QFile::ExeGroup | QFile::ExeOther);
   qputenv("TMPDIR", QFile::encodeName(folder.path()));
 
+  // No mirror that a test starts asks a feed on the Internet.
+  qputenv("BORVANE_MIRROR_CONFIG", BORVANE_OFFLINE);
+
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
