@@ -7,8 +7,6 @@
 
 namespace borvane::mirror {
 
-namespace {
-
 std::optional<Event> ReadFeature(const QJsonObject &feature) {
   const QJsonObject properties = feature["properties"].toObject();
   const QJsonArray coordinates = feature["geometry"].toObject()["coordinates"].toArray();
@@ -37,23 +35,22 @@ std::optional<Event> ReadFeature(const QJsonObject &feature) {
   return event;
 }
 
-}  // namespace
-
-CatalogueReading ReadGeoJson(const QByteArray &text) {
-  CatalogueReading reading;
+FeatureCollection ReadFeatureCollection(const QByteArray &text) {
   QJsonParseError error;
   const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-  if (error.error != QJsonParseError::NoError) {
-    reading.fault = QString("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset);
-    return reading;
-  }
-  const QJsonObject root = document.object();
-  if (root["type"].toString() != "FeatureCollection" || !root["features"].isArray()) {
-    reading.fault = "not a GeoJSON feature collection";
-    return reading;
-  }
+  if (error.error != QJsonParseError::NoError)
+    return {.root = {}, .fault = QString("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset)};
+  QJsonObject root = document.object();
+  if (root["type"].toString() != "FeatureCollection" || !root["features"].isArray())
+    return {.root = {}, .fault = "not a GeoJSON feature collection"};
+  return {.root = std::move(root), .fault = {}};
+}
 
-  const QJsonArray features = root["features"].toArray();
+CatalogueReading ReadGeoJson(const QByteArray &text) {
+  const FeatureCollection collection = ReadFeatureCollection(text);
+  CatalogueReading reading;
+  reading.fault = collection.fault;
+  const QJsonArray features = collection.root["features"].toArray();
   reading.events.reserve(static_cast<std::size_t>(features.size()));
   for (const QJsonValue feature : features) {
     if (std::optional<Event> event = ReadFeature(feature.toObject()))
