@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "catalogue/event.h"
+
+namespace borvane::mirror {
+
+/// An event as a feed gives it.
+struct FeedEvent {
+  Event event;         ///< of a deleted event only the id counts
+  qint64 updated = 0;  ///< when it was last revised, in milliseconds since 1970 UTC; 0 if the form does not say
+  QStringList ids;     ///< all ids under which it is known, its own first
+  bool deleted = false;
+};
+
+/// What came of reading a feed's text.
+struct FeedReading {
+  qint64 generated = 0;  ///< when the text was made, in milliseconds since 1970 UTC; 0 if the form does not say
+  std::vector<FeedEvent> events;  ///< in the order of the text, each own id once
+  int left_out = 0;               ///< what is no event: without a usable id, origin time or epicentre
+  QString fault;                  ///< what is wrong with the text as a whole; empty when it could be read
+};
+
+/// A reading of nothing but a fault.
+FeedReading FaultyReading(const QString &fault);
+
+/// What every reader of a feed does with its reading in the end. Of several events with one id the one that was revised
+/// last stays. Names that are too long for a page are cut. A text of which the most part cannot be read has changed its
+/// form: it is faulty.
+FeedReading FinishReading(FeedReading reading);
+
+}  // namespace borvane::mirror
