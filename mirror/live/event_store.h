@@ -55,23 +55,32 @@ class EventStore final : public QObject {
     StoreThread::Log log;
   };
 
-  /// What a test changes.
-  struct Settings {
-    EventRetention retention = {};
-    std::function<qint64()> clock;                    ///< milliseconds since 1970 UTC
+  /// How often and how long; a test is less patient.
+  struct Timing {
     std::chrono::milliseconds look_interval{1'000};   ///< how often it is looked for another mirror's changes
     std::chrono::milliseconds retry_interval{5'000};  ///< after a failure
     std::chrono::milliseconds patience{30'000};       ///< how long the server may be silent before this mirror leads
+  };
+  struct Settings {
+    EventRetention retention = {};
+    Timing timing = {};
+    std::function<qint64()> clock;  ///< milliseconds since 1970 UTC
   };
 
   /// `sources` are the names under which the records' sources are kept.
   EventStore(const StoreAddress &address, QStringList sources, Settings settings, Callbacks callbacks);
 
-  /// Reads the events since `since`, by their origin times, and from now on what other mirrors write.
-  void Start(qint64 since);
+  /// Reads the events whose origin is at most `span` ago, and from now on those that other mirrors write.
+  void Start(std::chrono::milliseconds span);
 
   /// Writes the records, those of one call in one transaction. `time_of_data` is the time of the feed that gave them.
   void Write(const std::vector<EventRecord> &records, qint64 time_of_data);
+
+  /// Lets events run until the store has been read, or the time is up. Returns whether it was read.
+  bool WaitUntilRead(int milliseconds) const;
+
+  /// Lets events run until all is on the disk, or the time is up. Returns whether it is.
+  bool WaitUntilWritten(int milliseconds) const;
 
   /// Whether the store did what it was asked for last.
   bool Works() const { return works_; }
@@ -84,19 +93,20 @@ class EventStore final : public QObject {
 
   /// What a job has found in the store, passed from the store's thread.
   struct Found {
-    QByteArray identity;  ///< of the store: another one has another
-    qint64 number = 0;    ///< of its last change
+    bool exists = false;
+    QByteArray identity = {};  ///< of the store: another one has another
+    qint64 number = 0;         ///< of its last change, before those of the job
     qint64 time_of_data = 0;
     bool leads = true;
-    std::vector<EventRecord> records;
+    std::vector<EventRecord> records = {};
   };
   struct Batch;
 
-  void Load();
-  void Look();
-  void WriteWhatWaits();
+  void Read();
   void OnRead(bool has_worked, const Found &found);
-  void OnWritten(bool has_worked, const Batch &batch);
+  void WriteWhatWaits();
+  void OnWritten(const Found &found);
+  void OnNotWritten(const Batch &batch);
   void OnOutcome(bool has_worked);
   void Lead(bool leads);
 
@@ -104,14 +114,15 @@ class EventStore final : public QObject {
   const Settings settings_;
   const Callbacks callbacks_;
   const bool is_shared_;  ///< a server's database
-  qint64 since_ = 0;
-  std::optional<QByteArray> identity_;  ///< of the store that was read; nothing before
+  std::chrono::milliseconds span_{0};
+  bool is_read_ = false;                ///< whether the store has been read
+  bool is_reading_ = false;             ///< whether it is being read
+  std::optional<QByteArray> identity_;  ///< of the store that was read; nothing while there is none
   qint64 number_ = 0;                   ///< of the last change that is known
   std::map<Key, EventRecord> waiting_;  ///< to be written
   std::shared_ptr<const Batch> under_way_;
-  bool is_reading_ = false;
   qint64 time_of_data_ = 0;
-  bool has_new_time_ = false;
+  bool has_new_time_ = false;  ///< one that is not written
   bool works_ = true;
   std::optional<bool> leads_;
   int changes_until_check_ = 0;

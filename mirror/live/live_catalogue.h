@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -23,6 +24,7 @@ class LiveCatalogue final : public QObject {
     int days_shown = 7;
     QStringList kinds_listed = {"earthquake"};
     EventRetention retention = {};
+    EventStore::Timing timing = {};
     std::function<qint64()> clock;  ///< milliseconds since 1970 UTC
   };
   struct Callbacks {
@@ -36,13 +38,17 @@ class LiveCatalogue final : public QObject {
 
   LiveCatalogue(Settings settings, Callbacks callbacks);
 
-  /// Begins to read the store. Returns when it has been read or `patience_ms` have passed, with the events so far.
+  /// Begins to read the store, and lets events run until it has been read or the time is up: the first page is to have
+  /// what the store has.
   void Start(int patience_ms);
+
+  /// Lets events run until what was taken up is in the store, or the time is up: before the program ends.
+  bool Finish(int patience_ms) { return store_.WaitUntilWritten(patience_ms); }
 
   /// Takes up a reading of the feed; returns why it is refused, empty when it is not.
   QString Take(const Feed &feed, const FeedReading &reading);
 
-  /// Changes what is shown.
+  /// Changes what is shown. More days than at the start are complete after the next start only.
   void Show(int days, const QStringList &kinds);
 
   /// When the newest text was made that was taken up, in milliseconds since 1970 UTC; 0 for none.
@@ -54,7 +60,9 @@ class LiveCatalogue final : public QObject {
   const EventStore &store() const { return store_; }
 
  private:
+  std::chrono::milliseconds SpanInMemory() const;
   void Publish();
+  void PublishAged();
   void OnStored(std::vector<EventRecord> records, qint64 time_of_data);
 
   Settings settings_;
@@ -62,10 +70,10 @@ class LiveCatalogue final : public QObject {
   LiveEvents events_;
   qint64 time_of_data_ = 0;
   std::size_t events_served_ = 0;
-  bool has_events_ = false;
-  bool is_loaded_ = false;
+  qint64 oldest_served_ = 0;  ///< the origin time of the oldest event that is served
+  bool has_events_ = false;   ///< whether anything was ever taken up
   QTimer aging_timer_;
-  EventStore store_;
+  EventStore store_;  ///< the last member: it calls back while the others are there
 };
 
 }  // namespace borvane::mirror

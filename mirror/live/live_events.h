@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <utility>
@@ -33,8 +34,8 @@ struct MemoryLimits {
 /// The events of all sources as the feeds have given them. It keeps no clock: the caller passes the time, in
 /// milliseconds since 1970 UTC.
 ///
-/// What is known of an event is what the newest revision says and, of two that were revised at the same time, the text
-/// that was made later: the order in which readings come changes nothing.
+/// What is known of an event is what its newest revision says; of two that were revised at the same time, what the
+/// later text says. A text that comes late, as from a cache, undoes nothing that a later one has done.
 class LiveEvents {
  public:
   explicit LiveEvents(std::vector<Source> sources, const MemoryLimits &limits = {});
@@ -63,16 +64,19 @@ class LiveEvents {
   struct Known {
     std::map<QString, EventRecord> records;
     QMultiHash<QString, QString> by_other_id;  ///< the preferred ids of the records that have that other id
-    qint64 few_since = 0;                      ///< since when a feed has lost most of its events; 0 when none has
+    /// Since when a feed of that span, in milliseconds, has lost most of its events.
+    std::map<qint64, qint64> few_since;
   };
   struct Taking;
 
-  QString FaultOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
-  QString LossOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
+  static QString FaultOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
+  static QString LossOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
+  static std::vector<EventRecord *> Matches(const Taking &taking, const FeedEvent &given, const QStringList &other_ids);
   void TakeEvent(Taking &taking, const FeedEvent &given);
-  void TakeBackAbsentEvents(Taking &taking, const FeedSpan &span);
-  void Put(Known &known, EventRecord record);
-  void Prune(Known &known, qint64 now);
+  static void TakeBackAbsentEvents(Taking &taking, const FeedSpan &span);
+  static void Put(Known &known, EventRecord record);
+  void Prune(qint64 now);
+  static void EraseIf(Known &known, const std::function<bool(const EventRecord &)> &is_out);
   QString Shared(const QString &text);
 
   const std::vector<Source> sources_;
