@@ -30,9 +30,7 @@ constexpr std::chrono::seconds shortest_period = 30s;
 constexpr std::chrono::seconds longest_period = 24h * 7;
 constexpr std::chrono::seconds longest_span = 24h * 366;
 
-QString TextOf(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString TextOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// "90s", "5min", "1h" or "7d"; nothing for anything else.
 std::optional<std::chrono::seconds> DurationOf(const QString &text) {
@@ -86,8 +84,8 @@ class ConfigurationReader {
   std::optional<QString> ReadText(const QString &name, const toml::node &node) {
     if (const toml::value<std::string> *value = node.as_string()) {
       const QString text = TextOf(value->get());
-      const bool has_controls = std::any_of(text.begin(), text.end(),
-                                            [](QChar c) { return c.category() == QChar::Other_Control; });
+      const bool has_controls =
+          std::any_of(text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
       if (!text.isEmpty() && text.size() <= longest_value && !has_controls)
         return text;
       Fault(node.source(), name + (text.isEmpty() ? ": needs a value" : ": is too long or has a control character"));
@@ -285,8 +283,10 @@ class ConfigurationReader {
     if (duration && *duration >= 1s && *duration <= most)
       return *duration;
     if (text)
-      Fault(node.source(), name + QString(": must be a time such as \"90s\", \"5min\", \"1h\" or \"7d\", at most %1 days")
-                                      .arg(most / 24h));
+      Fault(
+          node.source(),
+          name +
+              QString(": must be a time such as \"90s\", \"5min\", \"1h\" or \"7d\", at most %1 days").arg(most / 24h));
     return most;
   }
 

@@ -16,6 +16,12 @@ namespace borvane::mirror {
 
 namespace {
 
+/// How long the start waits for the events of the store: a page that comes later than this looks late.
+constexpr int store_patience_ms = 200;
+
+/// How long the end waits for the store.
+constexpr int end_patience_ms = 2'000;
+
 QString AddressText(const QHostAddress &address, quint16 port) {
   const bool is_ipv6 = address.protocol() == QAbstractSocket::IPv6Protocol;
   return QString(is_ipv6 ? "[%1]:%2" : "%1:%2").arg(address.toString()).arg(port);
@@ -57,6 +63,13 @@ Mirror::Mirror(Options options, QStringList arguments)
   log_.SetLeast(options_.log_level);
 }
 
+Mirror::~Mirror() {
+  if (!live_)
+    return;
+  poller_->Stop();
+  live_->Finish(end_patience_ms);
+}
+
 std::optional<int> Mirror::Start() {
   if (const std::optional<int> status = Listen())
     return status;
@@ -82,6 +95,10 @@ void Mirror::Reread() {
   for (const QString &name : ChangedForTheNextStart(begun_with_, setup.options))
     log_(LogLevel::Warning, "the changed \"" + name + "\" takes effect at the next start");
   options_.boxes = setup.options.boxes;
+  options_.live.days_shown = setup.options.live.days_shown;
+  options_.live.kinds = setup.options.live.kinds;
+  if (live_)
+    live_->Show(options_.live.days_shown, options_.live.kinds);
   facts_.areas = AreasWith(options_.boxes);
   Publish(catalogue_, facts_);
   log_(LogLevel::Info, "the configuration has been read again");
@@ -97,6 +114,8 @@ void Mirror::ReadCatalogue() {
   facts.origin = "the bundled sample catalogue";
   facts.is_sample = true;
   Publish(std::make_shared<Catalogue>(SampleEvents()), facts);
+  if (options_.IsLive())
+    StartLive();
 }
 
 void Mirror::ReadFile() {
@@ -115,6 +134,29 @@ void Mirror::ReadFile() {
   file_->Start();
 }
 
+void Mirror::StartLive() {
+  const LiveOptions &live = options_.live;
+  const Log::Write log = log_.At(LogLevel::Warning);
+  live_ = std::make_unique<LiveCatalogue>(
+      LiveCatalogue::Settings{.store = options_.store,
+                              .sources = live.sources,
+                              .feeds = live.feeds,
+                              .days_shown = live.days_shown,
+                              .kinds_listed = live.kinds,
+                              .retention = {.days = live.days_kept},
+                              .clock = QDateTime::currentMSecsSinceEpoch},
+      LiveCatalogue::Callbacks{
+          .changed = [this](std::shared_ptr<const Catalogue> catalogue) { ShowLive(std::move(catalogue)); },
+          .may_poll = [this](bool may_poll) { may_poll ? poller_->Start() : poller_->Stop(); },
+          .log = log});
+  FeedPoller::Surroundings surroundings;
+  surroundings.authorities = live.authorities;
+  poller_ = std::make_unique<FeedPoller>(
+      live.feeds, [this](const Feed &feed, const FeedReading &reading) { return TakeReading(feed, reading); }, log,
+      std::move(surroundings));
+  live_->Start(store_patience_ms);
+}
+
 /// The events and the facts about them from now on.
 void Mirror::Publish(std::shared_ptr<const Catalogue> catalogue, PageFacts facts) {
   catalogue_ = std::move(catalogue);
@@ -122,12 +164,43 @@ void Mirror::Publish(std::shared_ptr<const Catalogue> catalogue, PageFacts facts
   site_.SetCatalogue(catalogue_, facts_);
 }
 
+void Mirror::ShowLive(std::shared_ptr<const Catalogue> catalogue) {
+  PageFacts facts = {.areas = facts_.areas};
+  QStringList names;
+  for (const Source &source : options_.live.sources) {
+    facts.sources.push_back({source.name, source.credit});
+    names.append(source.name);
+  }
+  const int days = options_.live.days_shown;
+  facts.origin =
+      (days == 1 ? QString("the last day") : QString("the last %1 days").arg(days)) + " of " + names.join(", ");
+  if (const qint64 time = live_->TimeOfData(); time != 0)
+    facts.data_time = time;
+  Publish(std::move(catalogue), std::move(facts));
+}
+
+QString Mirror::TakeReading(const Feed &feed, const FeedReading &reading) {
+  const QString fault = live_->Take(feed, reading);
+  // What a feed confirms is newer data, though no event has changed.
+  if (!facts_.is_sample && facts_.data_time != live_->TimeOfData())
+    ShowLive(catalogue_);
+  return fault;
+}
+
 Status Mirror::Look() const {
-  return {.now = QDateTime::currentMSecsSinceEpoch(),
-          .traffic = server_.traffic(),
-          .connections = server_.Connections(),
-          .events = catalogue_->events().size(),
-          .service_store_works = service_.StoreWorks()};
+  Status status = {.now = QDateTime::currentMSecsSinceEpoch(),
+                   .traffic = server_.traffic(),
+                   .connections = server_.Connections(),
+                   .events = catalogue_->events().size(),
+                   .is_live = live_ != nullptr,
+                   .service_store_works = service_.StoreWorks()};
+  if (live_) {
+    status.data_time = live_->TimeOfData();
+    status.feeds = poller_->States();
+    status.event_store_works = live_->store().Works();
+    status.unwritten_events = live_->store().Unwritten();
+  }
+  return status;
 }
 
 std::optional<int> Mirror::Listen() {

@@ -11,7 +11,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr double miles_per_kilometre = 0.621371;
+constexpr double miles_a_kilometre = 0.621371;
 
 // The monitor takes latitude, longitude and depth from the tenth character after the first "Latitude:", "Longitude:"
 // and "Depth:" of the page up to the next "<".
@@ -59,7 +59,7 @@ QString TitleOf(const Event &event) {
 QByteArray DepthSentence(const Event &event) {
   if (!event.depth)
     return "not known";
-  return DepthText(event.depth) + " km (" + DepthText(*event.depth * miles_per_kilometre) + " mi)";
+  return DepthText(event.depth) + " km (" + DepthText(*event.depth * miles_a_kilometre) + " mi)";
 }
 
 QByteArray Figures(const Event &event) {

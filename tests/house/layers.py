@@ -29,7 +29,7 @@ ALLOWED = {
     "mirror/store": set(),
     "mirror/service": {"http", "store", "common"},
     "mirror/monitoring": {"http", "feeds"},
-    "mirror": {"http", "catalogue", "feeds", "monitoring", "pages", "store", "service", "common"},
+    "mirror": {"http", "catalogue", "feeds", "live", "monitoring", "pages", "store", "service", "common"},
 }
 
 # Only these may use Qt, libcurl and the operating system; everything else is standard C++.
