@@ -5,13 +5,20 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QStringDecoder>
 #include <QUrl>
 #include <algorithm>
 #include <utility>
 
-#include <toml++/toml.h>
-
 #include "command_line.h"
+
+// The parser asserts or, in a release, lets the compiler assume what a malformed text makes untrue, and reports the
+// fault a few lines further on. It must get that far in every build.
+#pragma push_macro("NDEBUG")
+#undef NDEBUG
+#define TOML_ASSERT(expression) static_cast<void>(0)
+#include <toml++/toml.h>
+#pragma pop_macro("NDEBUG")
 
 namespace borvane::mirror {
 
@@ -30,7 +37,35 @@ constexpr std::chrono::seconds shortest_period = 30s;
 constexpr std::chrono::seconds longest_period = 24h * 7;
 constexpr std::chrono::seconds longest_span = 24h * 366;
 
-QString TextOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+/// The text as the parser is given it. Version 3.3 of toml++ has no defined outcome for most characters beyond ASCII
+/// where a blank may be, so each of them, and "~", becomes "~e9;". Where TOML has no place for the character, it has
+/// none for this.
+QByteArray AsciiOf(const QString &text) {
+  QByteArray ascii;
+  ascii.reserve(text.size());
+  for (const QChar character : text) {
+    if (character.unicode() < 0x80 && character != '~')
+      ascii += character.toLatin1();
+    else
+      ascii.append('~').append(QByteArray::number(character.unicode(), 16)).append(';');
+  }
+  return ascii;
+}
+
+/// What the parser gives back, as it was.
+QString TextOf(std::string_view parsed) {
+  static const QRegularExpression escape("~([0-9a-f]{1,4});");
+  const QString text = QString::fromUtf8(parsed.data(), static_cast<qsizetype>(parsed.size()));
+  QString original;
+  qsizetype end = 0;
+  for (QRegularExpressionMatchIterator matches = escape.globalMatch(text); matches.hasNext();) {
+    const QRegularExpressionMatch match = matches.next();
+    original += QStringView(text).sliced(end, match.capturedStart() - end);
+    original += QChar(match.captured(1).toUShort(nullptr, 16));
+    end = match.capturedEnd();
+  }
+  return original + text.sliced(end);
+}
 
 /// "90s", "5min", "1h" or "7d"; nothing for anything else.
 std::optional<std::chrono::seconds> DurationOf(const QString &text) {
@@ -361,8 +396,16 @@ Configuration ReadConfiguration(const QByteArray &text, const QString &file, Opt
   const auto add_fault = [&](unsigned line, const QString &what) {
     configuration.faults.append(QString("%1:%2: ").arg(file).arg(line) + what);
   };
+  QStringDecoder decoder("UTF-8");
+  const QString decoded = decoder.decode(text);
+  if (decoder.hasError()) {
+    configuration.options = std::move(options);
+    add_fault(1, "the file is not in UTF-8");
+    return configuration;
+  }
+  const QByteArray ascii = AsciiOf(decoded);
   try {
-    const toml::table root = toml::parse(std::string_view(text.constData(), static_cast<std::size_t>(text.size())));
+    const toml::table root = toml::parse(std::string_view(ascii.constData(), static_cast<std::size_t>(ascii.size())));
     ConfigurationReader reader(file, options);
     reader.ReadAll(root);
     configuration.options = reader.TakeOptions();

@@ -161,11 +161,26 @@ TEST(Configuration, SaysWhereTheTextIsNoToml) {
                                                                           {"a = 1\nb = 2\na = 3\n", 3},
                                                                           {"\n[live\n", 2},
                                                                           {"a = \"\xff\"", 1},
+                                                                          {"\na = 1 \xc3\xa9", 2},
+                                                                          {"\n\xc3\xa9 = 1", 2},
+                                                                          {"a = ~", 1},
+                                                                          {"[[\x02 source]]", 1},
                                                                           {"store = \"a\nb\"", 1}}) {
     const QStringList faults = Read(text).faults;
     ASSERT_EQ(faults.size(), 1) << text.constData();
     EXPECT_TRUE(faults[0].startsWith(QString("/etc/mirror.toml:%1: ").arg(line))) << faults[0].toStdString();
   }
+}
+
+TEST(Configuration, KeepsEveryCharacterOfATextInQuotes) {
+  const QString name = QString::fromUtf8("Ōita ~e9; \u2028é \U0001F30B");
+  const QByteArray source = "[[source]]\nname = \"" + name.toUtf8() +
+                            "\"\ncredit = '~ \\u00e9'\n[[source.feed]]\nurl = \"https://a.example/~x\"  # é\n";
+  const Configuration configuration = Read("\xef\xbb\xbf" + source);
+  EXPECT_EQ(configuration.faults, QStringList());
+  EXPECT_EQ(configuration.options.live.sources.at(0).name, name);
+  EXPECT_EQ(configuration.options.live.sources.at(0).credit, "~ \\u00e9");
+  EXPECT_EQ(configuration.options.live.feeds.at(0).url, "https://a.example/~x");
 }
 
 TEST(Configuration, RefusesWhatItCannotUse) {
