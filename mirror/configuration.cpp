@@ -69,7 +69,7 @@ QString TextOf(std::string_view parsed) {
 
 /// "90s", "5min", "1h" or "7d"; nothing for anything else.
 std::optional<std::chrono::seconds> DurationOf(const QString &text) {
-  static const QRegularExpression form("\\A([0-9]{1,7})(s|min|h|d)\\z");
+  static const QRegularExpression form(R"(\A([0-9]{1,7})(s|min|h|d)\z)");
   const QRegularExpressionMatch match = form.match(text);
   if (!match.hasMatch())
     return std::nullopt;
@@ -308,7 +308,7 @@ class ConfigurationReader {
   FeedForm ReadForm(const QString &name, const toml::node &node) {
     const std::optional<QString> text = ReadText(name, node);
     if (text && *text != "summary" && *text != "event-text")
-      Fault(node.source(), name + ": must be \"summary\" or \"event-text\"");
+      Fault(node.source(), name + R"(: must be "summary" or "event-text")");
     return text == "event-text" ? FeedForm::EventText : FeedForm::Summary;
   }
 
@@ -318,10 +318,8 @@ class ConfigurationReader {
     if (duration && *duration >= 1s && *duration <= most)
       return *duration;
     if (text)
-      Fault(
-          node.source(),
-          name +
-              QString(": must be a time such as \"90s\", \"5min\", \"1h\" or \"7d\", at most %1 days").arg(most / 24h));
+      Fault(node.source(),
+            name + QString(R"(: must be a time such as "90s", "5min", "1h" or "7d", at most %1 days)").arg(most / 24h));
     return most;
   }
 
@@ -383,10 +381,10 @@ std::pair<QByteArray, QString> TextOfFile(const QString &name) {
   const bool is_open = file.open(QIODevice::ReadOnly);
   if (file.size() > largest_configuration)
     return {{}, QString("larger than %1 bytes").arg(largest_configuration)};
-  QByteArray text = is_open ? file.readAll() : QByteArray();
+  const QByteArray text = is_open ? file.readAll() : QByteArray();
   if (!is_open || file.error() != QFileDevice::NoError)
     return {{}, file.errorString()};
-  return {std::move(text), {}};
+  return {text, {}};
 }
 
 }  // namespace

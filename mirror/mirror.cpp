@@ -180,7 +180,7 @@ void Mirror::ShowLive(std::shared_ptr<const Catalogue> catalogue) {
 }
 
 QString Mirror::TakeReading(const Feed &feed, const FeedReading &reading) {
-  const QString fault = live_->Take(feed, reading);
+  QString fault = live_->Take(feed, reading);
   // What a feed confirms is newer data, though no event has changed.
   if (!facts_.is_sample && facts_.data_time != live_->TimeOfData())
     ShowLive(catalogue_);

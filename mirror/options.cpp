@@ -49,7 +49,7 @@ QString ReadStore(const QString &text, Options &options) {
 
 /// Reads a version into the options; returns what is wrong with it.
 QString ReadNewestVersion(const QString &text, Options &options) {
-  static const QRegularExpression form("\\A[0-9]{1,5}\\.[0-9]{1,5}\\.[0-9]{1,5}\\z");
+  static const QRegularExpression form(R"(\A[0-9]{1,5}\.[0-9]{1,5}\.[0-9]{1,5}\z)");
   if (!form.match(text).hasMatch())
     return '"' + text + "\" is not a version, such as 2.3.5";
   options.newest_version = text;
@@ -58,7 +58,7 @@ QString ReadNewestVersion(const QString &text, Options &options) {
 
 /// Adds the name of a host to the options; returns what is wrong with it.
 QString ReadHost(const QString &text, Options &options) {
-  static const QRegularExpression form("\\A[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?\\z");
+  static const QRegularExpression form(R"(\A[A-Za-z0-9]([A-Za-z0-9.-]*[A-Za-z0-9])?\z)");
   if (!form.match(text).hasMatch())
     return '"' + text + "\" is not a valid host name";
   options.hosts.append(text.toLower());
