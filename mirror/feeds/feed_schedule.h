@@ -29,8 +29,9 @@ class FeedSchedule {
   /// It was answered well, with news or without. `lifetime` is how long the server says that nothing newer comes.
   void Succeeded(Milliseconds now, std::optional<std::chrono::seconds> lifetime);
 
-  /// It was not. Each failure after another of its sort makes the pause twice as long, up to a bound, and `random`,
-  /// from 0 to below 1, makes it longer by up to half, so that many mirrors do not come back at the same moment.
+  /// It was not. Each failure after another, of whatever sort, makes the pause twice as long; the sort says with how
+  /// long a pause it begins and what its bound is. `random`, from 0 to below 1, makes it longer by up to half, so that
+  /// many mirrors do not come back at the same moment.
   /// `retry_after` is how long the server wants to be left alone.
   void Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after, double random);
 
@@ -42,8 +43,7 @@ class FeedSchedule {
   Milliseconds asked_;
   Milliseconds due_;         ///< when the next request is, as far as this mirror is concerned
   Milliseconds left_alone_;  ///< until when the server wants to be
-  std::optional<Failure> last_failure_;
-  Milliseconds last_pause_{0};  ///< after it, before it was made longer by chance
+  int failures_ = 0;         ///< since it was answered well
 };
 
 /// A moment on both of the computer's clocks. Only that of the day goes on while the computer sleeps.

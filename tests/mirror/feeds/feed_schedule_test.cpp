@@ -64,14 +64,25 @@ TEST(FeedSchedule, MakesAPauseLongerByChanceByUpToHalf) {
   EXPECT_LT(longest, 90min);
 }
 
-TEST(FeedSchedule, BeginsWithAShortPauseAgainAfterSuccessAndAfterAFailureOfAnotherSort) {
+TEST(FeedSchedule, PausesForLongerWhenTheFailuresAreOfBothSorts) {
+  FeedSchedule schedule(60s, start);
+  std::vector<Milliseconds> pauses;
+  for (int i = 0; i < 10; ++i) {
+    schedule.Failed(start, i % 2 == 0 ? Failure::BadAnswer : Failure::NoAnswer, {}, 0);
+    pauses.push_back(schedule.Wait(start));
+  }
+  EXPECT_EQ(pauses, (std::vector<Milliseconds>{1min, 20s, 4min, 80s, 16min, 300s, 60min, 300s, 60min, 300s}));
+}
+
+TEST(FeedSchedule, PausesForNoLongerThanTheBoundAfterAnyNumberOfFailures) {
+  EXPECT_EQ(PausesAfter(1000, Failure::NoAnswer, 0).back(), 5min);
+  EXPECT_EQ(PausesAfter(1000, Failure::BadAnswer, 0).back(), 60min);
+}
+
+TEST(FeedSchedule, BeginsWithAShortPauseAgainAfterSuccess) {
   FeedSchedule schedule(60s, start);
   for (int i = 0; i < 5; ++i)
-    schedule.Failed(start, Failure::NoAnswer, {}, 0);
-  schedule.Failed(start, Failure::BadAnswer, {}, 0);
-  EXPECT_EQ(schedule.Wait(start), 1min);
-  schedule.Failed(start, Failure::BadAnswer, {}, 0);
-  EXPECT_EQ(schedule.Wait(start), 2min);
+    schedule.Failed(start, Failure::BadAnswer, {}, 0);
   schedule.Asked(start);
   schedule.Succeeded(start, {});
   EXPECT_EQ(schedule.Wait(start), 60s);
