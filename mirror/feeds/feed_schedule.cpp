@@ -58,15 +58,13 @@ void FeedSchedule::Failed(Milliseconds now, Failure failure, std::optional<std::
   left_alone_ = now + retry_after.value_or(0s);
 }
 
-void FeedSchedule::WokeUp(Milliseconds now, Milliseconds slept) {
+void FeedSchedule::WokeUp(Milliseconds now) {
   due_ = now;
-  left_alone_ -= slept;
   failures_ = 0;
 }
 
-std::chrono::milliseconds SleptBetween(const ClockPair &before, const ClockPair &after) {
-  const milliseconds ahead = (after.of_day - before.of_day) - (after.steady - before.steady);
-  return ahead < least_sleep ? 0ms : ahead;
+bool HasSleptBetween(const Clocks &before, const Clocks &after) {
+  return (after.elapsed - before.elapsed) - (after.awake - before.awake) >= least_sleep;
 }
 
 }  // namespace borvane::mirror

@@ -5,8 +5,8 @@
 
 namespace borvane::mirror {
 
-/// When a feed is asked for next. It keeps no clock and draws no random numbers: the caller passes both. `now` is the
-/// computer's steady clock, which is never set, and does not go on while the computer sleeps.
+/// When a feed is asked for next. It keeps no clock and draws no random numbers: the caller passes both. `now` is on a
+/// clock that is never set and goes on while the computer sleeps.
 class FeedSchedule {
  public:
   using Milliseconds = std::chrono::milliseconds;
@@ -35,8 +35,8 @@ class FeedSchedule {
   /// `retry_after` is how long the server wants to be left alone.
   void Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after, double random);
 
-  /// The computer has slept that long. A request is due at once, unless the server wants to be left alone for longer.
-  void WokeUp(Milliseconds now, Milliseconds slept);
+  /// The computer has slept. A request is due at once, unless the server wants to be left alone for longer.
+  void WokeUp(Milliseconds now);
 
  private:
   Milliseconds period_;
@@ -46,14 +46,14 @@ class FeedSchedule {
   int failures_ = 0;         ///< since it was answered well
 };
 
-/// A moment on both of the computer's clocks. Only that of the day goes on while the computer sleeps.
-struct ClockPair {
-  std::chrono::milliseconds steady{0};
-  std::chrono::milliseconds of_day{0};
+/// A moment on the computer's clocks.
+struct Clocks {
+  std::chrono::milliseconds elapsed{0};  ///< never set, and goes on while the computer sleeps
+  std::chrono::milliseconds awake{0};    ///< never set, and does not go on while the computer sleeps
+  std::chrono::milliseconds of_day{0};   ///< since 1970 UTC, as somebody has set it
 };
 
-/// How long the computer has slept between two moments; zero when it has not. A clock of the day that is set forward
-/// looks the same, which does no harm. Less than ten seconds are none: clocks are adjusted all the time.
-std::chrono::milliseconds SleptBetween(const ClockPair &before, const ClockPair &after);
+/// Whether the computer has slept between two moments. Less than ten seconds are no sleep: a connection outlasts them.
+bool HasSleptBetween(const Clocks &before, const Clocks &after);
 
 }  // namespace borvane::mirror
