@@ -136,7 +136,7 @@ void FeedPoller::Start() {
   ++run_;
   seen_ = surroundings_.clocks();
   for (const std::unique_ptr<Polled> &polled : feeds_) {
-    polled->schedule = FeedSchedule(polled->feed.period, seen_.elapsed);
+    polled->schedule.BeginAgain(seen_.elapsed);
     // What was taken up in an earlier run may have been changed by another mirror.
     polled->etag.clear();
     polled->last_modified.clear();
@@ -192,7 +192,7 @@ void FeedPoller::NoticeSleep(const Clocks &now) {
   for (const std::unique_ptr<Polled> &polled : feeds_) {
     if (polled->fetch)
       fetcher_.Cancel(*std::exchange(polled->fetch, std::nullopt));
-    polled->schedule.WokeUp(now.elapsed);
+    polled->schedule.BeginAgain(now.elapsed);
   }
 }
 
@@ -281,11 +281,20 @@ void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
 
 void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &fault) {
   using Failure = FeedSchedule::Failure;
-  polled.schedule.Failed(surroundings_.clocks().elapsed, answer.status == 0 ? Failure::NoAnswer : Failure::BadAnswer,
-                         answer.retry_after, surroundings_.random());
+  const milliseconds now = surroundings_.clocks().elapsed;
+  polled.schedule.Failed(now, answer.status == 0 ? Failure::NoAnswer : Failure::BadAnswer, surroundings_.random());
+  if (answer.retry_after)
+    LeaveAlone(polled.host, now + *answer.retry_after);
   ++polled.state.failures;
   if (std::exchange(polled.state.fault, LogText(fault)).isEmpty())
     log_(QString("the feed %1 cannot be used: %2").arg(polled.feed.url, polled.state.fault));
+}
+
+/// The host wants no request until then, for none of its feeds.
+void FeedPoller::LeaveAlone(const std::string &host, milliseconds until) {
+  for (const std::unique_ptr<Polled> &polled : feeds_)
+    if (polled->host == host)
+      polled->schedule.LeaveAloneUntil(until);
 }
 
 }  // namespace borvane::mirror

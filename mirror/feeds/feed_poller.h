@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "feeds/feed.h"
@@ -74,6 +75,7 @@ class FeedPoller final : public QObject {
   void OnRead(Polled &polled, Read read);
   void Succeed(Polled &polled, const FeedAnswer &answer);
   void Fail(Polled &polled, const FeedAnswer &answer, const QString &fault);
+  void LeaveAlone(const std::string &host, std::chrono::milliseconds until);
 
   const Take take_;
   const Log log_;

@@ -45,20 +45,19 @@ void FeedSchedule::Asked(Milliseconds now) {
 
 void FeedSchedule::Succeeded(Milliseconds now, std::optional<std::chrono::seconds> lifetime) {
   due_ = std::max(asked_ + period_, now + lifetime.value_or(0s));
-  left_alone_ = now;
   failures_ = 0;
 }
 
-void FeedSchedule::Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after,
-                          double random) {
+void FeedSchedule::Failed(Milliseconds now, Failure failure, double random) {
   const Pauses pauses = PausesAfter(failure);
   failures_ = std::min(failures_ + 1, most_doublings + 1);
   const Milliseconds pause = std::min(pauses.first * (1 << (failures_ - 1)), pauses.longest);
   due_ = now + pause + std::chrono::duration_cast<Milliseconds>(pause * (random / 2));
-  left_alone_ = now + retry_after.value_or(0s);
 }
 
-void FeedSchedule::WokeUp(Milliseconds now) {
+void FeedSchedule::LeaveAloneUntil(Milliseconds moment) { left_alone_ = std::max(left_alone_, moment); }
+
+void FeedSchedule::BeginAgain(Milliseconds now) {
   due_ = now;
   failures_ = 0;
 }

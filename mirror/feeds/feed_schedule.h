@@ -32,11 +32,14 @@ class FeedSchedule {
   /// It was not. Each failure after another, of whatever sort, makes the pause twice as long; the sort says with how
   /// long a pause it begins and what its bound is. `random`, from 0 to below 1, makes it longer by up to half, so that
   /// many mirrors do not come back at the same moment.
-  /// `retry_after` is how long the server wants to be left alone.
-  void Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after, double random);
+  void Failed(Milliseconds now, Failure failure, double random);
 
-  /// The computer has slept. A request is due at once, unless the server wants to be left alone for longer.
-  void WokeUp(Milliseconds now);
+  /// The server has asked for this, of whichever of its feeds.
+  void LeaveAloneUntil(Milliseconds moment);
+
+  /// The computer has slept, or the mirror did not ask for a while. As at first, a request is due at `now`, unless the
+  /// server wants to be left alone for longer.
+  void BeginAgain(Milliseconds now);
 
  private:
   Milliseconds period_;

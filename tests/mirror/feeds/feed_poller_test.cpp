@@ -215,6 +215,24 @@ TEST(FeedPoller, PausesAfterFailuresAsTheScheduleSays) {
   EXPECT_TRUE(RunUntil([&] { return other.poller.States()[0].failures == 2; }));
 }
 
+TEST(FeedPoller, LeavesAHostAloneWithAllOfItsFeeds) {
+  FeedServer server(Sends(HttpAnswer("429 Slower", "", {"Retry-After: 600"})));
+  const FeedServer other(Sends(HttpAnswer("200 OK", SummaryOf({}))));
+  PollerRig rig({FeedAt(server.Url("/hour")), FeedAt(server.Url("/week")), FeedAt(other.Url())});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasLogged(1));
+  rig.Pass(599s);
+  ExpectNoMoreThan(server, 1);
+  EXPECT_TRUE(HasBeenAsked(other, 2)) << "another host";
+
+  rig.poller.Stop();
+  rig.poller.Start();
+  ExpectNoMoreThan(server, 1);
+  server.SetAnswer(Sends(HttpAnswer("200 OK", SummaryOf({}))));
+  rig.Pass(1s);
+  EXPECT_TRUE(HasBeenAsked(server, 3));
+}
+
 TEST(FeedPoller, RefusesATextThatCannotBeRead) {
   const FeedServer server(Sends(HttpAnswer("200 OK", "<html>busy</html>")));
   PollerRig rig({FeedAt(server.Url())});
