@@ -168,7 +168,7 @@ void FeedPoller::Look() {
   const Clocks now = surroundings_.clocks();
   NoticeSleep(now);
   milliseconds wait = surroundings_.look_interval;
-  for (const std::unique_ptr<Polled> &polled : feeds_) {
+  for (Polled *polled : ByDue()) {
     if (polled->fetch || polled->is_read || IsHostBusy(*polled))
       continue;
     const milliseconds left = polled->schedule.Wait(now.elapsed);
@@ -178,6 +178,16 @@ void FeedPoller::Look() {
       wait = std::min(wait, left);
   }
   timer_.start(wait);
+}
+
+/// The feeds, that first which has been due longest: a host answers one at a time, and none may come too short.
+std::vector<FeedPoller::Polled *> FeedPoller::ByDue() const {
+  std::vector<Polled *> feeds;
+  for (const std::unique_ptr<Polled> &polled : feeds_)
+    feeds.push_back(polled.get());
+  std::stable_sort(feeds.begin(), feeds.end(),
+                   [](const Polled *a, const Polled *b) { return a->schedule.Due() < b->schedule.Due(); });
+  return feeds;
 }
 
 void FeedPoller::LookSoon() {

@@ -66,6 +66,7 @@ class FeedPoller final : public QObject {
   struct Read;
 
   void Look();
+  std::vector<Polled *> ByDue() const;
   void LookSoon();
   void NoticeSleep(const Clocks &now);
   bool IsHostBusy(const Polled &polled) const;

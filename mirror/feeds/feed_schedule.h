@@ -20,7 +20,10 @@ class FeedSchedule {
   /// The first request is due at `now`.
   FeedSchedule(std::chrono::seconds period, Milliseconds now);
 
-  /// How long until the next request is due; zero when it is.
+  /// When the next request is due as far as this mirror is concerned; the server may want to be left alone for longer.
+  Milliseconds Due() const { return due_; }
+
+  /// How long until it may be sent; zero when it may.
   Milliseconds Wait(Milliseconds now) const;
 
   /// A request is sent. The next one is due a period later, unless one of the following says otherwise.
@@ -44,7 +47,7 @@ class FeedSchedule {
  private:
   Milliseconds period_;
   Milliseconds asked_;
-  Milliseconds due_;         ///< when the next request is, as far as this mirror is concerned
+  Milliseconds due_;
   Milliseconds left_alone_;  ///< until when the server wants to be
   int failures_ = 0;         ///< since it was answered well
 };

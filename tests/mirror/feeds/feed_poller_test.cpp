@@ -116,6 +116,27 @@ TEST(FeedPoller, AsksAHostForOneFeedAtATime) {
   EXPECT_TRUE(HasBeenAsked(server, 2));
 }
 
+TEST(FeedPoller, AsksFirstForTheFeedThatHasBeenDueLongest) {
+  QList<QPointer<QTcpSocket>> held;
+  const FeedServer server([&](QTcpSocket &connection) { held += &connection; });
+  const QByteArray answer = HttpAnswer("200 OK", SummaryOf({}), {"ETag: \"1\""});
+  PollerRig rig({FeedAt(server.Url("/1")), FeedAt(server.Url("/2"))});
+  rig.poller.Start();
+  for (qsizetype feed = 0; feed < 2; ++feed) {
+    ASSERT_TRUE(HasBeenAsked(server, feed + 1));
+    Sends(answer)(*held[feed]);
+    ASSERT_TRUE(rig.HasTaken(feed + 1));
+  }
+  // The first feed's answer takes so long that the feed is due again when it comes.
+  rig.Pass(60s);
+  ASSERT_TRUE(HasBeenAsked(server, 3));
+  rig.Pass(60s);
+  Sends(HttpAnswer("304 Not Modified", ""))(*held[2]);
+  ASSERT_TRUE(HasBeenAsked(server, 4));
+  EXPECT_TRUE(server.Requests()[2].startsWith("GET /1 ")) << server.Requests()[2].toStdString();
+  EXPECT_TRUE(server.Requests()[3].startsWith("GET /2 ")) << server.Requests()[3].toStdString();
+}
+
 TEST(FeedPoller, AsksOtherHostsWhileOneIsSilent) {
   const FeedServer silent([](QTcpSocket &) {});
   const FeedServer other(Sends(HttpAnswer("200 OK", SummaryOf({"a"}))));
