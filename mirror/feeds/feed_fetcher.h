@@ -21,7 +21,7 @@ namespace borvane::mirror {
 
 /// The limits of a fetch. One that exceeds them ends with a fault.
 struct FeedLimits {
-  std::chrono::milliseconds time{120'000};           ///< in all, redirects included
+  std::chrono::milliseconds time{300'000};           ///< in all, redirects included
   std::chrono::seconds slow_time{30};                ///< how long an answer may be slower than `slow_bytes`
   long slow_bytes = 200;                             ///< a second
   std::size_t head = std::size_t{64} << 10U;         ///< bytes of all heads

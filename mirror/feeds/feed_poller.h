@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "feeds/feed.h"
@@ -38,7 +39,7 @@ class FeedPoller final : public QObject {
   struct Surroundings {
     FeedLimits limits = {};
     QString authorities = {};                        ///< see FeedFetcher
-    std::function<ClockPair()> clocks = {};          ///< the computer's where it is empty
+    std::function<Clocks()> clocks = {};             ///< the computer's where it is empty
     std::function<double()> random = {};             ///< from 0 to below 1; the computer's where it is empty
     std::chrono::milliseconds look_interval{5'000};  ///< the longest time until it notices that the computer has slept
   };
@@ -65,8 +66,9 @@ class FeedPoller final : public QObject {
   struct Read;
 
   void Look();
+  std::vector<Polled *> ByDue() const;
   void LookSoon();
-  void NoticeSleep(const ClockPair &now);
+  void NoticeSleep(const Clocks &now);
   bool IsHostBusy(const Polled &polled) const;
   void Ask(Polled &polled);
   void OnAnswer(Polled &polled, FeedAnswer answer);
@@ -74,6 +76,7 @@ class FeedPoller final : public QObject {
   void OnRead(Polled &polled, Read read);
   void Succeed(Polled &polled, const FeedAnswer &answer);
   void Fail(Polled &polled, const FeedAnswer &answer, const QString &fault);
+  void LeaveAlone(const std::string &host, std::chrono::milliseconds until);
 
   const Take take_;
   const Log log_;
@@ -81,7 +84,7 @@ class FeedPoller final : public QObject {
   std::vector<std::unique_ptr<Polled>> feeds_;
   FeedFetcher fetcher_;
   QTimer timer_;
-  ClockPair seen_;  ///< at the last look
+  Clocks seen_;  ///< at the last look
   bool is_running_ = false;
   quint64 run_ = 0;  ///< counts starts and stops, so that a late reading is known for one of an earlier run
   QThreadPool reader_;

@@ -5,8 +5,8 @@
 
 namespace borvane::mirror {
 
-/// When a feed is asked for next. It keeps no clock and draws no random numbers: the caller passes both. `now` is the
-/// computer's steady clock, which is never set, and does not go on while the computer sleeps.
+/// When a feed is asked for next. It keeps no clock and draws no random numbers: the caller passes both. `now` is on a
+/// clock that is never set and goes on while the computer sleeps.
 class FeedSchedule {
  public:
   using Milliseconds = std::chrono::milliseconds;
@@ -20,7 +20,10 @@ class FeedSchedule {
   /// The first request is due at `now`.
   FeedSchedule(std::chrono::seconds period, Milliseconds now);
 
-  /// How long until the next request is due; zero when it is.
+  /// When the next request is due as far as this mirror is concerned; the server may want to be left alone for longer.
+  Milliseconds Due() const { return due_; }
+
+  /// How long until it may be sent; zero when it may.
   Milliseconds Wait(Milliseconds now) const;
 
   /// A request is sent. The next one is due a period later, unless one of the following says otherwise.
@@ -29,31 +32,34 @@ class FeedSchedule {
   /// It was answered well, with news or without. `lifetime` is how long the server says that nothing newer comes.
   void Succeeded(Milliseconds now, std::optional<std::chrono::seconds> lifetime);
 
-  /// It was not. Each failure after another of its sort makes the pause twice as long, up to a bound, and `random`,
-  /// from 0 to below 1, makes it longer by up to half, so that many mirrors do not come back at the same moment.
-  /// `retry_after` is how long the server wants to be left alone.
-  void Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after, double random);
+  /// It was not. Each failure after another, of whatever sort, makes the pause twice as long; the sort says with how
+  /// long a pause it begins and what its bound is. `random`, from 0 to below 1, makes it longer by up to half, so that
+  /// many mirrors do not come back at the same moment.
+  void Failed(Milliseconds now, Failure failure, double random);
 
-  /// The computer has slept that long. A request is due at once, unless the server wants to be left alone for longer.
-  void WokeUp(Milliseconds now, Milliseconds slept);
+  /// The server has asked for this, of whichever of its feeds.
+  void LeaveAloneUntil(Milliseconds moment);
+
+  /// The computer has slept, or the mirror did not ask for a while. As at first, a request is due at `now`, unless the
+  /// server wants to be left alone for longer.
+  void BeginAgain(Milliseconds now);
 
  private:
   Milliseconds period_;
   Milliseconds asked_;
-  Milliseconds due_;         ///< when the next request is, as far as this mirror is concerned
+  Milliseconds due_;
   Milliseconds left_alone_;  ///< until when the server wants to be
-  std::optional<Failure> last_failure_;
-  Milliseconds last_pause_{0};  ///< after it, before it was made longer by chance
+  int failures_ = 0;         ///< since it was answered well
 };
 
-/// A moment on both of the computer's clocks. Only that of the day goes on while the computer sleeps.
-struct ClockPair {
-  std::chrono::milliseconds steady{0};
-  std::chrono::milliseconds of_day{0};
+/// A moment on the computer's clocks.
+struct Clocks {
+  std::chrono::milliseconds elapsed{0};  ///< never set, and goes on while the computer sleeps
+  std::chrono::milliseconds awake{0};    ///< never set, and does not go on while the computer sleeps
+  std::chrono::milliseconds of_day{0};   ///< since 1970 UTC, as somebody has set it
 };
 
-/// How long the computer has slept between two moments; zero when it has not. A clock of the day that is set forward
-/// looks the same, which does no harm. Less than ten seconds are none: clocks are adjusted all the time.
-std::chrono::milliseconds SleptBetween(const ClockPair &before, const ClockPair &after);
+/// Whether the computer has slept between two moments. Less than ten seconds are no sleep: a connection outlasts them.
+bool HasSleptBetween(const Clocks &before, const Clocks &after);
 
 }  // namespace borvane::mirror
