@@ -71,10 +71,10 @@ class LiveEvents {
 
   static QString FaultOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
   static QString LossOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
-  static std::vector<EventRecord *> Matches(const Taking &taking, const FeedEvent &given, const QStringList &other_ids);
+  static std::vector<EventRecord *> Matches(Taking &taking, const FeedEvent &given, const QStringList &other_ids);
   void TakeEvent(Taking &taking, const FeedEvent &given);
   static void TakeBackAbsentEvents(Taking &taking, const FeedSpan &span);
-  static void Put(Known &known, EventRecord record);
+  static const EventRecord *Put(Known &known, EventRecord record);
   void Prune(qint64 now);
   static void EraseIf(Known &known, const std::function<bool(const EventRecord &)> &is_out);
   QString Shared(const QString &text);
