@@ -66,7 +66,7 @@ struct LiveEvents::Taking {
   /// Whether the id is that of an event of the reading.
   bool IsOwnId(const QString &id) {
     if (!own_ids) {
-      own_ids.emplace();
+      own_ids.emplace().reserve(std::ssize(reading.events));
       for (const FeedEvent &given : reading.events)
         own_ids->insert(given.event.id);
     }

@@ -44,8 +44,9 @@ PlainLiveEvents::PlainLiveEvents(std::vector<Source> sources, Repetitions repeti
 void PlainLiveEvents::Take(int source, const FeedSpan &span, const FeedReading &reading, qint64 now) {
   const qint64 made = reading.generated == 0 ? now : reading.generated;
   auto &known = known_.at(static_cast<std::size_t>(source));
-  for (auto &[id, event] : known)
-    event.is_present = false;
+  if (span.whole)
+    for (auto &[id, event] : known)
+      event.is_present = false;
   for (const FeedEvent &given : reading.events) {
     if (repetitions_ == Repetitions::Skipped && IsRepetition(source, given)) {
       known[given.event.id].is_present = true;
@@ -80,7 +81,9 @@ void PlainLiveEvents::TakeEvent(int source, const FeedEvent &given, const FeedRe
   const QString &own = given.event.id;
   std::vector<Known *> same;
   for (auto &[id, event] : known) {
-    const bool shares_an_id = given.ids.contains(id) || event.ids.contains(own);
+    // Most events have no other id, and need not be looked through.
+    const bool shares_an_id =
+        (given.ids.size() > 1 && given.ids.contains(id)) || (event.ids.size() > 1 && event.ids.contains(own));
     const auto has_that_id = [&id = id](const FeedEvent &each) { return each.event.id == id; };
     if (id == own || (shares_an_id && std::none_of(reading.events.begin(), reading.events.end(), has_that_id)))
       same.push_back(&event);
