@@ -21,7 +21,7 @@ namespace borvane::mirror {
 
 /// The limits of a fetch. One that exceeds them ends with a fault.
 struct FeedLimits {
-  std::chrono::milliseconds time{120'000};           ///< in all, redirects included
+  std::chrono::milliseconds time{300'000};           ///< in all, redirects included
   std::chrono::seconds slow_time{30};                ///< how long an answer may be slower than `slow_bytes`
   long slow_bytes = 200;                             ///< a second
   std::size_t head = std::size_t{64} << 10U;         ///< bytes of all heads
@@ -32,20 +32,20 @@ struct FeedLimits {
 
 /// What is asked for.
 struct FeedRequest {
-  QString url;               ///< of http or https
-  QByteArray etag;           ///< of the answer that the asker has; empty for none
-  QByteArray last_modified;  ///< likewise
+  QString url = {};               ///< of http or https
+  QByteArray etag = {};           ///< of the answer that the asker has; empty for none
+  QByteArray last_modified = {};  ///< likewise
 };
 
 /// How a fetch ended.
 struct FeedAnswer {
-  int status = 0;                                   ///< 0 when there was no answer
-  QByteArray body;                                  ///< of an answer with the status 200, unpacked
-  QByteArray etag;                                  ///< to be sent with the next request; empty for none
-  QByteArray last_modified;                         ///< likewise
-  std::optional<std::chrono::seconds> lifetime;     ///< how long the answer is the newest there is; nothing if unsaid
-  std::optional<std::chrono::seconds> retry_after;  ///< how long the server wants to be left alone; nothing if unsaid
-  QString fault;                                    ///< why there was no answer; empty when there is one
+  int status = 0;                                        ///< 0 when not even the head of an answer came
+  QByteArray body = {};                                  ///< of an answer with the status 200, unpacked
+  QByteArray etag = {};                                  ///< to be sent with the next request; empty for none
+  QByteArray last_modified = {};                         ///< likewise
+  std::optional<std::chrono::seconds> lifetime = {};     ///< see AnswerTimes
+  std::optional<std::chrono::seconds> retry_after = {};  ///< likewise
+  QString fault = {};                                    ///< why there is no whole answer; empty when there is
 };
 
 /// Fetches feeds by libcurl on Qt's event loop: certificates are verified, bodies may be compressed, and a redirect of
@@ -55,10 +55,11 @@ class FeedFetcher final : public QObject {
  public:
   using Number = std::uint64_t;
   using OnEnd = std::function<void(FeedAnswer)>;
+  using LoadCurl = std::optional<CurlLibrary> (*)();
 
   /// `authorities` is a file with the certificates of the authorities that are trusted instead of the system's own;
   /// empty for those.
-  explicit FeedFetcher(const FeedLimits &limits = {}, QString authorities = {});
+  explicit FeedFetcher(const FeedLimits &limits = {}, QString authorities = {}, LoadCurl load = CurlLibrary::Load);
   ~FeedFetcher() override;
 
   /// Begins a fetch and gives its number; they count from 1. `on_end` is called once, from the event loop, and not for
@@ -71,15 +72,23 @@ class FeedFetcher final : public QObject {
  private:
   class Transfer;
 
+  /// What is under way under a number.
+  struct Fetch {
+    OnEnd on_end;
+    std::unique_ptr<Transfer> transfer;  // none for what cannot even be sent
+  };
+
   bool IsReady();
   void EndSoon(Number fetch, const QString &fault);
   void End(Number fetch, FeedAnswer answer);
+  void TakeOut(const Fetch &fetch);
 
   const FeedLimits limits_;
   const QString authorities_;
+  const LoadCurl load_;
   std::unique_ptr<const CurlLibrary> curl_;
   std::unique_ptr<CurlLoop> loop_;
-  std::map<Number, std::unique_ptr<Transfer>> transfers_;
+  std::map<Number, Fetch> fetches_;
   Number last_ = 0;
 };
 

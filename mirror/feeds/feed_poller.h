@@ -4,6 +4,7 @@
 #include <QString>
 #include <QThreadPool>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -19,61 +20,71 @@ namespace borvane::mirror {
 struct FeedState {
   QString url;
   qint64 last_success = 0;  ///< in milliseconds since 1970 UTC; 0 for never
-  quint64 failures = 0;     ///< since the start
+  quint64 failures = 0;     ///< since the mirror has started
+  int left_out = 0;         ///< what was no event in the last reading
   QString fault;            ///< of the last request; empty when it went well
 };
 
-/// Asks for the configured feeds in turn, one request at a time for each host, and reads the answers in a thread of its
-/// own, so that nothing else waits for a large one.
+/// Asks for the configured feeds, each when it is due, one request at a time for each host. The answers are read in a
+/// thread of their own, so that nothing waits for a large one.
 class FeedPoller final : public QObject {
  public:
-  /// Takes a good reading of `feed`, in the poller's thread. Returns why it cannot be believed; empty when it is taken.
+  /// Takes a good reading of the feed, in the poller's thread. Returns why it cannot be believed; empty when it is
+  /// taken up.
   using Take = std::function<QString(const Feed &feed, FeedReading reading)>;
   using Log = std::function<void(const QString &)>;
 
-  /// What the poller asks of its surroundings; a test brings its own.
+  /// What the poller asks of the computer; a test brings its own.
   struct Surroundings {
     FeedLimits limits = {};
     QString authorities = {};                        ///< see FeedFetcher
-    std::function<FeedSchedule::Moment()> now = {};  ///< the computer's clocks when empty
-    std::function<double()> random = {};             ///< from 0 to below 1; a good source when empty
-    std::chrono::milliseconds look_interval{5'000};  ///< how often it looks whether the computer has slept
+    std::function<ClockPair()> clocks = {};          ///< the computer's where it is empty
+    std::function<double()> random = {};             ///< from 0 to below 1; the computer's where it is empty
+    std::chrono::milliseconds look_interval{5'000};  ///< the longest time until it notices that the computer has slept
   };
 
-  /// `take` gets each reading that says anything new, `log` a line when a feed stops working and when it works again.
+  /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working
+  /// and when it works again.
   FeedPoller(std::vector<Feed> feeds, Take take, Log log);
   FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings);
   ~FeedPoller() override;
 
-  /// Asks for every feed, and from now on whenever it is due. Does nothing when it has been started.
+  /// Asks for every feed, in their order, and again whenever one is due. Does nothing for one that has been started.
   void Start();
 
-  /// Ends what is under way; nothing is taken any more until the next Start.
+  /// Ends what is under way. Nothing is taken any more until the next Start.
   void Stop();
 
-  bool IsRunning() const;
+  bool IsRunning() const { return is_running_; }
 
   /// In the order of the feeds.
   std::vector<FeedState> States() const;
 
  private:
   struct Polled;
+  struct Read;
 
   void Look();
+  void LookSoon();
+  void NoticeSleep(const ClockPair &now);
+  bool IsHostBusy(const Polled &polled) const;
   void Ask(Polled &polled);
   void OnAnswer(Polled &polled, FeedAnswer answer);
-  void OnReading(Polled &polled, FeedAnswer answer, FeedReading reading);
+  void StartReading(Polled &polled, FeedAnswer answer);
+  void OnRead(Polled &polled, Read read);
   void Succeed(Polled &polled, const FeedAnswer &answer);
-  void Fail(Polled &polled, const FeedAnswer &answer, FeedSchedule::Failure failure, const QString &fault);
+  void Fail(Polled &polled, const FeedAnswer &answer, const QString &fault);
 
   const Take take_;
   const Log log_;
-  const Surroundings surroundings_;
+  Surroundings surroundings_;
   std::vector<std::unique_ptr<Polled>> feeds_;
-  std::unique_ptr<FeedFetcher> fetcher_;
-  QThreadPool reader_;
+  FeedFetcher fetcher_;
   QTimer timer_;
-  quint64 run_ = 0;  ///< counts starts and stops, so that what comes late is known for late
+  ClockPair seen_;  ///< at the last look
+  bool is_running_ = false;
+  quint64 run_ = 0;  ///< counts starts and stops, so that a late reading is known for one of an earlier run
+  QThreadPool reader_;
 };
 
 }  // namespace borvane::mirror

@@ -8,6 +8,10 @@
 
 namespace borvane::mirror {
 
+/// No feed may have more events: the memory that a reader takes has to have a bound. A month of the whole world has
+/// 10,000 to 20,000.
+constexpr int most_feed_events = 50'000;
+
 /// An event as a feed gives it.
 struct FeedEvent {
   Event event;         ///< of a deleted event only the id counts

@@ -1,0 +1,139 @@
+#include "feeds/feed_schedule.h"
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace borvane::mirror {
+namespace {
+
+using namespace std::chrono_literals;
+using Failure = FeedSchedule::Failure;
+using Milliseconds = FeedSchedule::Milliseconds;
+
+constexpr Milliseconds start = 1000s;
+
+/// The pauses after so many failures, one after another.
+std::vector<Milliseconds> PausesAfter(int failures, Failure failure, double random) {
+  FeedSchedule schedule(60s, start);
+  std::vector<Milliseconds> pauses;
+  Milliseconds now = start;
+  for (int i = 0; i < failures; ++i) {
+    schedule.Asked(now);
+    schedule.Failed(now, failure, {}, random);
+    pauses.push_back(schedule.Wait(now));
+    now += pauses.back();
+  }
+  return pauses;
+}
+
+TEST(FeedSchedule, AsksAtOnceAtFirst) { EXPECT_EQ(FeedSchedule(60s, start).Wait(start), 0ms); }
+
+TEST(FeedSchedule, AsksAPeriodAfterTheLastRequestHoweverLongItTook) {
+  FeedSchedule schedule(60s, start);
+  schedule.Asked(start);
+  schedule.Succeeded(start + 7s, {});
+  EXPECT_EQ(schedule.Wait(start + 7s), 53s);
+  EXPECT_EQ(schedule.Wait(start + 60s), 0s);
+  EXPECT_EQ(schedule.Wait(start + 90s), 0s);
+}
+
+TEST(FeedSchedule, DoesNotAskWhileTheServerSaysThatNothingNewerComes) {
+  struct Case {
+    std::chrono::seconds lifetime;
+    Milliseconds wait;
+  };
+  for (const Case &c : std::vector<Case>{{0s, 58s}, {57s, 58s}, {60s, 60s}, {300s, 300s}}) {
+    FeedSchedule schedule(60s, start);
+    schedule.Asked(start);
+    schedule.Succeeded(start + 2s, c.lifetime);
+    EXPECT_EQ(schedule.Wait(start + 2s), c.wait) << c.lifetime.count();
+  }
+}
+
+TEST(FeedSchedule, PausesForLongerAfterEachFailureUpToABound) {
+  EXPECT_EQ(PausesAfter(7, Failure::NoAnswer, 0), (std::vector<Milliseconds>{10s, 20s, 40s, 80s, 160s, 300s, 300s}));
+  EXPECT_EQ(PausesAfter(8, Failure::BadAnswer, 0),
+            (std::vector<Milliseconds>{1min, 2min, 4min, 8min, 16min, 32min, 60min, 60min}));
+}
+
+TEST(FeedSchedule, MakesAPauseLongerByChanceByUpToHalf) {
+  EXPECT_EQ(PausesAfter(2, Failure::NoAnswer, 0.5), (std::vector<Milliseconds>{12'500ms, 25s}));
+  const Milliseconds longest = PausesAfter(7, Failure::BadAnswer, 0.999999).back();
+  EXPECT_GT(longest, 89min);
+  EXPECT_LT(longest, 90min);
+}
+
+TEST(FeedSchedule, BeginsWithAShortPauseAgainAfterSuccessAndAfterAFailureOfAnotherSort) {
+  FeedSchedule schedule(60s, start);
+  for (int i = 0; i < 5; ++i)
+    schedule.Failed(start, Failure::NoAnswer, {}, 0);
+  schedule.Failed(start, Failure::BadAnswer, {}, 0);
+  EXPECT_EQ(schedule.Wait(start), 1min);
+  schedule.Failed(start, Failure::BadAnswer, {}, 0);
+  EXPECT_EQ(schedule.Wait(start), 2min);
+  schedule.Asked(start);
+  schedule.Succeeded(start, {});
+  EXPECT_EQ(schedule.Wait(start), 60s);
+  schedule.Failed(start, Failure::BadAnswer, {}, 0);
+  EXPECT_EQ(schedule.Wait(start), 1min);
+}
+
+TEST(FeedSchedule, LeavesAServerAloneForAsLongAsItWants) {
+  FeedSchedule schedule(60s, start);
+  schedule.Failed(start, Failure::BadAnswer, 600s, 0);
+  EXPECT_EQ(schedule.Wait(start), 600s);
+  EXPECT_EQ(schedule.Wait(start + 599s), 1s);
+  EXPECT_EQ(schedule.Wait(start + 600s), 0s);
+}
+
+TEST(FeedSchedule, PausesForNoLessThanUsualWhenTheServerWantsLess) {
+  FeedSchedule schedule(60s, start);
+  schedule.Failed(start, Failure::BadAnswer, 1s, 0);
+  EXPECT_EQ(schedule.Wait(start), 1min);
+}
+
+TEST(FeedSchedule, ForgetsWhatTheServerWantedWhenItAnswersWell) {
+  FeedSchedule schedule(60s, start);
+  schedule.Failed(start, Failure::BadAnswer, 600s, 0);
+  schedule.Asked(start + 600s);
+  schedule.Succeeded(start + 600s, {});
+  EXPECT_EQ(schedule.Wait(start + 600s), 60s);
+}
+
+TEST(FeedSchedule, AsksAtOnceAfterSleepWhateverItWasWaitingFor) {
+  FeedSchedule after_success(3600s, start);
+  after_success.Asked(start);
+  after_success.Succeeded(start, 7200s);
+  after_success.WokeUp(start + 5s, 8h);
+  EXPECT_EQ(after_success.Wait(start + 5s), 0s);
+
+  FeedSchedule after_failures(60s, start);
+  for (int i = 0; i < 9; ++i)
+    after_failures.Failed(start, Failure::NoAnswer, {}, 0);
+  after_failures.WokeUp(start + 5s, 10s);
+  EXPECT_EQ(after_failures.Wait(start + 5s), 0s);
+  after_failures.Failed(start + 5s, Failure::NoAnswer, {}, 0);
+  EXPECT_EQ(after_failures.Wait(start + 5s), 10s) << "the network is often there some seconds after the computer";
+}
+
+TEST(FeedSchedule, LeavesAServerAloneAfterSleepForWhatIsLeftOfItsTime) {
+  FeedSchedule schedule(60s, start);
+  schedule.Failed(start, Failure::BadAnswer, 3600s, 0);
+  schedule.WokeUp(start + 10s, 1000s);
+  EXPECT_EQ(schedule.Wait(start + 10s), 2590s);
+  schedule.WokeUp(start + 20s, 1h);
+  EXPECT_EQ(schedule.Wait(start + 20s), 0s);
+}
+
+TEST(SleptBetween, IsWhatTheClockOfTheDayIsAheadByIfThatIsTenSecondsOrMore) {
+  const ClockPair before = {.steady = 100s, .of_day = 1'000'000s};
+  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'000'005s}), 0s);
+  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'000'014'999ms}), 0s);
+  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'000'015s}), 10s);
+  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'028'805s}), 8h);
+  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 999'000s}), 0s) << "a clock that is set back";
+}
+
+}  // namespace
+}  // namespace borvane::mirror
