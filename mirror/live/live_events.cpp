@@ -212,6 +212,15 @@ void LiveEvents::TakeEvent(Taking &taking, const FeedEvent &given) {
 }
 
 void LiveEvents::TakeBackAbsentEvents(Taking &taking, const FeedSpan &span) {
+  // An event without an id may be any of them.
+  if (taking.reading.nameless > 0)
+    return;
+  for (const QString &id : taking.reading.unread_ids) {
+    if (const auto found = taking.known.records.find(id); found != taking.known.records.end())
+      taking.NotePresent(&found->second);
+    for (const QString &preferred : taking.known.by_other_id.values(id))
+      taking.NotePresent(&taking.known.records.at(preferred));
+  }
   const qint64 length = std::chrono::milliseconds(*span.whole).count();
   for (auto &[id, record] : taking.known.records)
     if (!record.is_gone && record.seen < taking.made && IsInSpan(record, taking.made, length) &&
