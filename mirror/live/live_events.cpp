@@ -54,12 +54,29 @@ bool IsInSpan(const EventRecord &record, qint64 made, qint64 span) {
 /// A reading that is being taken up.
 struct LiveEvents::Taking {
   Known &known;
+  const FeedReading &reading;
   int source;
-  qint64 made;  ///< when the feed's text was
+  bool is_whole;  ///< whether what the reading lacks goes
+  qint64 made;    ///< when the feed's text was
   qint64 now;
-  QSet<QString> own_ids;  ///< of all events of the reading
-  QSet<QString> present;  ///< the ids of the records that the reading has, under whatever id
-  EventChanges changes;
+  std::optional<QSet<QString>> own_ids = {};  ///< of all events of the reading, once they are asked for
+  QSet<const EventRecord *> present = {};     ///< the records that a whole reading has, under whatever id
+  EventChanges changes = {};
+
+  /// Whether the id is that of an event of the reading.
+  bool IsOwnId(const QString &id) {
+    if (!own_ids) {
+      own_ids.emplace().reserve(std::ssize(reading.events));
+      for (const FeedEvent &given : reading.events)
+        own_ids->insert(given.event.id);
+    }
+    return own_ids->contains(id);
+  }
+
+  void NotePresent(const EventRecord *record) {
+    if (is_whole)
+      present.insert(record);
+  }
 
   void TakeBack(EventRecord &record) {
     record.is_gone = true;
@@ -83,14 +100,11 @@ EventChanges LiveEvents::Take(int source, const FeedSpan &span, const FeedReadin
     return {.fault = fault, .records = {}};
 
   Taking taking = {.known = known,
+                   .reading = reading,
                    .source = source,
+                   .is_whole = span.whole.has_value(),
                    .made = reading.generated == 0 ? now : reading.generated,
-                   .now = now,
-                   .own_ids = {},
-                   .present = {},
-                   .changes = {}};
-  for (const FeedEvent &given : reading.events)
-    taking.own_ids.insert(given.event.id);
+                   .now = now};
   for (const FeedEvent &given : reading.events)
     TakeEvent(taking, given);
   if (span.whole)
@@ -133,18 +147,23 @@ QString LiveEvents::LossOf(Known &known, const FeedSpan &span, const FeedReading
   return QString("it has %1 events, and %2 are known of its span").arg(given).arg(expected);
 }
 
-std::vector<EventRecord *> LiveEvents::Matches(const Taking &taking, const FeedEvent &given,
-                                               const QStringList &other_ids) {
-  QStringList ids = {given.event.id};
-  // What the reading gives as an event of its own is none of this one's.
-  for (const QString &id : other_ids + taking.known.by_other_id.values(given.event.id))
-    if (!taking.own_ids.contains(id) && !ids.contains(id))
-      ids.append(id);
-
+std::vector<EventRecord *> LiveEvents::Matches(Taking &taking, const FeedEvent &given, const QStringList &other_ids) {
   std::vector<EventRecord *> matches;
-  for (const QString &id : ids)
-    if (const auto found = taking.known.records.find(id); found != taking.known.records.end())
+  const auto add = [&](const QString &id) {
+    const auto found = taking.known.records.find(id);
+    if (found != taking.known.records.end() &&
+        std::find(matches.begin(), matches.end(), &found->second) == matches.end())
       matches.push_back(&found->second);
+  };
+  add(given.event.id);
+  // What the reading gives as an event of its own is none of this one's.
+  for (const QString &id : other_ids)
+    if (!taking.IsOwnId(id))
+      add(id);
+  const auto [first, last] = std::as_const(taking.known.by_other_id).equal_range(given.event.id);
+  for (auto id = first; id != last; ++id)
+    if (!taking.IsOwnId(*id))
+      add(*id);
   return matches;
 }
 
@@ -172,32 +191,40 @@ void LiveEvents::TakeEvent(Taking &taking, const FeedEvent &given) {
     is_old = is_old || updated < match->event.updated || (updated == match->event.updated && taking.made < match->seen);
     match->seen = std::max(match->seen, taking.made);
     seen = std::max(seen, match->seen);
-    taking.present.insert(match->event.id);
+    taking.NotePresent(match);
   }
   if (is_old)
     return;
 
-  EventRecord record = {.source = taking.source, .event = given.event, .other_ids = other_ids, .seen = seen};
-  record.event.updated = updated;
-  record.event.network = Shared(given.event.network);
-  record.event.kind = Shared(given.event.kind);
-  record.event.credit = sources_[static_cast<std::size_t>(taking.source)].credit;
   for (EventRecord *match : matches)
     if (!match->is_gone && match->event.id != given.event.id)
       taking.TakeBack(*match);
-  taking.present.insert(given.event.id);
-  const auto found = taking.known.records.find(given.event.id);
-  if (found != taking.known.records.end() && found->second == record)
+  EventRecord record = {.source = taking.source, .event = given.event, .other_ids = other_ids, .seen = seen};
+  record.event.updated = updated;
+  record.event.credit = sources_[static_cast<std::size_t>(taking.source)].credit;
+  // The record of that very id comes first.
+  if (!matches.empty() && *matches.front() == record)
     return;
+  record.event.network = Shared(given.event.network);
+  record.event.kind = Shared(given.event.kind);
   taking.changes.records.push_back(record);
-  Put(taking.known, std::move(record));
+  taking.NotePresent(Put(taking.known, std::move(record)));
 }
 
 void LiveEvents::TakeBackAbsentEvents(Taking &taking, const FeedSpan &span) {
+  // An event without an id may be any of them.
+  if (taking.reading.nameless > 0)
+    return;
+  for (const QString &id : taking.reading.unread_ids) {
+    if (const auto found = taking.known.records.find(id); found != taking.known.records.end())
+      taking.NotePresent(&found->second);
+    for (const QString &preferred : taking.known.by_other_id.values(id))
+      taking.NotePresent(&taking.known.records.at(preferred));
+  }
   const qint64 length = std::chrono::milliseconds(*span.whole).count();
   for (auto &[id, record] : taking.known.records)
     if (!record.is_gone && record.seen < taking.made && IsInSpan(record, taking.made, length) &&
-        !taking.present.contains(id))
+        !taking.present.contains(&record))
       taking.TakeBack(record);
 }
 
@@ -247,7 +274,7 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
   return std::make_shared<const Catalogue>(std::move(shown));
 }
 
-void LiveEvents::Put(Known &known, EventRecord record) {
+const EventRecord *LiveEvents::Put(Known &known, EventRecord record) {
   const QString id = record.event.id;
   EventRecord &place = known.records[id];
   for (const QString &other : place.other_ids)
@@ -255,6 +282,7 @@ void LiveEvents::Put(Known &known, EventRecord record) {
   for (const QString &other : record.other_ids)
     known.by_other_id.insert(other, id);
   place = std::move(record);
+  return &place;
 }
 
 void LiveEvents::Prune(qint64 now) {

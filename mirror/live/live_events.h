@@ -41,7 +41,8 @@ class LiveEvents {
   explicit LiveEvents(std::vector<Source> sources, const MemoryLimits &limits = {});
 
   /// Takes up a reading of a feed of `source`. An event is new, or revises the one that the source knows under one of
-  /// its ids. One that the source calls deleted goes, and so does one that a feed of a whole span no longer has.
+  /// its ids. One that the source calls deleted goes, and so does one that a feed of a whole span no longer has, but
+  /// not one that it has and that could not be read.
   ///
   /// Refused, with a fault, is a reading that was made more than a day from now, one whose events lie for the most part
   /// in the future, and one of a whole span that has lost more than half of its events since the last one. If a feed
@@ -71,10 +72,10 @@ class LiveEvents {
 
   static QString FaultOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
   static QString LossOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
-  static std::vector<EventRecord *> Matches(const Taking &taking, const FeedEvent &given, const QStringList &other_ids);
+  static std::vector<EventRecord *> Matches(Taking &taking, const FeedEvent &given, const QStringList &other_ids);
   void TakeEvent(Taking &taking, const FeedEvent &given);
   static void TakeBackAbsentEvents(Taking &taking, const FeedSpan &span);
-  static void Put(Known &known, EventRecord record);
+  static const EventRecord *Put(Known &known, EventRecord record);
   void Prune(qint64 now);
   static void EraseIf(Known &known, const std::function<bool(const EventRecord &)> &is_out);
   QString Shared(const QString &text);

@@ -76,7 +76,7 @@ TEST_P(EventStoreOnEveryDatabase, ReturnsWhatWasWritten) {
 
 TEST_P(EventStoreOnEveryDatabase, WritesManyRecordsAtOnce) {
   std::vector<EventRecord> records;
-  for (int i = 0; i < 600; ++i)
+  for (int i = 0; i < 300; ++i)
     records.push_back(Said(QString("e%1").arg(i), i % 2, i / 100.0));
   EventsUnderTest events(address_);
   events.Start();
@@ -88,7 +88,7 @@ TEST_P(EventStoreOnEveryDatabase, WritesManyRecordsAtOnce) {
   }
   events.Write(records);
   EXPECT_EQ(Stored(), events.Records());
-  EXPECT_EQ(Count("revision"), 600);
+  EXPECT_EQ(Count("revision"), 300);
 }
 
 TEST_P(EventStoreOnEveryDatabase, KeepsTheRevisionsOfAnEvent) {
@@ -121,12 +121,10 @@ TEST_P(EventStoreOnEveryDatabase, KeepsTheTimeOfTheDataWithoutAnyChange) {
   EventsUnderTest events(address_);
   events.Start();
   events.Write({Said("ci1")}, start_of_test);
-  events.store().Write({}, start_of_test + 7);
-  EXPECT_TRUE(WaitFor([this] {
-    EventsUnderTest other(address_);
-    other.Start();
-    return other.TimeOfData() == start_of_test + 7;
-  }));
+  events.Write({}, start_of_test + 7);
+  EventsUnderTest other(address_);
+  other.Start();
+  EXPECT_EQ(other.TimeOfData(), start_of_test + 7);
 }
 
 TEST_P(EventStoreOnEveryDatabase, ReadsOnlyWhatIsAskedFor) {

@@ -48,8 +48,9 @@ class RandomFeeds {
     given.deleted = OneIn(15);
     given.updated = OneIn(6) ? 0 : now + Number(-20, 3) * one_minute / 4;
     // Few times and places, so that events of several sources are near one another.
-    event.origin_time =
-        now - Number(0, 9) * one_day - Number(0, 6) * 14'000 - Number(0, 2) + (OneIn(60) ? 11 * one_day : 0);
+    event.origin_time = start_of_test - Number(0, 5) * 36 * one_hour - Number(0, 6) * 14'000 - Number(0, 2);
+    if (OneIn(60))
+      event.origin_time += 11 * one_day;
     event.latitude = Number(0, 3) * 0.41 + Number(0, 1000) * 1e-6;
     event.longitude = (OneIn(2) ? 179.5 : -179.6) + Number(0, 1000) * 1e-6;
     if (!OneIn(6))

@@ -44,17 +44,15 @@ PlainLiveEvents::PlainLiveEvents(std::vector<Source> sources, Repetitions repeti
 void PlainLiveEvents::Take(int source, const FeedSpan &span, const FeedReading &reading, qint64 now) {
   const qint64 made = reading.generated == 0 ? now : reading.generated;
   auto &known = known_.at(static_cast<std::size_t>(source));
-  for (auto &[id, event] : known)
-    event.is_present = false;
-  QSet<QString> all_given;
-  for (const FeedEvent &given : reading.events)
-    all_given.insert(given.event.id);
+  if (span.whole)
+    for (auto &[id, event] : known)
+      event.is_present = false;
   for (const FeedEvent &given : reading.events) {
     if (repetitions_ == Repetitions::Skipped && IsRepetition(source, given)) {
       known[given.event.id].is_present = true;
       known[given.event.id].seen = made;
     } else {
-      TakeEvent(source, given, all_given, made, now);
+      TakeEvent(source, given, reading, made, now);
     }
   }
   if (!span.whole)
@@ -77,13 +75,17 @@ bool PlainLiveEvents::IsRepetition(int source, const FeedEvent &given) const {
          found->second.event.magnitude == given.event.magnitude;
 }
 
-void PlainLiveEvents::TakeEvent(int source, const FeedEvent &given, const QSet<QString> &all_given, qint64 made,
+void PlainLiveEvents::TakeEvent(int source, const FeedEvent &given, const FeedReading &reading, qint64 made,
                                 qint64 now) {
   auto &known = known_.at(static_cast<std::size_t>(source));
   const QString &own = given.event.id;
   std::vector<Known *> same;
   for (auto &[id, event] : known) {
-    if (id == own || (!all_given.contains(id) && (given.ids.contains(id) || event.ids.contains(own))))
+    // Most events have no other id, and need not be looked through.
+    const bool shares_an_id =
+        (given.ids.size() > 1 && given.ids.contains(id)) || (event.ids.size() > 1 && event.ids.contains(own));
+    const auto has_that_id = [&id = id](const FeedEvent &each) { return each.event.id == id; };
+    if (id == own || (shares_an_id && std::none_of(reading.events.begin(), reading.events.end(), has_that_id)))
       same.push_back(&event);
   }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QSet>
 #include <map>
 #include <vector>
 
@@ -35,7 +34,7 @@ class PlainLiveEvents {
     bool is_present = false;  ///< in the reading that is being taken up
   };
 
-  void TakeEvent(int source, const FeedEvent &given, const QSet<QString> &all_given, qint64 made, qint64 now);
+  void TakeEvent(int source, const FeedEvent &given, const FeedReading &reading, qint64 made, qint64 now);
   std::vector<Event> Merged(const std::vector<Event> &shown, const std::vector<Event> &others) const;
 
   bool IsRepetition(int source, const FeedEvent &given) const;
