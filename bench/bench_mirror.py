@@ -18,6 +18,7 @@ import tempfile
 import time
 import urllib.request
 
+OFFLINE = pathlib.Path(__file__).resolve().parent.parent / "tests" / "offline.toml"  # no feed on the Internet is asked
 EVENTS = 1000
 CONNECTIONS = 8
 PATH = "/recenteqs/Maps/Los_Angeles.html"
@@ -131,4 +132,5 @@ def main():
 
 if __name__ == "__main__":
     os.environ.pop("http_proxy", None)
+    os.environ["BORVANE_MIRROR_CONFIG"] = str(OFFLINE)
     main()

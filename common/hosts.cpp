@@ -29,11 +29,9 @@ std::string DefaultSite(BrowserEndpoint endpoint) {
 
 std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host) {
   const std::string_view name = host.substr(0, host.find(':'));
-  const std::size_t dot = name.find('.');
-  if (dot == std::string_view::npos || !EqualInAnyCase(name.substr(dot), loopback_domain))
-    return {};
+  const std::string_view label = name.substr(0, name.find('.'));
   for (const EndpointHost &row : endpoint_hosts)
-    if (EqualInAnyCase(name.substr(0, dot), row.label))
+    if (EqualInAnyCase(label, row.label))
       return row.endpoint;
   return {};
 }

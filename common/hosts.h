@@ -86,7 +86,8 @@ std::string MirrorSite(BrowserEndpoint endpoint, std::uint16_t port = mirror_por
 /// The scheme and host of the endpoint's public site, or else of the mirror on this computer.
 std::string DefaultSite(BrowserEndpoint endpoint);
 
-/// The endpoint that a mirror plays under this host, which may have a port and be in any case; nothing for all others.
+/// The endpoint that a mirror plays under this host, which may have a port and be in any case: the one that its first
+/// label names, as in "southern.localhost" and in "southern.quakes.example:80". Nothing for all others.
 std::optional<Endpoint> EndpointOfMirrorHost(std::string_view host);
 
 }  // namespace borvane

@@ -33,16 +33,21 @@ std::optional<std::string_view> MirrorVersion(std::string_view answer) {
   if (end == std::string_view::npos || !answer.starts_with("HTTP/1."))
     return {};
   std::string_view head = answer.substr(0, end);
+  std::optional<std::string_view> version;
   while (!head.empty()) {
     const std::string_view line = TakeLine(head);
     const std::size_t colon = line.find(':');
-    if (colon == std::string_view::npos || !EqualInAnyCase(line.substr(0, colon), "Server"))
+    if (colon == std::string_view::npos)
       continue;
+    const std::string_view name = line.substr(0, colon);
     const std::string_view value = WithoutBlanksInFront(line.substr(colon + 1));
-    if (value.starts_with(product))
-      return value.substr(product.size(), value.find_first_of(" \t") - product.size());
+    const std::string_view word = value.substr(0, value.find_first_of(" \t"));
+    if (EqualInAnyCase(name, pages_field) && word != pages_number)
+      return {};
+    if (!version && EqualInAnyCase(name, "Server") && word.starts_with(product))
+      version = word.substr(product.size());
   }
-  return {};
+  return version;
 }
 
 }  // namespace borvane

@@ -12,8 +12,13 @@ inline constexpr std::string_view mirror_probe = "GET / HTTP/1.0\r\nHost: localh
 /// longer than any that a mirror sends.
 bool IsUnfinishedHead(std::string_view answer);
 
+/// The header field by which a mirror says which pages it speaks, and the number of those that this program's monitor
+/// reads. It counts up when a monitor could no longer read the pages. A mirror that does not say it speaks the first.
+inline constexpr std::string_view pages_field = "Borvane-Pages";
+inline constexpr std::string_view pages_number = "1";
+
 /// The version of the mirror that sent the answer, "2.3.5", from the header Server of its head; nothing when another
-/// program did, or the head is not whole.
+/// program did, or a mirror of other pages, or the head is not whole.
 std::optional<std::string_view> MirrorVersion(std::string_view answer);
 
 }  // namespace borvane

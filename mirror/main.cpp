@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "command_line.h"
+#include "configuration.h"
 #include "mirror.h"
 #include "stop_signals.h"
 
@@ -20,25 +22,39 @@ int main(int argc, char *argv[]) {
   QCoreApplication::setOrganizationName("Nalvorin");
   QCoreApplication::setApplicationName("borvane-mirror");
   using namespace borvane::mirror;
-  const CommandLine line = ReadCommandLine(QCoreApplication::arguments().sliced(1));
-  if (!line.fault.isEmpty()) {
-    std::fprintf(stderr, "borvane-mirror: %s\n%s", qPrintable(line.fault), Usage());
+  const QStringList arguments = QCoreApplication::arguments().sliced(1);
+  const Setup setup = ReadSetup(arguments);
+  if (!setup.usage.isEmpty()) {
+    std::fprintf(stderr, "borvane-mirror: %s\n%s", qPrintable(setup.usage), Usage());
     return 2;
   }
-  if (line.options.help) {
+  if (setup.options.help) {
     std::fputs(Usage(), stdout);
     return 0;
   }
-  if (line.options.version) {
+  if (setup.options.version) {
     std::puts("borvane-mirror " BORVANE_VERSION);
+    return 0;
+  }
+  if (!setup.faults.isEmpty()) {
+    const Log log;
+    for (const QString &fault : setup.faults)
+      log(LogLevel::Error, fault);
+    return 2;
+  }
+  if (setup.options.checks_only) {
+    std::puts(setup.file.isEmpty() ? "there is no configuration file" : qPrintable(setup.file + " is in order"));
     return 0;
   }
   int status = 0;
   {
-    const StopSignals stop_signals;
-    Mirror mirror(line.options);
+    Mirror mirror(setup.options, arguments);
+    const StopSignals stop_signals([&mirror] { mirror.Reread(); });
     const std::optional<int> end = mirror.Start();
-    status = end ? *end : QCoreApplication::exec();
+    if (end)
+      status = *end;
+    else if (!stop_signals.HasStopped())
+      status = QCoreApplication::exec();
   }
   // A store that hangs leaves its thread running. It may wake at any moment, and must not find Qt half taken down.
   std::fflush(nullptr);

@@ -8,6 +8,7 @@
 
 #include "catalogue/sample.h"
 #include "common/attendance.h"
+#include "configuration.h"
 #include "mirror_version_at.h"
 #include "open_files.h"
 
@@ -15,8 +16,11 @@ namespace borvane::mirror {
 
 namespace {
 
-/// Writes a line to standard error.
-void Log(const QString &text) { std::fprintf(stderr, "borvane-mirror: %s\n", qPrintable(text)); }
+/// How long the start waits for the events of the store: a page that comes later than this looks late.
+constexpr int store_patience_ms = 200;
+
+/// How long the end waits for the store.
+constexpr int end_patience_ms = 2'000;
 
 QString AddressText(const QHostAddress &address, quint16 port) {
   const bool is_ipv6 = address.protocol() == QAbstractSocket::IPv6Protocol;
@@ -46,14 +50,25 @@ Limits LimitsOfThisProcess() {
 
 }  // namespace
 
-Mirror::Mirror(Options options)
+Mirror::Mirror(Options options, QStringList arguments)
     : options_(std::move(options)),
+      begun_with_(options_),
+      arguments_(std::move(arguments)),
       service_({.store = options_.store,
                 .newest_version = options_.newest_version,
                 .hosts = options_.hosts,
                 .clock = QDateTime::currentMSecsSinceEpoch,
-                .log = Log}),
-      server_(LimitsOfThisProcess(), router_) {}
+                .log = log_.At(LogLevel::Warning)}),
+      server_(LimitsOfThisProcess(), router_) {
+  log_.SetLeast(options_.log_level);
+}
+
+Mirror::~Mirror() {
+  if (!live_)
+    return;
+  poller_->Stop();
+  live_->Finish(end_patience_ms);
+}
 
 std::optional<int> Mirror::Start() {
   if (const std::optional<int> status = Listen())
@@ -68,22 +83,124 @@ std::optional<int> Mirror::Start() {
   return std::nullopt;
 }
 
-void Mirror::ReadCatalogue() {
-  if (options_.catalogue.isEmpty()) {
-    site_.SetCatalogue(std::make_shared<Catalogue>(SampleEvents()), "the bundled sample catalogue");
+void Mirror::Reread() {
+  const Setup setup = ReadSetup(arguments_);
+  for (const QString &fault : setup.faults)
+    log_(LogLevel::Error, fault);
+  if (!setup.faults.isEmpty()) {
+    log_(LogLevel::Error, "the configuration has faults and stays as it was");
     return;
   }
-  site_.SetCatalogue(std::make_shared<Catalogue>(), options_.catalogue);
+  log_.SetLeast(setup.options.log_level);
+  for (const QString &name : ChangedForTheNextStart(begun_with_, setup.options))
+    log_(LogLevel::Warning, "the changed \"" + name + "\" takes effect at the next start");
+  options_.boxes = setup.options.boxes;
+  options_.live.days_shown = setup.options.live.days_shown;
+  options_.live.kinds = setup.options.live.kinds;
+  if (live_)
+    live_->Show(options_.live.days_shown, options_.live.kinds);
+  facts_.areas = AreasWith(options_.boxes);
+  Publish(catalogue_, facts_);
+  log_(LogLevel::Info, "the configuration has been read again");
+}
+
+void Mirror::ReadCatalogue() {
+  facts_.areas = AreasWith(options_.boxes);
+  if (!options_.catalogue.isEmpty()) {
+    ReadFile();
+    return;
+  }
+  PageFacts facts = facts_;
+  facts.origin = "the bundled sample catalogue";
+  facts.is_sample = true;
+  Publish(std::make_shared<Catalogue>(SampleEvents()), facts);
+  if (options_.IsLive())
+    StartLive();
+}
+
+void Mirror::ReadFile() {
+  PageFacts facts = facts_;
+  facts.origin = options_.catalogue;
+  Publish(std::make_shared<Catalogue>(), facts);
   const auto take = [this](CatalogueReading reading) {
     if (reading.left_out > 0)
-      Log(QString("%1: skipped %2 of %3 features without a usable id, time or epicentre")
-              .arg(options_.catalogue)
-              .arg(reading.left_out)
-              .arg(reading.left_out + static_cast<int>(reading.events.size())));
-    site_.SetCatalogue(std::make_shared<Catalogue>(std::move(reading.events)), options_.catalogue);
+      log_(LogLevel::Warning, QString("%1: skipped %2 of %3 features without a usable id, time or epicentre")
+                                  .arg(options_.catalogue)
+                                  .arg(reading.left_out)
+                                  .arg(reading.left_out + static_cast<int>(reading.events.size())));
+    Publish(std::make_shared<Catalogue>(std::move(reading.events)), facts_);
   };
-  file_ = std::make_unique<CatalogueFile>(options_.catalogue, take, Log);
+  file_ = std::make_unique<CatalogueFile>(options_.catalogue, take, log_.At(LogLevel::Warning));
   file_->Start();
+}
+
+void Mirror::StartLive() {
+  const LiveOptions &live = options_.live;
+  const Log::Write log = log_.At(LogLevel::Warning);
+  live_ = std::make_unique<LiveCatalogue>(
+      LiveCatalogue::Settings{.store = options_.store,
+                              .sources = live.sources,
+                              .feeds = live.feeds,
+                              .days_shown = live.days_shown,
+                              .kinds_listed = live.kinds,
+                              .retention = {.days = live.days_kept},
+                              .clock = QDateTime::currentMSecsSinceEpoch},
+      LiveCatalogue::Callbacks{
+          .changed = [this](std::shared_ptr<const Catalogue> catalogue) { ShowLive(std::move(catalogue)); },
+          .may_poll = [this](bool may_poll) { may_poll ? poller_->Start() : poller_->Stop(); },
+          .log = log});
+  FeedPoller::Surroundings surroundings;
+  surroundings.authorities = live.authorities;
+  poller_ = std::make_unique<FeedPoller>(
+      live.feeds, [this](const Feed &feed, const FeedReading &reading) { return TakeReading(feed, reading); }, log,
+      std::move(surroundings));
+  live_->Start(store_patience_ms);
+}
+
+/// The events and the facts about them from now on.
+void Mirror::Publish(std::shared_ptr<const Catalogue> catalogue, PageFacts facts) {
+  catalogue_ = std::move(catalogue);
+  facts_ = std::move(facts);
+  site_.SetCatalogue(catalogue_, facts_);
+}
+
+void Mirror::ShowLive(std::shared_ptr<const Catalogue> catalogue) {
+  PageFacts facts = {.areas = facts_.areas};
+  QStringList names;
+  for (const Source &source : options_.live.sources) {
+    facts.sources.push_back({source.name, source.credit});
+    names.append(source.name);
+  }
+  const int days = options_.live.days_shown;
+  facts.origin =
+      (days == 1 ? QString("the last day") : QString("the last %1 days").arg(days)) + " of " + names.join(", ");
+  if (const qint64 time = live_->TimeOfData(); time != 0)
+    facts.data_time = time;
+  Publish(std::move(catalogue), std::move(facts));
+}
+
+QString Mirror::TakeReading(const Feed &feed, const FeedReading &reading) {
+  QString fault = live_->Take(feed, reading);
+  // What a feed confirms is newer data, though no event has changed.
+  if (!facts_.is_sample && facts_.data_time != live_->TimeOfData())
+    ShowLive(catalogue_);
+  return fault;
+}
+
+Status Mirror::Look() const {
+  Status status = {.now = QDateTime::currentMSecsSinceEpoch(),
+                   .traffic = server_.traffic(),
+                   .connections = server_.Connections(),
+                   .events = catalogue_->events().size(),
+                   .is_live = live_ != nullptr,
+                   .service_store_works = service_.StoreWorks()};
+  if (live_) {
+    status.data_time = live_->TimeOfData();
+    status.feeds = poller_->States();
+    status.event_store_works = live_->store().Works();
+    status.unwritten_events = live_->store().Unwritten();
+  }
+  return status;
 }
 
 std::optional<int> Mirror::Listen() {
@@ -102,7 +219,7 @@ std::optional<int> Mirror::Listen() {
     if (second == Listening::Begun)
       options_.addresses.emplace_back(QHostAddress::LocalHostIPv6);
     else
-      Log("continuing with IPv4 only");
+      log_(LogLevel::Warning, "continuing with IPv4 only");
   }
   return std::nullopt;
 }
@@ -115,14 +232,14 @@ Mirror::Listening Mirror::ListenAt(const QHostAddress &address) {
   }
   const QString place = AddressText(address, options_.port);
   if (server_.ListenError() != QAbstractSocket::AddressInUseError) {
-    Log(QString("cannot listen on %1: %2").arg(place, server_.ListenErrorText()));
+    log_(LogLevel::Error, QString("cannot listen on %1: %2").arg(place, server_.ListenErrorText()));
     return Listening::Impossible;
   }
   if (const std::optional<std::string> version = MirrorVersionAt(address, options_.port)) {
-    Log(AlreadyServed(place, QString::fromStdString(*version)));
+    log_(LogLevel::Warning, AlreadyServed(place, QString::fromStdString(*version)));
     return Listening::MirrorIsThere;
   }
-  Log(QString("cannot listen on %1: another program listens there").arg(place));
+  log_(LogLevel::Error, QString("cannot listen on %1: another program listens there").arg(place));
   return Listening::ForeignIsThere;
 }
 
@@ -132,7 +249,7 @@ std::optional<int> Mirror::WaitForMonitors() {
   const QString fault = monitors_->Start(QFile::decodeName(socket.c_str()));
   if (fault.isEmpty())
     return std::nullopt;
-  Log(fault);
+  log_(LogLevel::Error, fault);
   return 1;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
+#include <utility>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -23,29 +24,45 @@ int reading_end = -1;
 int writing_end = -1;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-void OnSignal(int) {
+void OnSignal(int signal) {
   const int error = errno;
-  [[maybe_unused]] const ssize_t written = ::write(writing_end, "", 1);
+  const char byte = static_cast<char>(signal);
+  [[maybe_unused]] const ssize_t written = ::write(writing_end, &byte, 1);
   errno = error;
+}
+
+/// A shell has signals ignored for what it starts in the background, and so does nohup.
+void CatchUnlessIgnored(int signal) {
+  if (std::signal(signal, OnSignal) == SIG_IGN)
+    std::signal(signal, SIG_IGN);
 }
 
 }  // namespace
 
-StopSignals::StopSignals() {
+StopSignals::StopSignals(std::function<void()> reread) {
   int ends[2] = {};
   if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
     return;
   reading_end = ends[0];
   writing_end = ends[1];
+  const bool had_terminal = ::isatty(STDERR_FILENO) != 0;
   auto *notifier = new QSocketNotifier(reading_end, QSocketNotifier::Read, this);
-  connect(notifier, &QSocketNotifier::activated, this, [notifier] {
-    notifier->setEnabled(false);
-    QCoreApplication::quit();
+  connect(notifier, &QSocketNotifier::activated, this, [this, notifier, reread = std::move(reread), had_terminal] {
+    char signal = 0;
+    while (::read(reading_end, &signal, 1) == 1) {
+      const bool has_lost_terminal = had_terminal && ::isatty(STDERR_FILENO) == 0;
+      if (signal == SIGHUP && !has_lost_terminal) {
+        reread();
+        continue;
+      }
+      has_stopped_ = true;
+      notifier->setEnabled(false);
+      QCoreApplication::quit();
+    }
   });
   std::signal(SIGTERM, OnSignal);
-  // A shell ignores it for what it starts in the background.
-  if (std::signal(SIGINT, OnSignal) == SIG_IGN)
-    std::signal(SIGINT, SIG_IGN);
+  CatchUnlessIgnored(SIGINT);
+  CatchUnlessIgnored(SIGHUP);
 }
 
 StopSignals::~StopSignals() {
@@ -53,6 +70,7 @@ StopSignals::~StopSignals() {
     return;
   std::signal(SIGTERM, SIG_DFL);
   std::signal(SIGINT, SIG_DFL);
+  std::signal(SIGHUP, SIG_DFL);
   ::close(reading_end);
   ::close(writing_end);
   reading_end = writing_end = -1;
@@ -60,7 +78,7 @@ StopSignals::~StopSignals() {
 
 #else
 
-StopSignals::StopSignals() = default;
+StopSignals::StopSignals(std::function<void()> /*reread*/) {}
 StopSignals::~StopSignals() = default;
 
 #endif

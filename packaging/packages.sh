@@ -1,9 +1,10 @@
 # The Debian packages that the commands `run` and `test` need, in one place. Both source this file.
 # shellcheck shell=bash disable=SC2016,SC2034
 
-# To build the two programs and their tests, to show a window, to sound an alarm, to store what the maker's service receives.
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libx11-dev
-  libgtest-dev fonts-liberation libpulse0 libqt6sql6-sqlite libqt6sql6-psql)
+# To build the two programs and their tests, to show a window, to sound an alarm, to store what the maker's service receives, to
+# verify who sends the feeds of events.
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libx11-dev ca-certificates
+  libgtest-dev fonts-liberation libpulse0 libqt6sql6-sqlite libqt6sql6-psql libtomlplusplus-dev)
 
 # To drive the real programs on a virtual screen: the screen, its window manager, keys and clicks, the session bus, the
 # screen reader's view, the screenshot, the check of the autostart entry, a tray.
@@ -15,8 +16,9 @@ screen_packages=(xvfb openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-
 sound_packages=(pulseaudio-utils)
 if ! command -v pulseaudio pipewire-pulse >/dev/null; then sound_packages+=(pulseaudio); fi
 
-# To test the maker's service on a database server, and the backup of its file.
-service_packages=(postgresql sqlite3)
+# To test the maker's service on a database server, the backup of its file, and what systemd thinks of the mirror's units; to make the
+# certificates of a feed's server.
+service_packages=(postgresql sqlite3 systemd openssl)
 
 # To check the code. Format and findings depend on the version, so the version is fixed.
 check_packages=(binutils ccache clang-format-14)

@@ -3,9 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
+#include "catalogue/free_memory.h"
 
 namespace borvane::mirror {
 
@@ -15,14 +13,6 @@ namespace {
 constexpr int look_interval_ms = 200;
 
 constexpr qint64 largest_file = qint64{256} * 1024 * 1024;
-
-/// Gives the system back what the text, its JSON and the catalogue before it took. The C library keeps it otherwise, a
-/// hundred megabytes after a large catalogue.
-void ReturnFreeMemory() {
-#ifdef __GLIBC__
-  ::malloc_trim(0);
-#endif
-}
 
 }  // namespace
 

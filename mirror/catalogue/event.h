@@ -16,6 +16,11 @@ struct Event {
   QString place;                    ///< as the catalogue has it, any characters; may be empty
   QString network;                  ///< code of the network that gave the event; may be empty
   QString kind;                     ///< "earthquake", "quarry blast" ...; may be empty
+  qint64 updated = 0;               ///< when it was last revised, milliseconds since 1970 UTC; 0 if that is not known
+  QString credit = {};              ///< whom to thank for it; empty for the US Geological Survey
+  bool is_listed = true;            ///< whether it is on list pages; its own page it has in any case
+
+  bool operator==(const Event &) const = default;
 };
 
 /// Whether `id` can name an event: 1 to 64 letters, digits, ".", "_" and "-" of ASCII. Nothing else can be in the

@@ -7,14 +7,14 @@
 
 namespace borvane::mirror {
 
-namespace {
+using namespace Qt::Literals::StringLiterals;
 
 std::optional<Event> ReadFeature(const QJsonObject &feature) {
-  const QJsonObject properties = feature["properties"].toObject();
-  const QJsonArray coordinates = feature["geometry"].toObject()["coordinates"].toArray();
+  const QJsonObject properties = feature["properties"_L1].toObject();
+  const QJsonArray coordinates = feature["geometry"_L1].toObject()["coordinates"_L1].toArray();
   Event event;
-  event.id = feature["id"].toString();
-  const QJsonValue time = properties["time"];
+  event.id = feature["id"_L1].toString();
+  const QJsonValue time = properties["time"_L1];
   const QJsonValue longitude = coordinates.at(0);
   const QJsonValue latitude = coordinates.at(1);
   if (!IsEventId(event.id) || !time.isDouble() || !longitude.isDouble() || !latitude.isDouble())
@@ -29,31 +29,30 @@ std::optional<Event> ReadFeature(const QJsonObject &feature) {
 
   if (const QJsonValue depth = coordinates.at(2); depth.isDouble())
     event.depth = PlausibleDepth(depth.toDouble());
-  if (const QJsonValue magnitude = properties["mag"]; magnitude.isDouble())
+  if (const QJsonValue magnitude = properties["mag"_L1]; magnitude.isDouble())
     event.magnitude = PlausibleMagnitude(magnitude.toDouble());
-  event.place = properties["place"].toString();
-  event.network = properties["net"].toString();
-  event.kind = properties["type"].toString();
+  event.place = properties["place"_L1].toString();
+  event.network = properties["net"_L1].toString();
+  event.kind = properties["type"_L1].toString();
   return event;
 }
 
-}  // namespace
-
-CatalogueReading ReadGeoJson(const QByteArray &text) {
-  CatalogueReading reading;
+FeatureCollection ReadFeatureCollection(const QByteArray &text) {
   QJsonParseError error;
   const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-  if (error.error != QJsonParseError::NoError) {
-    reading.fault = QString("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset);
-    return reading;
-  }
-  const QJsonObject root = document.object();
-  if (root["type"].toString() != "FeatureCollection" || !root["features"].isArray()) {
-    reading.fault = "not a GeoJSON feature collection";
-    return reading;
-  }
+  if (error.error != QJsonParseError::NoError)
+    return {.root = {}, .fault = QString("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset)};
+  QJsonObject root = document.object();
+  if (root["type"_L1].toString() != "FeatureCollection" || !root["features"_L1].isArray())
+    return {.root = {}, .fault = "not a GeoJSON feature collection"};
+  return {.root = std::move(root), .fault = {}};
+}
 
-  const QJsonArray features = root["features"].toArray();
+CatalogueReading ReadGeoJson(const QByteArray &text) {
+  const FeatureCollection collection = ReadFeatureCollection(text);
+  CatalogueReading reading;
+  reading.fault = collection.fault;
+  const QJsonArray features = collection.root["features"_L1].toArray();
   reading.events.reserve(static_cast<std::size_t>(features.size()));
   for (const QJsonValue feature : features) {
     if (std::optional<Event> event = ReadFeature(feature.toObject()))

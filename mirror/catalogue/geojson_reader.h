@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "catalogue/event.h"
@@ -20,5 +22,16 @@ struct CatalogueReading {
 /// longitude, latitude and depth. Magnitude, depth, place, network and type may be missing, null or of a wrong kind,
 /// and are then absent.
 CatalogueReading ReadGeoJson(const QByteArray &text);
+
+/// A GeoJSON text with an array of features.
+struct FeatureCollection {
+  QJsonObject root;
+  QString fault;  ///< what is wrong with the text as a whole; empty when it could be read
+};
+
+FeatureCollection ReadFeatureCollection(const QByteArray &text);
+
+/// The event of a feature; nothing when it has no usable id, origin time or epicentre.
+std::optional<Event> ReadFeature(const QJsonObject &feature);
 
 }  // namespace borvane::mirror

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include "common/mirror_probe.h"
 #include "http/html_page.h"
 
 namespace borvane::mirror {
@@ -93,7 +94,8 @@ Answer Redirection(const QByteArray &location) {
 
 QByteArray HeadText(const Answer &answer, Afterwards afterwards) {
   QByteArray text = "HTTP/1.1 " + QByteArray::number(answer.status) + ' ' + Reason(answer.status);
-  text += "\r\nServer: borvane-mirror/" BORVANE_VERSION "\r\nDate: ";
+  text += "\r\nServer: borvane-mirror/" BORVANE_VERSION "\r\n";
+  text.append(pages_field).append(": ").append(pages_number).append("\r\nDate: ");
   text += QLocale::c().toString(QDateTime::currentDateTimeUtc(), u"ddd, dd MMM yyyy hh:mm:ss 'GMT'").toLatin1();
   text += "\r\nContent-Type: " + answer.type + "\r\nContent-Length: " + QByteArray::number(answer.body.size());
   // A page shows what the catalogue says, and must never load or run anything.

@@ -133,6 +133,7 @@ void Connection::Refuse(int status) {
 }
 
 void Connection::Give(const Answer &answer, Afterwards afterwards) {
+  ++shared_.traffic.answers[answer.status];
   head_ = HeadText(answer, afterwards);
   const QByteArray body = request_.method == "HEAD" ? QByteArray() : answer.body;
   if (body.size() <= short_body) {

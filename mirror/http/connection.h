@@ -6,6 +6,7 @@
 #include "http/handler.h"
 #include "http/limits.h"
 #include "http/socket.h"
+#include "http/traffic.h"
 #include "http/unsent_bodies.h"
 
 namespace borvane::mirror {
@@ -19,6 +20,7 @@ class Connection : public QObject {
     const Limits &limits;
     Handler &handler;
     UnsentBodies &bodies;
+    Traffic &traffic;
   };
 
   /// Takes over the connected socket `descriptor` of the client at that address.

@@ -26,6 +26,11 @@ class Server : public QObject {
   QAbstractSocket::SocketError ListenError() const { return listen_error_; }
   const QString &ListenErrorText() const { return listen_error_text_; }
 
+  const Traffic &traffic() const { return traffic_; }
+
+  /// How many connections there are at the moment.
+  int Connections() const { return static_cast<int>(connections_.size()); }
+
  private:
   /// What a connection counts as.
   struct Place {
@@ -42,6 +47,7 @@ class Server : public QObject {
   const Limits limits_;
   Handler &handler_;
   UnsentBodies bodies_;
+  Traffic traffic_;
   std::vector<std::unique_ptr<Listener>> listeners_;
   QHash<Connection *, Place> connections_;
   QHash<QHostAddress, int> served_;  ///< connections of each client, the refused ones aside

@@ -8,21 +8,22 @@
 
 namespace borvane::mirror {
 
-QByteArray AreaPage(const Area &area, const Catalogue &catalogue, const QByteArray &host) {
+QByteArray AreaPage(const Area &area, const Catalogue &catalogue, const QByteArray &host, const PageFacts &facts) {
   const ListedEvents events = ListEvents(catalogue, [&](const Event &event) { return area.Holds(event); });
+  const ListFrame frame = FrameOf(area.name, events, facts);
   switch (area.form) {
     case ListForm::Quakes:
       break;
     case ListForm::MapList:
-      return MapListPage(area.name, events);
+      return MapListPage(frame, events);
     case ListForm::MapAnchor:
-      return MapAnchorPage(area.name, events);
+      return MapAnchorPage(frame, events);
     case ListForm::World:
-      return WorldPage(area.name, events);
+      return WorldPage(frame, events);
     case ListForm::Region:
-      return RegionPage(area.name, events, host);
+      return RegionPage(frame, events, host);
   }
-  return QuakesPage(area.name, events);
+  return QuakesPage(frame, events);
 }
 
 }  // namespace borvane::mirror

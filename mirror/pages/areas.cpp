@@ -12,7 +12,7 @@ constexpr Box world = {-90.0, 90.0, -180.0, 180.0};
 // The one table of what is served where. The pages that are named by two numbers hold the events within one degree of
 // longitude and latitude, so that they are the same with and without their row here.
 // clang-format off
-constexpr std::array<Area, 15> areas = {{
+constexpr std::array<Area, 15> all_areas = {{
     {"Los Angeles", Endpoint::Southern, "/recenteqs/Maps/Los_Angeles.html", ListForm::Quakes, {33.0, 35.0, -119.5, -116.5}},
     {"San Francisco", Endpoint::Southern, "/recenteqs/Maps/San_Francisco.html", ListForm::Quakes, {36.8, 38.8, -123.5, -121.2}},
     {"Long Valley", Endpoint::Southern, "/recenteqs/Maps/Long_Valley.html", ListForm::Quakes, {37.0, 38.3, -119.6, -118.0}},
@@ -39,12 +39,21 @@ QByteArray PageAddress(const Area &area, quint16 port) {
 
 bool IsListPath(const QByteArray &path) {
   return path.startsWith(map_folder) ||
-         std::any_of(areas.begin(), areas.end(), [&](const Area &area) { return path == area.path; });
+         std::any_of(all_areas.begin(), all_areas.end(), [&](const Area &area) { return path == area.path; });
 }
 
-std::span<const Area> Areas() { return areas; }
+std::span<const Area> Areas() { return all_areas; }
 
-const Area *FindArea(const QByteArray &path, std::optional<Endpoint> endpoint) {
+std::vector<Area> AreasWith(const std::vector<NamedBox> &boxes) {
+  std::vector<Area> changed(all_areas.begin(), all_areas.end());
+  for (const NamedBox &named : boxes)
+    for (Area &area : changed)
+      if (named.name == area.name)
+        area.box = named.box;
+  return changed;
+}
+
+const Area *FindArea(const QByteArray &path, std::optional<Endpoint> endpoint, std::span<const Area> areas) {
   const Area *found = nullptr;
   for (const Area &area : areas) {
     if (path != area.path || (endpoint && *endpoint != area.endpoint))

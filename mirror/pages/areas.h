@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 #include <limits>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "catalogue/event.h"
 #include "common/hosts.h"
@@ -23,6 +25,8 @@ struct Box {
   double north;
   double west;
   double east;
+
+  bool operator==(const Box &) const = default;
 
   bool Contains(double latitude, double longitude) const {
     const bool is_between =
@@ -55,7 +59,19 @@ QByteArray PageAddress(const Area &area, quint16 port);
 /// All named areas, in the order in which the monitor lists them.
 std::span<const Area> Areas();
 
-/// The area at `path` of the endpoint; when that is not known, the one area that has the path. Null when there is none.
-const Area *FindArea(const QByteArray &path, std::optional<Endpoint> endpoint);
+/// A box that takes the place of that of the area with the name.
+struct NamedBox {
+  QString name;
+  Box box;
+
+  bool operator==(const NamedBox &) const = default;
+};
+
+/// All named areas with those boxes in place of their own.
+std::vector<Area> AreasWith(const std::vector<NamedBox> &boxes);
+
+/// The area of `areas` at `path` of the endpoint; when that is not known, the one area that has the path. Null when
+/// there is none.
+const Area *FindArea(const QByteArray &path, std::optional<Endpoint> endpoint, std::span<const Area> areas = Areas());
 
 }  // namespace borvane::mirror

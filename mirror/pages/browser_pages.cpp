@@ -57,14 +57,15 @@ QByteArray FeltFormPage() {
 
 }  // namespace
 
-std::optional<QByteArray> BrowserPage(const QByteArray &path, const Catalogue &catalogue) {
+std::optional<QByteArray> BrowserPage(const QByteArray &path, const Catalogue &catalogue, const PageFacts &facts) {
   if (std::find(felt_forms.begin(), felt_forms.end(), path) != felt_forms.end())
     return FeltFormPage();
   const auto *page =
       std::find_if(pages.begin(), pages.end(), [&](const ListedPage &listed) { return path == listed.path; });
   if (page == pages.end())
     return std::nullopt;
-  return QuakesPage(page->name, ListEvents(catalogue, page->belongs), page->today);
+  const ListedEvents events = ListEvents(catalogue, page->belongs);
+  return QuakesPage(FrameOf(page->name, events, facts), events, page->today);
 }
 
 QByteArray BrowserPageLinks(quint16 port) {

@@ -1,13 +1,9 @@
 #include "pages/event_page.h"
 
-#include <QDateTime>
-#include <cmath>
-#include <cstdlib>
-
 #include "http/html_page.h"
-#include "pages/areas.h"
 #include "pages/coordinates.h"
 #include "pages/figures.h"
+#include "pages/list_rows.h"
 #include "pages/locator_map.h"
 #include "pages/text.h"
 
@@ -15,7 +11,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr double miles_per_kilometre = 0.621371;
+constexpr double miles_a_kilometre = 0.621371;
 
 // The monitor takes latitude, longitude and depth from the tenth character after the first "Latitude:", "Longitude:"
 // and "Depth:" of the page up to the next "<".
@@ -35,26 +31,35 @@ QString KindOf(const Event &event) {
 /// The place for running text: without the blank that keeps the miles of list rows in a column.
 QString PlaceOf(const Event &event) { return PlaceWithMiles(event.place).replace("( ", "("); }
 
-QString TitleOf(const Event &event) {
-  const QString what =
-      event.magnitude ? "Magnitude " + QString::fromLatin1(MagnitudeText(*event.magnitude)) : KindOf(event);
-  return event.place.isEmpty() ? what : what + ", " + PlaceOf(event);
+/// "Magnitude 2.0", "Quarry blast of magnitude 2.0", "Earthquake".
+QString WhatOf(const Event &event) {
+  if (!event.magnitude)
+    return KindOf(event);
+  const QString magnitude = QString::fromLatin1(MagnitudeText(*event.magnitude));
+  if (event.kind.isEmpty() || event.kind == "earthquake")
+    return "Magnitude " + magnitude;
+  return KindOf(event) + " of magnitude " + magnitude;
 }
 
-/// The local time zone's distance from UTC at that moment, "UTC-07:00".
-QByteArray ZoneText(qint64 milliseconds) {
-  const int minutes = QDateTime::fromMSecsSinceEpoch(milliseconds).offsetFromUtc() / 60;
-  return QString("UTC%1%2:%3")
-      .arg(minutes < 0 ? '-' : '+')
-      .arg(std::abs(minutes) / 60, 2, 10, QChar('0'))
-      .arg(std::abs(minutes) % 60, 2, 10, QChar('0'))
-      .toLatin1();
+/// Whom to thank for the event.
+QString CreditOf(const Event &event) {
+  return event.credit.isEmpty() ? "U.S. Geological Survey, public domain" : event.credit;
+}
+
+/// Whether the Survey has a page about the event.
+bool IsOfTheSurvey(const Event &event) {
+  return event.credit.isEmpty() || event.credit.startsWith("U.S. Geological Survey");
+}
+
+QString TitleOf(const Event &event) {
+  const QString what = WhatOf(event);
+  return event.place.isEmpty() ? what : what + ", " + PlaceOf(event);
 }
 
 QByteArray DepthSentence(const Event &event) {
   if (!event.depth)
     return "not known";
-  return DepthText(event.depth) + " km (" + DepthText(*event.depth * miles_per_kilometre) + " mi)";
+  return DepthText(event.depth) + " km (" + DepthText(*event.depth * miles_a_kilometre) + " mi)";
 }
 
 QByteArray Figures(const Event &event) {
@@ -69,29 +74,36 @@ QByteArray Figures(const Event &event) {
   list += Row("Kind", ValueText(KindOf(event)));
   if (!event.network.isEmpty())
     list += Row("Network", ValueText(event.network));
+  if (event.updated != 0)
+    list += Row("Revised", LocalTimeText(event.updated) + " (" + ZoneText(event.updated) + ')');
+  list += Row("Credit", ValueText(CreditOf(event)));
   list += Row("Id", HtmlText(event.id));
   return list + "</dl>\n";
 }
 
-QByteArray Links(const Event &event, quint16 port) {
+QByteArray Links(const Event &event, quint16 port, const PageFacts &facts) {
   QByteArray list = "<ul>\n";
-  for (const Area &area : Areas())
-    if (area.Holds(event))
+  for (const Area &area : facts.areas)
+    if (event.is_listed && area.Holds(event))
       list +=
           "<li><a href=\"" + PageAddress(area, port) + "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
   list += "<li><a href=\"" + MapPath(event) + "\">Recent earthquakes around this one</a></li>\n";
-  list += "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/" + HtmlText(event.id) +
-          "\">The U.S. Geological Survey's page about this event</a></li>\n";
+  if (IsOfTheSurvey(event))
+    list += "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/" + HtmlText(event.id) +
+            "\">The U.S. Geological Survey's page about this event</a></li>\n";
   return list + "<li><a href=\"/\">All pages</a></li>\n</ul>\n";
 }
 
 }  // namespace
 
-QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 port) {
+QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 port, const PageFacts &facts) {
   const QByteArray title = ValueText(TitleOf(event));
-  const QByteArray body = "<h1>" + title + "</h1>\n" + Figures(event) + LocatorMap(event, catalogue) +
-                          Links(event, port) +
-                          "<footer>Served by borvane-mirror. Event: U.S. Geological Survey, public domain.</footer>\n";
+  const QByteArray data = DataNote(facts);
+  QByteArray body = "<h1>" + title + "</h1>\n";
+  if (!data.isEmpty())
+    body += "<p>" + data + "</p>\n";
+  body += Figures(event) + LocatorMap(event, catalogue) + Links(event, port, facts);
+  body += "<footer>Served by borvane-mirror. Event: " + ValueText(CreditOf(event)) + ".</footer>\n";
   return HtmlPage(title, body);
 }
 

@@ -1,5 +1,7 @@
 #include "pages/figures.h"
 
+#include <QStringBuilder>
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -51,6 +53,44 @@ QByteArray DegreesText(double degrees, char positive, char negative) {
   return text;
 }
 
+/// How far local time is ahead of UTC at that second, in seconds.
+long OffsetAt(std::time_t second) {
+  std::tm moment = {};
+  ::localtime_r(&second, &moment);
+  return moment.tm_gmtoff;
+}
+
+QByteArray OffsetText(long seconds) {
+  const int minutes = static_cast<int>(std::labs(seconds) / 60);
+  char text[] = "UTC+00:00";
+  if (seconds < 0)
+    text[3] = '-';
+  PutDigits(text + 4, 2, minutes / 60);
+  PutDigits(text + 7, 2, minutes % 60);
+  return text;
+}
+
+/// The latest second from which on the offset is that of `last` up to `last`, if it is after `first`. No zone keeps an
+/// offset for less than a week.
+std::optional<std::time_t> LastChange(std::time_t first, std::time_t last) {
+  constexpr std::time_t week = 7 * 86'400;
+  const long offset = OffsetAt(last);
+  std::time_t same = last;
+  while (same > first) {
+    std::time_t other = std::max(first, same - week);
+    if (OffsetAt(other) == offset) {
+      same = other;
+      continue;
+    }
+    while (same - other > 1) {
+      const std::time_t middle = other + (same - other) / 2;
+      (OffsetAt(middle) == offset ? same : other) = middle;
+    }
+    return same;
+  }
+  return std::nullopt;
+}
+
 /// A half is rounded away from zero.
 long TenthsOf(double value) { return std::lround(value * 10); }
 
@@ -92,6 +132,18 @@ QByteArray UtcTimeText(qint64 milliseconds) {
   std::tm moment = {};
   ::gmtime_r(&second, &moment);
   return TimeText(moment);
+}
+
+QByteArray ZoneText(qint64 milliseconds) { return OffsetText(OffsetAt(SecondOf(milliseconds))); }
+
+QByteArray ZonesText(qint64 first, qint64 last) {
+  QByteArray zone = ZoneText(last);
+  const std::optional<std::time_t> change = LastChange(SecondOf(first), SecondOf(last));
+  if (!change)
+    return zone;
+  if (LastChange(SecondOf(first), *change - 1))
+    return zone + ", or as the date had it";
+  return zone + " (" + OffsetText(OffsetAt(*change - 1)) + " before " + UtcTimeText(qint64{*change} * 1000) + " UTC)";
 }
 
 }  // namespace borvane::mirror

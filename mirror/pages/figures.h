@@ -32,4 +32,11 @@ QByteArray LocalTimeText(qint64 milliseconds);
 /// The same in UTC.
 QByteArray UtcTimeText(qint64 milliseconds);
 
+/// The local time zone's distance from UTC at that moment, "UTC-07:00".
+QByteArray ZoneText(qint64 milliseconds);
+
+/// Those distances from one moment to another: "UTC-07:00", or "UTC-08:00 (UTC-07:00 before 2026/11/01 09:00:00 UTC)"
+/// where the clocks were changed between the two, or "UTC-08:00, or as the date had it" where that was more than once.
+QByteArray ZonesText(qint64 first, qint64 last);
+
 }  // namespace borvane::mirror

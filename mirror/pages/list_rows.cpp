@@ -11,12 +11,22 @@ namespace {
 /// Rows are longer than the lines of a text.
 constexpr const char *wide = "<style>body { max-width: 62rem; }</style>";
 
+/// HTML in which nothing is the address of an event's page, which marks a row.
+QByteArray CreditText(const QString &credit) {
+  return HtmlText(credit).replace("recenteqs/Quakes", "recenteqs Quakes");
+}
+
+/// Says which zones the times of the events have.
+QByteArray ZonesNote(const ListedEvents &events) {
+  return "Times are local: " + ZonesText(events.back()->origin_time, events.front()->origin_time) + ".";
+}
+
 }  // namespace
 
 ListedEvents ListEvents(const Catalogue &catalogue, const EventTest &belongs) {
   ListedEvents events;
   for (const Event &event : catalogue.events())
-    if (event.magnitude && belongs(event))
+    if (event.is_listed && event.magnitude && belongs(event))
       events.push_back(&event);
   return events;
 }
@@ -32,12 +42,42 @@ QByteArray RowFigures(const Event &event) {
 
 QByteArray RowPlace(const Event &event) { return RowText(PlaceWithMiles(event.place)); }
 
-QByteArray ListPage(const QString &title, const QByteArray &list, const QByteArray &legend, const QByteArray &head) {
-  const QByteArray heading = "Recent Earthquakes: " + HtmlText(title);
+ListFrame FrameOf(const QString &title, const ListedEvents &events, const PageFacts &facts) {
+  ListFrame frame = {.title = title};
+  const QByteArray data = DataNote(facts);
+  const QByteArray zones = events.empty() ? QByteArray() : ZonesNote(events);
+  if (!data.isEmpty() || !zones.isEmpty())
+    frame.note = "<p>" + data + (data.isEmpty() || zones.isEmpty() ? "" : " ") + zones + "</p>\n";
+  QStringList credits;
+  const QString *last = nullptr;
+  for (const Event *event : events) {
+    // Neighbours mostly have one source.
+    if (last && *last == event->credit)
+      continue;
+    last = &event->credit;
+    const QString credit = event->credit.isEmpty() ? frame.credit : event->credit;
+    if (!credits.contains(credit))
+      credits.append(credit);
+  }
+  if (!credits.isEmpty())
+    frame.credit = credits.join("; ");
+  return frame;
+}
+
+QByteArray DataNote(const PageFacts &facts) {
+  if (facts.is_sample)
+    return "These events are a bundled sample, not today's.";
+  if (!facts.data_time)
+    return {};
+  return "Data of " + LocalTimeText(*facts.data_time) + " (" + ZoneText(*facts.data_time) + ").";
+}
+
+QByteArray ListPage(const ListFrame &frame, const QByteArray &list, const QByteArray &legend, const QByteArray &head) {
+  const QByteArray heading = "Recent Earthquakes: " + HtmlText(frame.title);
   return HtmlPage(heading,
-                  "<h1>" + heading + "</h1>\n" + list + "<footer>" + legend +
-                      "Times are local to this computer, depths in kilometres. Source: U.S. Geological "
-                      "Survey.</footer>\n",
+                  "<h1>" + heading + "</h1>\n" + frame.note + list + "<footer>" + legend +
+                      "Times are local to this computer, depths in kilometres. Source: " + CreditText(frame.credit) +
+                      ".</footer>\n",
                   QByteArray(wide) + head);
 }
 

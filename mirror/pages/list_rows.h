@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "catalogue/catalogue.h"
+#include "pages/page_facts.h"
 
 namespace borvane::mirror {
 
@@ -18,8 +19,8 @@ using EventTest = std::function<bool(const Event &)>;
 /// The events of a list page, the newest first. They belong to a catalogue that outlives the list.
 using ListedEvents = std::vector<const Event *>;
 
-/// The events that a list page shows of those that belong to it: all that have a magnitude, since no form has a row
-/// without one.
+/// The events that a list page shows of those that belong to it: all that may be listed and have a magnitude, since no
+/// form has a row without one.
 ListedEvents ListEvents(const Catalogue &catalogue, const EventTest &belongs);
 
 /// The path of an event's page, on every host: "/recenteqs/Quakes/ci37868143.html".
@@ -35,9 +36,23 @@ QByteArray RowFigures(const Event &event);
 /// The event's place with miles, as text that no scanner takes for anything else.
 QByteArray RowPlace(const Event &event);
 
-/// A list page in the frame of all pages: its heading, the list, and a foot with the legend of the list's form.
-/// `list` and `legend` are HTML, as is what `head` adds to the page's head.
-QByteArray ListPage(const QString &title, const QByteArray &list, const QByteArray &legend = {},
+/// What a list page says around its list.
+struct ListFrame {
+  QString title;
+  QByteArray note = {};  ///< HTML under the heading
+  QString credit = "U.S. Geological Survey";
+};
+
+/// The frame of a page with those events: a note of the time of the data and of the zone of the times, and the credits
+/// of all events.
+ListFrame FrameOf(const QString &title, const ListedEvents &events, const PageFacts &facts);
+
+/// What a page says of the time of its data; empty when there is nothing to say.
+QByteArray DataNote(const PageFacts &facts);
+
+/// A list page in the frame of all pages: its heading and note, the list, and a foot with the legend of the list's form
+/// and the credit. `list` and `legend` are HTML, as is what `head` adds to the page's head.
+QByteArray ListPage(const ListFrame &frame, const QByteArray &list, const QByteArray &legend = {},
                     const QByteArray &head = {});
 
 /// What a list page says in place of its list when it has no events.

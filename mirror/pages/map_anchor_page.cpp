@@ -20,14 +20,14 @@ void AddAnchorRow(QByteArray &list, const Event &event) {
 
 }  // namespace
 
-QByteArray MapAnchorPage(const QString &title, const ListedEvents &events) {
+QByteArray MapAnchorPage(const ListFrame &frame, const ListedEvents &events) {
   if (events.empty())
-    return ListPage(title, no_events, {}, base);
+    return ListPage(frame, no_events, {}, base);
   QByteArray list =
       "<table>\n<tr><th>Map</th> <th>Magnitude, date, time, latitude, longitude, depth, place</th></tr>\n";
   for (const Event *event : events)
     AddAnchorRow(list, *event);
-  return ListPage(title, list + "</table>\n", {}, base);
+  return ListPage(frame, list + "</table>\n", {}, base);
 }
 
 }  // namespace borvane::mirror

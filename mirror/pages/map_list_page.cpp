@@ -20,7 +20,7 @@ constexpr qsizetype longest_stretch = 25'000;
 /// column.
 constexpr qsizetype width_to_place = 49;
 
-bool IsStrong(const Event &event) { return ShownMagnitude(*event.magnitude) >= bold_map_magnitude; }
+bool IsBold(const Event &event) { return ShownMagnitude(*event.magnitude) >= bold_map_magnitude; }
 
 /// Chooses how each row begins: strong events in capitals, weak ones not, but for rows whose other kind is due.
 class RowStarts {
@@ -46,7 +46,7 @@ class RowStarts {
 // figures, none after the depth. The place begins at the second character after the link, and loses the one in front of
 // the next "<". A row is bold by its magnitude alone, however it begins.
 void AddMapRow(QByteArray &list, const Event &event, RowStart start) {
-  const bool is_strong = IsStrong(event);
+  const bool is_strong = IsBold(event);
   const QByteArray map = "<A HREF=\"" + MapPath(event) + "\">";
   const QByteArray magnitude = MagnitudeText(*event.magnitude);
   const QByteArray figures = RowFigures(event);
@@ -64,18 +64,18 @@ void AddMapRow(QByteArray &list, const Event &event, RowStart start) {
 }
 
 // Without a capital start in the text the scanner would look for a row at the page's head.
-constexpr const char *legend = "Each <A>MAP</A> leads to the events around. Bold: magnitude 3.0 and above. ";
+constexpr const char *map_legend = "Each <A>MAP</A> leads to the events around. Bold: magnitude 3.0 and above. ";
 
 }  // namespace
 
-QByteArray MapListPage(const QString &title, const ListedEvents &events) {
+QByteArray MapListPage(const ListFrame &frame, const ListedEvents &events) {
   if (events.empty())
-    return ListPage(title, no_events, legend);
+    return ListPage(frame, no_events, map_legend);
   QByteArray list = "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH    PLACE</b>\n";
   RowStarts starts;
   for (const Event *event : events)
-    AddMapRow(list, *event, starts.Next(IsStrong(*event), event == events.back(), list.size()));
-  return ListPage(title, list + "</pre>\n", legend);
+    AddMapRow(list, *event, starts.Next(IsBold(*event), event == events.back(), list.size()));
+  return ListPage(frame, list + "</pre>\n", map_legend);
 }
 
 }  // namespace borvane::mirror

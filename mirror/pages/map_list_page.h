@@ -12,6 +12,6 @@ inline constexpr double bold_map_magnitude = 3;
 
 /// The list page of the networks of Utah and the northeast, in the form that the monitor's map list scanner reads. The
 /// map link at the start of a row is in small or in capital letters.
-QByteArray MapListPage(const QString &title, const ListedEvents &events);
+QByteArray MapListPage(const ListFrame &frame, const ListedEvents &events);
 
 }  // namespace borvane::mirror

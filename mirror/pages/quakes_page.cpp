@@ -18,13 +18,13 @@ void AddQuakesRow(QByteArray &list, const Event &event) {
 
 }  // namespace
 
-QByteArray QuakesPage(const QString &title, const ListedEvents &events, const QByteArray &introduction) {
+QByteArray QuakesPage(const ListFrame &frame, const ListedEvents &events, const QByteArray &introduction) {
   if (events.empty())
-    return ListPage(title, introduction + no_events);
+    return ListPage(frame, introduction + no_events);
   QByteArray list = introduction + "<pre>\n<b>MAP MAG  DATE       TIME     LAT     LON      DEPTH  PLACE</b>\n";
   for (const Event *event : events)
     AddQuakesRow(list, *event);
-  return ListPage(title, list + "</pre>\n");
+  return ListPage(frame, list + "</pre>\n");
 }
 
 }  // namespace borvane::mirror

@@ -31,9 +31,9 @@ void AddEarlier(QByteArray &list, const Event &event) {
 
 }  // namespace
 
-QByteArray RegionPage(const QString &title, const ListedEvents &events, const QByteArray &host) {
+QByteArray RegionPage(const ListFrame &frame, const ListedEvents &events, const QByteArray &host) {
   if (events.empty())
-    return ListPage(title, no_events);
+    return ListPage(frame, no_events);
   QByteArray list;
   AddNewest(list, *events.front(), host);
   if (events.size() > 1) {
@@ -42,7 +42,7 @@ QByteArray RegionPage(const QString &title, const ListedEvents &events, const QB
       AddEarlier(list, *events[i]);
     list += "</TABLE>\n";
   }
-  return ListPage(title, list);
+  return ListPage(frame, list);
 }
 
 }  // namespace borvane::mirror

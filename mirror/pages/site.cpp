@@ -23,9 +23,9 @@ constexpr qsizetype most_kept_bytes = 32 * 1024 * 1024;
 
 }  // namespace
 
-void Site::SetCatalogue(std::shared_ptr<const Catalogue> catalogue, const QString &source) {
+void Site::SetCatalogue(std::shared_ptr<const Catalogue> catalogue, PageFacts facts) {
   catalogue_ = std::move(catalogue);
-  source_ = source;
+  facts_ = std::move(facts);
   kept_.clear();
   kept_bytes_ = 0;
 }
@@ -47,7 +47,7 @@ Answer Site::Refusal(int status, const QByteArray &target, const QByteArray & /*
 std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray &host) {
   const QByteArray path = PathOf(target);
   const std::optional<Endpoint> endpoint = EndpointOfMirrorHost(host.toStdString());
-  const Area *area = FindArea(path, endpoint);
+  const Area *area = FindArea(path, endpoint, facts_.areas);
   QByteArray key = (endpoint ? QByteArray::number(static_cast<int>(*endpoint)) : QByteArray()) + path;
   QByteArray page_host;
   if (area && area->form == ListForm::Region) {
@@ -60,7 +60,7 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
 
   // The user may have changed the zone since the last page. To look for each time would take longer than the page.
   ::tzset();
-  std::optional<QByteArray> page = area ? AreaPage(*area, *catalogue_, page_host) : WritePage(path);
+  std::optional<QByteArray> page = area ? AreaPage(*area, *catalogue_, page_host, facts_) : WritePage(path);
   if (!page)
     return std::nullopt;
   if (kept_bytes_ + page->size() > most_kept_bytes) {
@@ -74,23 +74,24 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
 
 std::optional<QByteArray> Site::WritePage(const QByteArray &path) const {
   if (path == "/")
-    return IndexPage(*catalogue_, source_, port_);
+    return IndexPage(*catalogue_, facts_, port_);
 
-  if (std::optional<QByteArray> page = BrowserPage(path, *catalogue_))
+  if (std::optional<QByteArray> page = BrowserPage(path, *catalogue_, facts_))
     return page;
 
   if (path.startsWith(map_folder)) {
     const QByteArray name = path.sliced(map_folder.size());
     if (const auto numbers = PageNumbers(name)) {
       const auto belongs = [&](const Event &event) { return BelongsToPage(event, numbers->first, numbers->second); };
-      return QuakesPage(QString::fromLatin1(name.chopped(page_suffix.size())), ListEvents(*catalogue_, belongs));
+      const ListedEvents events = ListEvents(*catalogue_, belongs);
+      return QuakesPage(FrameOf(QString::fromLatin1(name.chopped(page_suffix.size())), events, facts_), events);
     }
   }
 
   if (path.startsWith(event_folder) && path.endsWith(page_suffix)) {
     const QByteArray id = QByteArray::fromPercentEncoding(path.sliced(event_folder.size()).chopped(page_suffix.size()));
     if (const Event *event = catalogue_->Find(QString::fromLatin1(id)))
-      return EventPage(*event, *catalogue_, port_);
+      return EventPage(*event, *catalogue_, port_, facts_);
   }
   return std::nullopt;
 }

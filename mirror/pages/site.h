@@ -6,7 +6,7 @@
 
 #include "catalogue/catalogue.h"
 #include "http/handler.h"
-#include "pages/areas.h"
+#include "pages/page_facts.h"
 
 namespace borvane::mirror {
 
@@ -14,8 +14,8 @@ namespace borvane::mirror {
 /// changes. What no other handler serves is this one's, too, and does not exist.
 class Site : public Handler {
  public:
-  /// `source` says where the events come from, for the page of all pages.
-  void SetCatalogue(std::shared_ptr<const Catalogue> catalogue, const QString &source);
+  /// The events, and what the pages say of them.
+  void SetCatalogue(std::shared_ptr<const Catalogue> catalogue, PageFacts facts);
 
   /// The port that the links to other hosts' pages carry.
   void SetPort(quint16 port) { port_ = port; }
@@ -36,7 +36,7 @@ class Site : public Handler {
   std::optional<QByteArray> WritePage(const QByteArray &path) const;
 
   std::shared_ptr<const Catalogue> catalogue_ = std::make_shared<Catalogue>();
-  QString source_;
+  PageFacts facts_;
   quint16 port_ = 0;
   QHash<QByteArray, QByteArray> kept_;
   qsizetype kept_bytes_ = 0;

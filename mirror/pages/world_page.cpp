@@ -39,14 +39,14 @@ void AddWorldRow(QByteArray &list, const Event &event) {
 }
 
 // The scan fails where no "MAP" is left, also after the last row and without any.
-constexpr const char *legend =
+constexpr const char *world_legend =
     "MAP leads to the events around. Bold: magnitude 4.5 and above, in colour from magnitude 6.0. ";
 
 }  // namespace
 
-QByteArray WorldPage(const QString &title, const ListedEvents &events) {
+QByteArray WorldPage(const ListFrame &frame, const ListedEvents &events) {
   if (events.empty())
-    return ListPage(title, no_events, legend);
+    return ListPage(frame, no_events, world_legend);
   QByteArray list =
       "<table>\n<tr><th>Map</th> <th>Magnitude</th> <th>Time</th> <th>Latitude</th> <th>Longitude</th> <th>Depth</th> "
       "<th>Place</th></tr>\n";
@@ -55,7 +55,7 @@ QByteArray WorldPage(const QString &title, const ListedEvents &events) {
   for (const Event *event : events)
     AddWorldRow(list, *event);
   list += "</table>\n";
-  return ListPage(title, list, legend);
+  return ListPage(frame, list, world_legend);
 }
 
 }  // namespace borvane::mirror

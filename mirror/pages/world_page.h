@@ -13,6 +13,6 @@ inline constexpr double coloured_world_magnitude = 6;
 
 /// The world's list of the national host, in the form that the monitor's world list scanner reads: a table whose cells
 /// are marked by "nowrap".
-QByteArray WorldPage(const QString &title, const ListedEvents &events);
+QByteArray WorldPage(const ListFrame &frame, const ListedEvents &events);
 
 }  // namespace borvane::mirror

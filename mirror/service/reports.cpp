@@ -49,7 +49,8 @@ void Reports::AddDetail(Database &database, const QByteArray &map, const QByteAr
 QByteArray Reports::ReportsOf(Database &database, const QByteArray &map) const {
   QByteArrayList records;
   qsizetype size = 0;
-  const auto take = [&](QByteArray record) {
+  const auto take = [&](const QSqlQuery &row) {
+    QByteArray record = row.value(0).toByteArray();
     size += record.size() + 1;
     if (size > limits_.answer)
       return false;

@@ -2,6 +2,8 @@
 
 #include <QHostAddress>
 
+#include "common/hosts.h"
+
 namespace borvane::mirror {
 
 namespace {
@@ -22,7 +24,7 @@ bool IsFromAnotherSite(const Request &request) {
 bool IsKnownHost(const QByteArray &host, const QStringList &names) {
   const QString name = NameIn(host);
   return host.isEmpty() || name == "localhost" || name.endsWith(".localhost") || !QHostAddress(name).isNull() ||
-         names.contains(name);
+         names.contains(name) || (EndpointOfMirrorHost(name.toStdString()) && names.contains(name.section('.', 1)));
 }
 
 }  // namespace borvane::mirror

@@ -12,8 +12,9 @@ namespace borvane::mirror {
 bool IsFromAnotherSite(const Request &request);
 
 /// Whether the value of a Host header, with or without a port, is an address, "localhost", a name under "localhost" or
-/// one of `names`, which are in lower case; also when it is empty. Any other name may be one whose owner has pointed it
-/// at this computer, so that a browser takes the answers for that owner's own.
+/// one of `names`, which are in lower case, perhaps with the label of an endpoint in front; also when it is empty. Any
+/// other name may be one whose owner has pointed it at this computer, so that a browser takes the answers for that
+/// owner's own.
 bool IsKnownHost(const QByteArray &host, const QStringList &names);
 
 }  // namespace borvane::mirror

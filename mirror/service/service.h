@@ -53,6 +53,9 @@ class Service : public Handler {
   void Handle(const Request &request, const QHostAddress &client, const Reply &reply) override;
   Answer Refusal(int status, const QByteArray &target, const QByteArray &host) const override;
 
+  /// Whether the store did what it was asked for last.
+  bool StoreWorks() const { return store_.Works(); }
+
  private:
   void Dispatch(const Query &query, const QHostAddress &client, const Reply &reply);
   void RecordPresence(const Query &query, const Reply &reply, const StoreThread::Work &answer);

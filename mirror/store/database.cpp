@@ -34,7 +34,7 @@ constexpr const char *postgresql_options =
     "connect_timeout=3;tcp_user_timeout=5000;keepalives=1;keepalives_idle=3;keepalives_interval=1;keepalives_count=3;"
     "application_name=borvane-mirror;"
     "options='-c statement_timeout=5000 -c lock_timeout=2000 -c idle_in_transaction_session_timeout=10000 "
-    "-c synchronous_commit=on -c search_path=borvane -c client_min_messages=error'";
+    "-c synchronous_commit=on -c client_min_messages=error -c search_path=%1'";
 
 /// What the database says, without the lines below it, which may quote the statement with its values.
 QString FirstLine(const QSqlError &error) {
@@ -81,7 +81,7 @@ bool Database::IsOpen() const {
 
 void Database::Open() {
   if (!address_.IsFile()) {
-    Connect(address_.database, postgresql_options);
+    Connect(address_.database, QString(postgresql_options).arg(address_.schema));
     return;
   }
   if (!Exists())
@@ -195,7 +195,7 @@ void Database::Begin() {
   // One transaction at a time, as in a file. Otherwise two could deadlock on rows, and one could act on what the other
   // has changed since it was read.
   if (!address_.IsFile())
-    Run("select pg_advisory_xact_lock(hashtext('borvane'))");
+    Run("select pg_advisory_xact_lock(hashtext('" + address_.schema + "'))");
 }
 
 void Database::Commit() {
@@ -222,9 +222,9 @@ QVariantList Database::Row(const QString &statement, const QVariantList &values)
 }
 
 void Database::ForEachRow(const QString &statement, const QVariantList &values,
-                          const std::function<bool(QByteArray)> &take) {
+                          const std::function<bool(const QSqlQuery &)> &take) {
   QSqlQuery &query = Execute(statement, values);
-  while (query.next() && take(query.value(0).toByteArray())) {
+  while (query.next() && take(query)) {
   }
   const QSqlError error = query.lastError();
   query.finish();

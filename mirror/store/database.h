@@ -77,8 +77,9 @@ class Database {
   /// Executes a statement and returns the columns of its first row; nothing when there is none.
   QVariantList Row(const QString &statement, const QVariantList &values = {});
 
-  /// Executes a statement and calls `take` with the first column of each row, until `take` returns false.
-  void ForEachRow(const QString &statement, const QVariantList &values, const std::function<bool(QByteArray)> &take);
+  /// Executes a statement and calls `take` with each row, until `take` returns false.
+  void ForEachRow(const QString &statement, const QVariantList &values,
+                  const std::function<bool(const QSqlQuery &row)> &take);
 
  private:
   void CreateFile() const;

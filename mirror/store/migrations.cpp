@@ -8,11 +8,12 @@ namespace {
 
 /// The version of the tables in the database; 0 when there are none.
 int CurrentVersion(Database &database) {
-  const bool is_file = database.address().IsFile();
+  const StoreAddress &address = database.address();
+  const QString statement = "select count(*), count(case when %1 = 'version' then 1 end) from %2";
   const QVariantList tables = database.Row(
-      is_file ? "select count(*), count(case when name = 'version' then 1 end) from sqlite_master"
-              : "select count(*), count(case when table_name = 'version' then 1 end) from information_schema.tables "
-                "where table_schema = 'borvane'");
+      address.IsFile()
+          ? statement.arg("name", "sqlite_master")
+          : statement.arg("table_name", "information_schema.tables where table_schema = '" + address.schema + "'"));
   if (tables.at(0).toInt() == 0)
     return 0;
   const QVariantList version =
@@ -51,8 +52,9 @@ void MigrateToNewest(Database &database, const Schema &schema) {
   // Another mirror may be migrating the same store; whoever comes second finds it done.
   database.Begin();
   const bool is_file = database.address().IsFile();
-  if (!is_file && database.Row("select to_regnamespace('borvane') is null").at(0).toBool())
-    database.Run("create schema borvane");
+  const QString schema_name = database.address().schema;
+  if (!is_file && database.Row("select to_regnamespace('" + schema_name + "') is null").at(0).toBool())
+    database.Run("create schema " + schema_name);
   const int locked = CurrentVersion(database);
   RequireKnown(locked, schema);
   for (int version = locked + 1; version <= schema.newest; ++version) {

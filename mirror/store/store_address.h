@@ -14,6 +14,9 @@ struct StoreAddress {
   QString user = {};
   QString password = {};
   QString database = {};
+  QString schema = "borvane";  ///< where the tables are in the database: a plain name
+
+  bool operator==(const StoreAddress &) const = default;
 
   bool IsFile() const { return !file.isEmpty(); }
 

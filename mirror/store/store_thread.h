@@ -39,6 +39,9 @@ class StoreThread : public QObject {
   /// failed. Changes are on the disk by then. A read of a store that does not exist yet has an empty result.
   void Submit(Access access, Work work, Done done);
 
+  /// Whether the store did what it was asked for last.
+  bool Works() const { return !failing_; }
+
  private:
   class Worker;
 

@@ -60,9 +60,15 @@ TEST(EndpointOfMirrorHost, TakesAHostInAnyCaseAndWithoutAPort) {
   EXPECT_EQ(EndpointOfMirrorHost("MEMPHIS.localhost:80"), Endpoint::Memphis);
 }
 
+TEST(EndpointOfMirrorHost, GoesByTheFirstLabelOfEveryName) {
+  for (const char *host : {"memphis", "memphis:80", "memphis.example", "Memphis.Quakes.School:17650",
+                           "memphis.localhost.example", "memphis.southern.example", "memphis."})
+    EXPECT_EQ(EndpointOfMirrorHost(host), Endpoint::Memphis) << host;
+}
+
 TEST(EndpointOfMirrorHost, FindsNothingForAnyOtherHost) {
-  for (const char *host : {"", "localhost", "127.0.0.1:17650", "[::1]:17650", "memphis", "memphis.localhost.example",
-                           "x.memphis.localhost", ".localhost", "memphislocalhost", "memphis.example"})
+  for (const char *host : {"", ".", ":80", "localhost", "127.0.0.1:17650", "[::1]:17650", "x.memphis.localhost",
+                           ".localhost", ".memphis", "memphislocalhost", "memphi.example", "memphis2.example"})
     EXPECT_EQ(EndpointOfMirrorHost(host), std::nullopt) << host;
 }
 

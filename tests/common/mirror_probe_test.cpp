@@ -23,6 +23,19 @@ TEST(MirrorVersion, IsNoneOfAnotherProgram) {
     EXPECT_EQ(MirrorVersion(answer), std::nullopt) << answer;
 }
 
+TEST(MirrorVersion, IsThatOfAMirrorOfTheSamePagesOnly) {
+  const std::string head = "HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\n";
+  EXPECT_EQ(MirrorVersion(head + "Borvane-Pages: 1\r\n\r\n"), "99.0.1");
+  EXPECT_EQ(MirrorVersion("HTTP/1.1 200 OK\r\nborvane-pages:1 \r\nServer: borvane-mirror/9\r\n\r\n"), "9");
+  for (const char *pages : {"2", "10", "", "x", "0"}) {
+    EXPECT_EQ(MirrorVersion(head + "Borvane-Pages: " + pages + "\r\n\r\n"), std::nullopt) << pages;
+    EXPECT_EQ(MirrorVersion(std::string("HTTP/1.1 200 OK\r\nBorvane-Pages: ") + pages +
+                            "\r\nServer: borvane-mirror/2.3.5\r\n\r\n"),
+              std::nullopt)
+        << pages;
+  }
+}
+
 TEST(MirrorVersion, IsUnknownUntilTheHeadIsWhole) {
   const std::string answer = "HTTP/1.1 200 OK\r\nServer: borvane-mirror/2.3.5\r\n\r\n";
   for (std::size_t length = 0; length < answer.size(); ++length) {

@@ -23,15 +23,18 @@ ALLOWED = {
     "src": {"core", "desktop"},
     "mirror/http": {"common"},
     "mirror/catalogue": set(),
+    "mirror/feeds": {"catalogue", "transfer"},
+    "mirror/live": {"catalogue", "feeds", "store"},
     "mirror/pages": {"catalogue", "http", "common"},
     "mirror/store": set(),
     "mirror/service": {"http", "store", "common"},
-    "mirror": {"http", "catalogue", "pages", "store", "service", "common"},
+    "mirror/monitoring": {"http", "feeds"},
+    "mirror": {"http", "catalogue", "feeds", "live", "monitoring", "pages", "store", "service", "common"},
 }
 
 # Only these may use Qt, libcurl and the operating system; everything else is standard C++.
-USE_THE_HOST = {"transfer", "src/desktop", "mirror", "mirror/http", "mirror/catalogue", "mirror/pages", "mirror/store",
-                "mirror/service"}
+USE_THE_HOST = {"transfer", "src/desktop", "mirror", "mirror/http", "mirror/catalogue", "mirror/feeds", "mirror/live",
+                "mirror/monitoring", "mirror/pages", "mirror/store", "mirror/service"}
 
 # A window's header declares its controls; it never includes another window's header. conffrm has the HTTP client control.
 WINDOWS = {"frmRecords", "conffrm", "Form1", "newTagFrm", "frmQalert", "ComPart", "Aboutfrm", "banner", "nobotherfrm"}

@@ -45,6 +45,31 @@ TEST(CommandLine, TakesLocalhostForBothLoopbackAddresses) {
   EXPECT_EQ(options.port, 8080);
 }
 
+TEST(CommandLine, TakesTheSwitchesAndTheFileOfTheConfiguration) {
+  const Options options =
+      ReadCommandLine({"--offline", "--check-config", "--config=a.toml", "--log-level", "warning"}).options;
+  EXPECT_TRUE(options.offline);
+  EXPECT_FALSE(options.IsLive());
+  EXPECT_TRUE(options.checks_only);
+  EXPECT_EQ(options.configuration, "a.toml");
+  EXPECT_EQ(options.log_level, LogLevel::Warning);
+}
+
+TEST(CommandLine, AsksNoFeedWithACatalogueOfItsOwn) {
+  EXPECT_TRUE(ReadCommandLine({}).options.IsLive());
+  EXPECT_FALSE(ReadCommandLine({"--catalogue", "x"}).options.IsLive());
+}
+
+TEST(CommandLine, CountsMoreThanTheOptionsThatThereAre) {
+  Options options;
+  options.catalogue = "a";
+  options.hosts = {"a", "b"};
+  EXPECT_EQ(ReadCommandLine({}, options).options.hosts, QStringList({"a", "b"}));
+  const Options changed = ReadCommandLine({"--host", "c", "--catalogue", "b"}, options).options;
+  EXPECT_EQ(changed.hosts, QStringList("c"));
+  EXPECT_EQ(changed.catalogue, "b");
+}
+
 TEST(CommandLine, RefusesWhatItDoesNotKnow) {
   for (const QStringList &arguments : {QStringList{"--frobnicate"},
                                        {"file"},
@@ -64,6 +89,9 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow) {
                                        {"--attended="},
                                        {"--help=yes"},
                                        {"--store="},
+                                       {"--offline=no"},
+                                       {"--config"},
+                                       {"--log-level", "loud"},
                                        {"--host="},
                                        {"--host", "school:80"},
                                        {"--host", "http://school"},

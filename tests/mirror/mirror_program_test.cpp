@@ -1,9 +1,13 @@
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTcpServer>
+#include <QTemporaryDir>
 #include <QThread>
 
 #include <gtest/gtest.h>
 
+#include "catalogue/sample.h"
 #include "support/mirror/client.h"
 #include "support/mirror/mirror_process.h"
 #include "support/plain_scanners.h"
@@ -276,7 +280,7 @@ TEST(Mirror, ServesAgainAfterItHadNoFilesLeftToOpen) {
 TEST(Mirror, PrintsItsOptionsAndItsVersion) {
   MirrorProcess help({"--help"});
   EXPECT_EQ(help.StatusWithin(30'000), 0);
-  for (const char *option : {"--catalogue", "--listen", "--store", "--attended"})
+  for (const char *option : {"--catalogue", "--listen", "--store", "--attended", "--config", "--offline"})
     EXPECT_TRUE(help.Output().contains(option)) << option;
   MirrorProcess version({"--version"});
   EXPECT_EQ(version.StatusWithin(30'000), 0);
@@ -289,6 +293,66 @@ TEST(Mirror, RefusesWrongUsageWithStatusTwo) {
   EXPECT_TRUE(mirror.Errors().contains("--frobnicate"));
   EXPECT_TRUE(mirror.Errors().contains("Usage:"));
   EXPECT_EQ(mirror.Output(), "");
+}
+
+/// A configuration file with the text, in a folder of its own.
+class ConfiguredMirror : public testing::Test {
+ protected:
+  void SetUp() override {
+    QFile file(file_);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("offline = true\nnewest-version = \"9.8.7\"\nbad = 1\n[[area]]\nname = \"Atlantis\"\n");
+  }
+
+  void RemoveFaults() {
+    QFile file(file_);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.resize(file.readAll().indexOf("bad")));
+  }
+
+  QTemporaryDir folder_;
+  const QString file_ = folder_.filePath("mirror.toml");
+};
+
+TEST_F(ConfiguredMirror, RefusesAFileWithFaultsAndNamesTheirLines) {
+  for (const QStringList &arguments : {QStringList{"--config", file_}, {"--check-config", "--config", file_}}) {
+    MirrorProcess mirror(arguments);
+    EXPECT_EQ(mirror.StatusWithin(60'000), 2);
+    EXPECT_EQ(mirror.Errors(), "borvane-mirror: " + file_.toUtf8() + ":3: unknown key \"bad\"\nborvane-mirror: " +
+                                   file_.toUtf8() + ":4: there is no area \"Atlantis\"\n");
+    EXPECT_EQ(mirror.Output(), "");
+  }
+}
+
+TEST_F(ConfiguredMirror, ChecksAFileWithoutListening) {
+  RemoveFaults();
+  MirrorProcess check({"--check-config", "--config", file_});
+  EXPECT_EQ(check.StatusWithin(60'000), 0);
+  EXPECT_EQ(check.Output(), file_.toUtf8() + " is in order\n");
+}
+
+TEST_F(ConfiguredMirror, ServesByTheFileThatTheEnvironmentNames) {
+  RemoveFaults();
+  MirrorProcess mirror({}, {.variables = {"BORVANE_MIRROR_CONFIG=" + file_}});
+  EXPECT_EQ(Get(mirror.Port(), "/borvane/version.txt", "maker.localhost").value().body, "987");
+  MirrorProcess other({"--newest-version", "1.2.3"}, {.variables = {"BORVANE_MIRROR_CONFIG=" + file_}});
+  EXPECT_EQ(Get(other.Port(), "/borvane/version.txt", "maker.localhost").value().body, "123");
+}
+
+TEST_F(ConfiguredMirror, ServesByTheFileInTheConfigurationFolder) {
+  RemoveFaults();
+  ASSERT_TRUE(QDir(folder_.path()).mkpath("Nalvorin/borvane-mirror"));
+  ASSERT_TRUE(QFile::rename(file_, folder_.filePath("Nalvorin/borvane-mirror/mirror.toml")));
+  MirrorProcess mirror({}, {.variables = {"BORVANE_MIRROR_CONFIG=", "XDG_CONFIG_HOME=" + folder_.path()}});
+  EXPECT_EQ(Get(mirror.Port(), "/borvane/version.txt", "maker.localhost").value().body, "987");
+}
+
+TEST(Mirror, SaysThatItsPagesAreTheSample) {
+  MirrorProcess mirror;
+  const QByteArray event = "/recenteqs/Quakes/" + SampleEvents().front().id.toLatin1() + ".html";
+  for (const QByteArray &path : {QByteArray("/"), QByteArray("/recenteqs/Maps/Los_Angeles.html"), event})
+    EXPECT_TRUE(Get(mirror.Port(), path).value().body.contains("These events are a bundled sample, not today's."))
+        << path.constData();
 }
 
 TEST(Mirror, LeavesAnAddressAloneThatIsNotThisComputers) {
@@ -327,6 +391,18 @@ TEST(Mirror, EndsWhenAMirrorOfAnotherVersionServesThePort) {
   EXPECT_EQ(mirror.StatusWithin(30'000), 0);
   EXPECT_EQ(mirror.Errors(), "borvane-mirror: borvane-mirror 99.0.1 already serves 127.0.0.1:" +
                                  QByteArray::number(other.serverPort()) + "; this is version " BORVANE_VERSION "\n");
+}
+
+TEST(Mirror, IsNoneOfThoseWhoseMonitorReadsOtherPages) {
+  QTcpServer other;
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
+  MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(other.serverPort())});
+  ASSERT_TRUE(other.waitForNewConnection(60'000));
+  QTcpSocket *visitor = other.nextPendingConnection();
+  visitor->write("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nBorvane-Pages: 2\r\n\r\n");
+  visitor->waitForBytesWritten();
+  EXPECT_EQ(mirror.StatusWithin(30'000), 1);
+  EXPECT_TRUE(mirror.Errors().contains("another program listens there"));
 }
 
 TEST(Mirror, TellsAnotherWebServerOnThePortApart) {

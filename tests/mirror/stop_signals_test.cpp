@@ -7,7 +7,10 @@
 #include <cstdio>
 #include <memory>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
 
 #include "support/mirror/maker_client.h"
 #include "support/mirror/mirror_process.h"
@@ -59,6 +62,88 @@ TEST_F(StoppedMirror, LeavesAFileAloneThatWasMovedOverItsStore) {
   EXPECT_EQ(mirror->StatusWithin(30'000), 0);
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList("service.sqlite"));
   EXPECT_EQ(Ask(*Start(), "geta&map=A"), "felt\nfelt\n");
+}
+
+/// A mirror with a configuration file of its own.
+class RereadingMirror : public testing::Test {
+ protected:
+  void Configure(const QByteArray &text) {
+    QFile file(file_);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("offline = true\n" + text);
+  }
+
+  bool Lists(MirrorProcess &mirror) {
+    const std::optional<Response> page = Get(mirror.Port(), "/recenteqs/Maps/Los_Angeles.html");
+    return page && page->body.contains("/recenteqs/Quakes/");
+  }
+
+  static constexpr const char *antarctic =
+      "[[area]]\nname = \"Los Angeles\"\nsouth = -90\nnorth = -89\nwest = 0\neast = 1\n";
+
+  QTemporaryDir folder_;
+  const QString file_ = folder_.filePath("mirror.toml");
+};
+
+TEST_F(RereadingMirror, TakesUpWhatItCanAndNamesTheRest) {
+  Configure("");
+  MirrorProcess mirror({"--config", file_});
+  EXPECT_TRUE(Lists(mirror));
+  Configure(QByteArray("newest-version = \"9.9.9\"\n") + antarctic);
+  mirror.Signal(SIGHUP);
+  ASSERT_TRUE(mirror.LogsWithin("the configuration has been read again", 60'000)) << mirror.Errors().constData();
+  EXPECT_FALSE(Lists(mirror));
+  EXPECT_TRUE(mirror.Errors().contains("the changed \"newest-version\" takes effect at the next start"));
+  EXPECT_FALSE(mirror.Errors().contains("\"listen\"")) << "it comes from the command line";
+}
+
+TEST_F(RereadingMirror, KeepsWhatItHasWhereTheFileHasFaults) {
+  Configure(antarctic);
+  MirrorProcess mirror({"--config", file_});
+  EXPECT_FALSE(Lists(mirror));
+  Configure("perod = 1\n");
+  mirror.Signal(SIGHUP);
+  ASSERT_TRUE(mirror.LogsWithin("stays as it was", 60'000)) << mirror.Errors().constData();
+  EXPECT_TRUE(mirror.Errors().contains("mirror.toml:2: unknown key \"perod\""));
+  EXPECT_FALSE(Lists(mirror));
+  EXPECT_TRUE(QFile::remove(file_));
+  mirror.Signal(SIGHUP);
+  ASSERT_TRUE(mirror.LogsWithin("mirror.toml: No such file or directory", 60'000));
+  EXPECT_FALSE(Lists(mirror));
+}
+
+TEST_F(RereadingMirror, ChangesTheLevelOfItsLog) {
+  Configure("log-level = \"error\"\n");
+  MirrorProcess mirror({"--config", file_});
+  ASSERT_NE(mirror.Port(), 0);
+  Configure("log-level = \"info\"\n");
+  mirror.Signal(SIGHUP);
+  EXPECT_TRUE(mirror.LogsWithin("the configuration has been read again", 60'000));
+}
+
+TEST_F(RereadingMirror, StillEndsAtSigterm) {
+  Configure("");
+  MirrorProcess mirror({"--config", file_});
+  ASSERT_NE(mirror.Port(), 0);
+  for (int i = 0; i < 20; ++i)
+    mirror.Signal(SIGHUP);
+  mirror.Signal(SIGTERM);
+  EXPECT_EQ(mirror.StatusWithin(60'000), 0);
+}
+
+TEST_F(RereadingMirror, EndsWhereItsTerminalGoes) {
+  Configure("");
+  const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+  ASSERT_GE(terminal, 0);
+  ASSERT_EQ(::grantpt(terminal), 0);
+  ASSERT_EQ(::unlockpt(terminal), 0);
+  MirrorProcess mirror({"--config", file_}, {.errors_to = ::ptsname(terminal)});
+  ASSERT_NE(mirror.Port(), 0);
+  mirror.Signal(SIGHUP);
+  EXPECT_TRUE(Lists(mirror)) << "the terminal is there";
+  ::close(terminal);
+  mirror.Signal(SIGHUP);
+  EXPECT_EQ(mirror.StatusWithin(60'000), 0);
 }
 
 }  // namespace

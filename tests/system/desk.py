@@ -19,6 +19,8 @@ from pathlib import Path
 LISTS = ("table", "tree", "tree table")  # the roles of lists; their cells are not controls
 TIMEOUT = 60  # seconds until what a test waits for counts as missing; a busy machine is slow
 
+OFFLINE = Path(__file__).resolve().parent.parent / "offline.toml"  # for every mirror, also one that a monitor starts
+
 FONTS = """<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
 <fontconfig>
@@ -96,6 +98,7 @@ class Desk:
             TZ="UTC",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             PULSE_SERVER=f"unix:{self.sockets}/no-sound",
+            BORVANE_MIRROR_CONFIG=str(OFFLINE),
         )
         os.environ["DISPLAY"] = ":" + self._start_and_read("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_and_read(

@@ -67,7 +67,8 @@ std::vector<plain::Row> ExpectedRows(const Area &area, const std::vector<const E
 
 void ExpectToComeBack(const Area &area, const Catalogue &catalogue) {
   const std::vector<plain::Row> rows = ExpectedRows(area, EventsOf(area, catalogue));
-  const plain::ScanResult scan = ReadAs(area.form, AreaPage(area, catalogue, host).toStdString());
+  const PageFacts facts = {.data_time = 1'781'870'400'000};
+  const plain::ScanResult scan = ReadAs(area.form, AreaPage(area, catalogue, host, facts).toStdString());
   ASSERT_EQ(scan.failure, 0);
   ASSERT_EQ(scan.rows.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i)
@@ -127,6 +128,12 @@ TEST_P(RandomPages, ComeBackFromTheScannerEventForEvent) {
 std::string NameOfForm(const testing::TestParamInfo<ListForm> &info) {
   constexpr std::array names = {"Quakes", "MapList", "MapAnchor", "World", "Region"};
   return names[static_cast<std::size_t>(info.param)];
+}
+
+TEST_P(RandomPages, ComeBackWithTheZonesOfASummerAndAWinter) {
+  const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+  RandomCatalogue random(1);
+  ExpectToComeBack(AnywhereWith(GetParam()), random.Make(400));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, RandomPages,

@@ -51,6 +51,14 @@ TEST(Areas, HaveTheirNamesAndBoxes) {
             "Puerto Rico: 16.5 20.5 -69.5 -63.5\n");
 }
 
+TEST(AreasWith, HasTheBoxesOfAConfigurationInPlaceOfItsOwn) {
+  const std::vector<Area> areas = AreasWith({{"Los Angeles", {1, 2, 3, 4}}, {"Atlantis", {5, 6, 7, 8}}});
+  ASSERT_EQ(areas.size(), Areas().size());
+  for (std::size_t i = 0; i < areas.size(); ++i)
+    EXPECT_EQ(areas[i].box, i == 0 ? (Box{1, 2, 3, 4}) : Areas()[i].box) << areas[i].name;
+  EXPECT_EQ(FindArea("/recenteqs/Maps/Los_Angeles.html", Endpoint::Southern, areas)->box.north, 2);
+}
+
 TEST(Areas, HaveTheFormOfTheirScanners) {
   const auto form_of = [](Endpoint host, const char *path) { return FindArea(path, host)->form; };
   EXPECT_EQ(form_of(Endpoint::Alaska, "/recenteqs_sub/"), ListForm::Region);

@@ -90,7 +90,7 @@ TEST(Site, ServesThePagesForTheBrowserOnTheirHostsAndAtTheBareAddress) {
 }
 
 TEST(IndexPage, LinksThePagesForTheBrowser) {
-  const QByteArray page = IndexPage(Catalogue(), "nothing", 8080);
+  const QByteArray page = IndexPage(Catalogue(), {.origin = "nothing"}, 8080);
   EXPECT_TRUE(page.contains("href=\"http://worldlist.localhost:8080" + world + '"'));
   EXPECT_TRUE(page.contains("href=\"http://strongmotion.localhost:8080" + archive + '"'));
   EXPECT_TRUE(page.contains("href=\"http://feltforms.localhost:8080" + felt_forms[1] + '"'));

@@ -88,6 +88,32 @@ TEST(EventPage, SaysWhatIsNotKnown) {
   EXPECT_EQ(FaultOf(page), "");
 }
 
+TEST(EventPage, TellsQuarryBlastsFromEarthquakes) {
+  Event event = Castaic();
+  event.kind = "quarry blast";
+  event.is_listed = false;
+  const QByteArray page = PageOf(event);
+  EXPECT_TRUE(page.contains("<h1>Quarry blast of magnitude 2.0, 4 km (2 mi) W of Castaic, CA</h1>"));
+  EXPECT_TRUE(page.contains("<dt>Kind:</dt> <dd>Quarry blast</dd>"));
+  EXPECT_FALSE(page.contains("Los_Angeles.html")) << "no list has it";
+}
+
+TEST(EventPage, NamesItsCreditAndTheTimeOfTheData) {
+  const TimeZone zone("UTC");
+  EXPECT_TRUE(PageOf(Castaic()).contains("<dt>Credit:</dt> <dd>U.S. Geological Survey, public domain</dd>"));
+  Event event = Castaic();
+  event.credit = "Depth: <Centre>";
+  event.updated = event.origin_time + 60'000;
+  const QByteArray page = EventPage(event, Catalogue({event}), 8080, {.data_time = event.origin_time + 3'600'000});
+  EXPECT_EQ(FaultOf(page), "");
+  EXPECT_TRUE(page.contains("</h1>\n<p>Data of 2018/02/07 02:26:13 (UTC+00:00).</p>\n<dl>"));
+  EXPECT_TRUE(page.contains("<dt>Credit:</dt> <dd>Depth&#58; &lt;Centre&gt;</dd>"));
+  EXPECT_TRUE(page.contains("<dt>Revised:</dt> <dd>2018/02/07 01:27:13 (UTC+00:00)</dd>"));
+  EXPECT_TRUE(page.contains("Event: Depth&#58; &lt;Centre&gt;.</footer>"));
+  EXPECT_FALSE(page.contains("earthquake.usgs.gov")) << "the Survey does not know the event by this id";
+  EXPECT_EQ(plain::ReadEventPage(page.toStdString()).depth, "26.5 km (16.5 mi)");
+}
+
 TEST(EventPage, LinksToTheListsThatHoldTheEvent) {
   const QByteArray page = PageOf(Castaic());
   EXPECT_TRUE(page.contains("href=\"http://southern.localhost:8080/recenteqs/Maps/Los_Angeles.html\""));

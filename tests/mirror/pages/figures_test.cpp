@@ -69,5 +69,43 @@ TEST(Figures, ShowMomentsInTheZoneOfTheComputer) {
   EXPECT_EQ(LocalTimeText(1118932584999), "2005/06/16 23:36:24") << "also after the zone has changed";
 }
 
+constexpr qint64 end_of_summer = 1'793'523'600'000;  // 2026-11-01 09:00 UTC, when the clocks go from 2:00 to 1:00
+constexpr qint64 day = 86'400'000;
+
+TEST(ZoneText, IsTheDistanceFromUtcAtThatMoment) {
+  {
+    const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+    EXPECT_EQ(ZoneText(end_of_summer), "UTC-08:00");
+    EXPECT_EQ(ZoneText(end_of_summer - 1), "UTC-07:00");
+  }
+  {
+    const TimeZone zone("<+0545>-5:45");
+    EXPECT_EQ(ZoneText(0), "UTC+05:45");
+  }
+  const TimeZone zone("UTC");
+  EXPECT_EQ(ZoneText(0), "UTC+00:00");
+}
+
+TEST(ZonesText, IsOneZoneWhereTheClocksWereNotChanged) {
+  const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+  EXPECT_EQ(ZonesText(end_of_summer, end_of_summer), "UTC-08:00");
+  EXPECT_EQ(ZonesText(end_of_summer, end_of_summer + 90 * day), "UTC-08:00");
+  EXPECT_EQ(ZonesText(end_of_summer - 90 * day, end_of_summer - 1), "UTC-07:00");
+}
+
+TEST(ZonesText, SaysWhenTheClocksWereChanged) {
+  const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+  const QByteArray both = "UTC-08:00 (UTC-07:00 before 2026/11/01 09:00:00 UTC)";
+  EXPECT_EQ(ZonesText(end_of_summer - 1, end_of_summer), both);
+  for (int days = 1; days < 120; ++days)
+    EXPECT_EQ(ZonesText(end_of_summer - days * day, end_of_summer + (120 - days) * day), both) << days;
+}
+
+TEST(ZonesText, NamesNoDateWhereTheClocksWereChangedOftener) {
+  const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+  EXPECT_EQ(ZonesText(end_of_summer - 300 * day, end_of_summer), "UTC-08:00, or as the date had it");
+  EXPECT_EQ(ZonesText(-30'610'224'000'000, 253'402'214'400'000), "UTC-08:00, or as the date had it");
+}
+
 }  // namespace
 }  // namespace borvane::mirror

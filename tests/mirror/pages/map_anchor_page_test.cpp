@@ -10,7 +10,7 @@ namespace {
 
 QByteArray PageOf(const std::vector<Event> &events) {
   const Catalogue catalogue(events);
-  return MapAnchorPage("MAP", ListEvents(catalogue, [](const Event &) { return true; }));
+  return MapAnchorPage({"MAP"}, ListEvents(catalogue, [](const Event &) { return true; }));
 }
 
 Event EventAt(const QString &place) {

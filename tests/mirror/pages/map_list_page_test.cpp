@@ -23,7 +23,7 @@ QByteArray PageOf(std::vector<Event> events) {
     events[i].origin_time -= static_cast<qint64>(i);
   }
   const Catalogue catalogue(std::move(events));
-  return MapListPage("Test", ListEvents(catalogue, [](const Event &) { return true; }));
+  return MapListPage({"Test"}, ListEvents(catalogue, [](const Event &) { return true; }));
 }
 
 /// The longest stretch of the page without the text.

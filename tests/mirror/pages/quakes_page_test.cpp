@@ -23,7 +23,7 @@ Event Yucaipa() {
 
 QByteArray PageOf(std::vector<Event> events) {
   const Catalogue catalogue(std::move(events));
-  return QuakesPage("Test", ListEvents(catalogue, [](const Event &) { return true; }));
+  return QuakesPage({"Test"}, ListEvents(catalogue, [](const Event &) { return true; }));
 }
 
 plain::ScanResult ScanOf(std::vector<Event> events) {
@@ -152,11 +152,29 @@ TEST(QuakesPage, LinksEachRowToAMapPageByWholeDegrees) {
       << PageOf({event}).constData();
 }
 
+TEST(QuakesPage, HasBothHoursWhereTheClocksGoBack) {
+  const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
+  constexpr qint64 clocks_go_back = 1'793'523'600'000;  // 2026-11-01 09:00 UTC
+  constexpr qint64 half_an_hour = 1'800'000;
+  std::vector<Event> events(3, Yucaipa());
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    events[i].id = QString("id%1").arg(i);
+    events[i].origin_time = clocks_go_back + (2 * static_cast<qint64>(i) - 1) * half_an_hour;
+  }
+  const plain::ScanResult scan = ScanOf(events);
+  ASSERT_EQ(scan.rows.size(), 3U);
+  EXPECT_EQ(scan.rows[0][plain::column::time], "02:30:00");
+  EXPECT_EQ(scan.rows[1][plain::column::time], "01:30:00");
+  EXPECT_EQ(scan.rows[1][plain::column::link], "recenteqs/Quakes/id1.html");
+  EXPECT_EQ(scan.rows[2][plain::column::time], "01:30:00");
+  EXPECT_EQ(scan.rows[2][plain::column::link], "recenteqs/Quakes/id0.html");
+}
+
 TEST(QuakesPage, HasAnIntroductionAboveItsListAlsoWithoutEvents) {
   const Catalogue catalogue({Yucaipa()});
   const ListedEvents events = ListEvents(catalogue, [](const Event &) { return true; });
-  EXPECT_TRUE(QuakesPage("Test", events, "<p>Before</p>\n").contains("</h1>\n<p>Before</p>\n<pre>"));
-  EXPECT_TRUE(QuakesPage("Test", {}, "<p>Before</p>\n").contains("</h1>\n<p>Before</p>\n<p>There are no events"));
+  EXPECT_TRUE(QuakesPage({"Test"}, events, "<p>Before</p>\n").contains("</h1>\n<p>Before</p>\n<pre>"));
+  EXPECT_TRUE(QuakesPage({"Test"}, {}, "<p>Before</p>\n").contains("</h1>\n<p>Before</p>\n<p>There are no events"));
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ const QByteArray marker = "<td><center>Region</center></td>";
 
 QByteArray PageOf(const std::vector<Event> &events, const QByteArray &host = "alaska.localhost:17650") {
   const Catalogue catalogue(events);
-  return RegionPage("Test", ListEvents(catalogue, [](const Event &) { return true; }), host);
+  return RegionPage({"Test"}, ListEvents(catalogue, [](const Event &) { return true; }), host);
 }
 
 Event EventOf(const QString &id, qint64 older = 0) {

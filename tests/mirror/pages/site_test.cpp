@@ -18,10 +18,29 @@ TEST(Site, MakesItsPagesAgainWhenTheCatalogueChanges) {
   site.SetPort(8080);
   EXPECT_EQ(site.Page("/recenteqs/Quakes/ci37868143.html", ""), std::nullopt);
   const QByteArray empty = site.Page("/recenteqs/Maps/Los_Angeles.html", "southern.localhost").value();
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), "a test");
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), {.origin = "a test"});
   EXPECT_TRUE(site.Page("/recenteqs/Quakes/ci37868143.html", "").has_value());
   EXPECT_NE(site.Page("/recenteqs/Maps/Los_Angeles.html", "southern.localhost").value(), empty);
   EXPECT_TRUE(site.Page("/", "").value().contains("1 event from a test"));
+}
+
+TEST(Site, ListsTheEventsOfTheBoxesThatItIsGiven) {
+  Site site;
+  const QByteArray path = "/recenteqs/Maps/Los_Angeles.html";
+  const auto catalogue = std::make_shared<Catalogue>(std::vector<Event>{Castaic()});
+  site.SetCatalogue(catalogue, {});
+  EXPECT_TRUE(site.Page(path, "southern.localhost").value().contains("Castaic"));
+  site.SetCatalogue(catalogue, {.areas = AreasWith({{"Los Angeles", {33, 34, -119.5, -116.5}}})});
+  EXPECT_FALSE(site.Page(path, "southern.localhost").value().contains("Castaic"));
+  EXPECT_FALSE(site.Page("/recenteqs/Quakes/ci37868143.html", "").value().contains("Los_Angeles.html"));
+}
+
+TEST(Site, ServesAreasByTheFirstLabelOfAnyName) {
+  Site site;
+  const QByteArray path = "/recenteqs/Quakes/quakes0.html";
+  EXPECT_TRUE(site.Page(path, "memphis.quakes.school:80").value().contains("Central US"));
+  EXPECT_TRUE(site.Page(path, "pacificnorthwest.quakes.school").value().contains("Pacific Northwest"));
+  EXPECT_EQ(site.Page(path, "quakes.school"), std::nullopt);
 }
 
 /// What the site says in place of a page.
@@ -73,7 +92,7 @@ TEST(Site, ServesAreasOnTheirOwnHostsOnly) {
 
 TEST(Site, ServesEventsAndCoordinatesOnEveryHost) {
   Site site;
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), "a test");
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), {.origin = "a test"});
   std::vector<std::string> hosts = {"example.org", ""};
   for (const EndpointHost &row : endpoint_hosts)
     hosts.push_back(MirrorHost(row.endpoint, 1));
@@ -97,7 +116,7 @@ Event Kodiak() {
 TEST(Site, LinksTheRegionsEventOnTheHostOfEachRequest) {
   Site site;
   site.SetPort(8080);
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), {.origin = "a test"});
   const auto address = [&](const QByteArray &host) {
     return plain::ScanRegionTable(site.Page("/recenteqs_sub/", host).value().toStdString())
         .rows.at(0)[plain::region_column::link];
@@ -109,7 +128,7 @@ TEST(Site, LinksTheRegionsEventOnTheHostOfEachRequest) {
 TEST(Site, LinksTheRegionsEventOnItsOwnHostWhereTheRequestNamesNone) {
   Site site;
   site.SetPort(8080);
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), {.origin = "a test"});
   for (const char *host : {"", "a b", "x\"><script>alert(1)</script>", "x/y", "x:99999"}) {
     const QByteArray page = site.Page("/recenteqs_sub/", host).value();
     EXPECT_TRUE(page.contains("\"http://alaska.localhost:8080/recenteqs/Quakes/ak1.html\"")) << host;
@@ -119,7 +138,7 @@ TEST(Site, LinksTheRegionsEventOnItsOwnHostWhereTheRequestNamesNone) {
 
 TEST(Site, ServesNoPageUnderThePathOfAKeptOneAndAHost) {
   Site site;
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), "a test");
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), {.origin = "a test"});
   EXPECT_TRUE(site.Page("/recenteqs_sub/", "alaska.localhost").has_value());
   for (const char *path : {"/recenteqs_sub/alaska.localhost", "/recenteqs_sub/ alaska.localhost", "/recenteqs_sub"})
     EXPECT_EQ(site.Page(path, "alaska.localhost"), std::nullopt) << path;
@@ -129,7 +148,7 @@ TEST(Site, FindsAnEventUnderAnEscapedAddress) {
   Site site;
   Event event = Kodiak();
   event.id = "html";
-  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{event}), "a test");
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{event}), {.origin = "a test"});
   const QByteArray page = site.Page("/recenteqs_sub/", "alaska.localhost").value();
   const std::string link = plain::ScanRegionTable(page.toStdString()).rows.at(0)[plain::region_column::link];
   const QByteArray path = QByteArray::fromStdString(link.substr(link.find("/recenteqs")));

@@ -11,7 +11,7 @@ namespace {
 
 QByteArray PageOf(const std::vector<Event> &events) {
   const Catalogue catalogue(events);
-  return WorldPage("Test", ListEvents(catalogue, [](const Event &) { return true; }));
+  return WorldPage({"Test"}, ListEvents(catalogue, [](const Event &) { return true; }));
 }
 
 Event EventOf(double magnitude, const QString &place = "Fiji region") {

@@ -26,10 +26,12 @@ TEST(IsKnownHost, KnowsAddressesAndNamesUnderLocalhost) {
 
 TEST(IsKnownHost, KnowsNoOtherNameThanTheGivenOnes) {
   const QStringList names = {"service.school", "quakes"};
-  for (const char *host : {"service.school", "Service.School:17650", "quakes:80"})
+  for (const char *host : {"service.school", "Service.School:17650", "quakes:80", "maker.service.school",
+                           "Maker.Service.School:80", "southern.quakes"})
     EXPECT_TRUE(IsKnownHost(host, names)) << host;
   for (const char *host : {"evil.example", "evil.example:17650", "localhost.evil.example", "notlocalhost", "school",
-                           "other.service.school", "127.0.0.1.evil.example", "[evil.example]", ":17650", "[", "."})
+                           "other.service.school", "maker.evil.example", "maker", "maker.school",
+                           "127.0.0.1.evil.example", "[evil.example]", ":17650", "[", "."})
     EXPECT_FALSE(IsKnownHost(host, names)) << host;
 }
 

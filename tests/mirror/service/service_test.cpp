@@ -74,7 +74,7 @@ TEST_P(ServiceOnEveryDatabase, KeepsTheAnswersAfterAReport) {
   database.Open();
   QByteArrayList kept;
   database.ForEachRow("select record from detail where map = ? and zip is null", {QByteArray("A")},
-                      [&kept](QByteArray record) { return kept.append(std::move(record)), true; });
+                      [&kept](const QSqlQuery &row) { return kept.append(row.value(0).toByteArray()), true; });
   EXPECT_EQ(kept, QByteArrayList{QByteArray("235||35|95045|x")});
   EXPECT_EQ(database.Row("select record from detail where zip = ?", {QByteArray("95045")}).at(0).toByteArray(),
             "235||35|95045|y");

@@ -16,6 +16,7 @@
 #include "support/desktop/sample_form.h"
 #include "support/desktop/screen_rig.h"
 #include "support/desktop/windows_on_show.h"
+#include "support/offline.h"
 
 namespace {
 
@@ -98,6 +99,7 @@ int main(int argc, char *argv[]) {
   // Nothing of a test is left over, also when a program is killed that it has started.
   const QTemporaryDir folder;
   qputenv("TMPDIR", QFile::encodeName(folder.path()));
+  borvane::StayOffline(folder.path());
 
   testing::InitGoogleTest(&argc, argv);
   qInstallMessageHandler(FailOnWarning);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/offline.h"
+
 // Sockets, timers and processes of Qt need an application object for as long as the tests run.
 int main(int argc, char *argv[]) {
   const QCoreApplication application(argc, argv);
@@ -13,6 +15,8 @@ int main(int argc, char *argv[]) {
   const QTemporaryDir folder;
   QFile::setPermissions(folder.path(), QFile::permissions(folder.path()) | QFile::ExeGroup | QFile::ExeOther);
   qputenv("TMPDIR", QFile::encodeName(folder.path()));
+
+  borvane::StayOffline(folder.path());
 
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();

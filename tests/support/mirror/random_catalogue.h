@@ -106,6 +106,8 @@ class RandomCatalogue {
                                        "1",    "2",    "3",   "-",   "_",      "."};
     Event event;
     event.id = Joined(pieces, OneIn(4) ? 64 : Number(1, 16));
+    if (OneIn(3))
+      event.credit = Place();
     event.origin_time = Number(-2'000'000'000, 2'000'000'000) * 1000LL;
     event.latitude = Number(-90'000, 90'000) / 1000.0;
     event.longitude = Number(-180'000, 180'000) / 1000.0;

@@ -1,0 +1,310 @@
+#include "feeds/feed_poller.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QRandomGenerator>
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+#include "catalogue/free_memory.h"
+#include "feeds/event_text.h"
+#include "feeds/summary_feed.h"
+#include "transfer/http_address.h"
+
+namespace borvane::mirror {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// What the reading of a larger text leaves to the C library is worth giving back.
+constexpr qsizetype large_text = qsizetype{1} << 20;
+
+milliseconds ReadClock(clockid_t clock) {
+  timespec time{};
+  clock_gettime(clock, &time);
+  return std::chrono::duration_cast<milliseconds>(std::chrono::seconds(time.tv_sec) +
+                                                  std::chrono::nanoseconds(time.tv_nsec));
+}
+
+Clocks ClocksOfThisComputer() {
+  return {.elapsed = ReadClock(CLOCK_BOOTTIME),
+          .awake = ReadClock(CLOCK_MONOTONIC),
+          .of_day = milliseconds(QDateTime::currentMSecsSinceEpoch())};
+}
+
+double RandomOfThisComputer() { return QRandomGenerator::global()->generateDouble(); }
+
+/// Host and port of a feed; the address itself when it has none.
+std::string HostOf(const QString &url) {
+  const std::optional<HttpAddress> address = ParseHttpAddress(url.toStdString());
+  return address ? address->Root() : url.toStdString();
+}
+
+/// A fault as a part of one line of the log: parts of it may have come from the server.
+QString LogText(const QString &fault) {
+  constexpr qsizetype longest = 200;
+  QString text = fault.left(longest);
+  for (QChar &character : text)
+    if (!character.isPrint())
+      character = '?';
+  return text;
+}
+
+/// Whether the answer says that there are no events, as services of the text form do.
+bool SaysThereIsNothing(const Feed &feed, const FeedAnswer &answer) {
+  constexpr int no_content = 204;
+  constexpr int not_found = 404;
+  if (feed.form != FeedForm::EventText)
+    return false;
+  return answer.status == no_content || (answer.status == not_found && feed.url.contains("nodata=404"));
+}
+
+FeedReading ReadFeedText(FeedForm form, const QByteArray &text, qint64 now) {
+  switch (form) {
+    case FeedForm::Summary:
+      return ReadSummaryFeed(text, now);
+    case FeedForm::EventText:
+      break;
+  }
+  return ReadEventText(text);
+}
+
+}  // namespace
+
+/// A feed and the state of its requests.
+struct FeedPoller::Polled {
+  Feed feed;
+  std::string host;
+  FeedState state;
+  FeedSchedule schedule;
+  std::optional<FeedFetcher::Number> fetch;  ///< under way
+  bool is_read = false;                      ///< whether an answer is being read
+
+  // Of the answer that was taken up last.
+  QByteArray etag;
+  QByteArray last_modified;
+  QByteArray digest;
+};
+
+/// An answer that has been read.
+struct FeedPoller::Read {
+  FeedAnswer answer;  ///< without its body
+  QByteArray digest;  ///< of the body
+  bool is_large = false;
+  FeedReading reading;  ///< nothing when the digest is that of the last one
+};
+
+FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, Log log)
+    : FeedPoller(std::move(feeds), std::move(take), std::move(log), Surroundings()) {}
+
+FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings)
+    : take_(std::move(take)),
+      log_(std::move(log)),
+      surroundings_(std::move(surroundings)),
+      fetcher_(surroundings_.limits, surroundings_.authorities) {
+  if (!surroundings_.clocks)
+    surroundings_.clocks = ClocksOfThisComputer;
+  if (!surroundings_.random)
+    surroundings_.random = RandomOfThisComputer;
+  for (Feed &feed : feeds) {
+    const std::string host = HostOf(feed.url);
+    FeedState state;
+    state.url = feed.url;
+    const FeedSchedule schedule(feed.period, milliseconds(0));
+    feeds_.push_back(std::make_unique<Polled>(Polled{.feed = std::move(feed),
+                                                     .host = host,
+                                                     .state = std::move(state),
+                                                     .schedule = schedule,
+                                                     .fetch = {},
+                                                     .etag = {},
+                                                     .last_modified = {},
+                                                     .digest = {}}));
+  }
+  timer_.setSingleShot(true);
+  reader_.setMaxThreadCount(1);
+  QObject::connect(&timer_, &QTimer::timeout, this, [this] { Look(); });
+}
+
+FeedPoller::~FeedPoller() { Stop(); }
+
+void FeedPoller::Start() {
+  if (IsRunning())
+    return;
+  is_running_ = true;
+  ++run_;
+  seen_ = surroundings_.clocks();
+  for (const std::unique_ptr<Polled> &polled : feeds_) {
+    polled->schedule.BeginAgain(seen_.elapsed);
+    // What was taken up in an earlier run may have been changed by another mirror.
+    polled->etag.clear();
+    polled->last_modified.clear();
+    polled->digest.clear();
+  }
+  LookSoon();
+}
+
+void FeedPoller::Stop() {
+  is_running_ = false;
+  ++run_;
+  timer_.stop();
+  for (const std::unique_ptr<Polled> &polled : feeds_) {
+    if (polled->fetch)
+      fetcher_.Cancel(*std::exchange(polled->fetch, std::nullopt));
+    polled->is_read = false;
+  }
+}
+
+std::vector<FeedState> FeedPoller::States() const {
+  std::vector<FeedState> states;
+  for (const std::unique_ptr<Polled> &polled : feeds_)
+    states.push_back(polled->state);
+  return states;
+}
+
+/// Asks for what is due, and looks again when something else may be.
+void FeedPoller::Look() {
+  const Clocks now = surroundings_.clocks();
+  NoticeSleep(now);
+  milliseconds wait = surroundings_.look_interval;
+  for (Polled *polled : ByDue()) {
+    if (polled->fetch || polled->is_read || IsHostBusy(*polled))
+      continue;
+    const milliseconds left = polled->schedule.Wait(now.elapsed);
+    if (left == milliseconds(0))
+      Ask(*polled);
+    else
+      wait = std::min(wait, left);
+  }
+  timer_.start(wait);
+}
+
+/// The feeds, that first which has been due longest: a host answers one at a time, and none may come too short.
+std::vector<FeedPoller::Polled *> FeedPoller::ByDue() const {
+  std::vector<Polled *> feeds;
+  for (const std::unique_ptr<Polled> &polled : feeds_)
+    feeds.push_back(polled.get());
+  std::stable_sort(feeds.begin(), feeds.end(),
+                   [](const Polled *a, const Polled *b) { return a->schedule.Due() < b->schedule.Due(); });
+  return feeds;
+}
+
+void FeedPoller::LookSoon() {
+  if (is_running_)
+    timer_.start(0);
+}
+
+/// What was under way when the computer fell asleep has no connection any more.
+void FeedPoller::NoticeSleep(const Clocks &now) {
+  if (!HasSleptBetween(std::exchange(seen_, now), now))
+    return;
+  for (const std::unique_ptr<Polled> &polled : feeds_) {
+    if (polled->fetch)
+      fetcher_.Cancel(*std::exchange(polled->fetch, std::nullopt));
+    polled->schedule.BeginAgain(now.elapsed);
+  }
+}
+
+bool FeedPoller::IsHostBusy(const Polled &polled) const {
+  return std::any_of(feeds_.begin(), feeds_.end(),
+                     [&](const auto &other) { return other->fetch && other->host == polled.host; });
+}
+
+void FeedPoller::Ask(Polled &polled) {
+  polled.schedule.Asked(seen_.elapsed);
+  polled.fetch = fetcher_.Start({.url = polled.feed.url, .etag = polled.etag, .last_modified = polled.last_modified},
+                                [this, &polled](FeedAnswer answer) {
+                                  polled.fetch.reset();
+                                  OnAnswer(polled, std::move(answer));
+                                  // Another feed of the host may have waited for this one.
+                                  if (IsRunning())
+                                    timer_.start(0);
+                                });
+}
+
+void FeedPoller::OnAnswer(Polled &polled, FeedAnswer answer) {
+  constexpr int ok = 200;
+  constexpr int not_modified = 304;
+  const bool had_condition = !polled.etag.isEmpty() || !polled.last_modified.isEmpty();
+  if (!answer.fault.isEmpty())
+    Fail(polled, answer, answer.fault);
+  else if (answer.status == ok || SaysThereIsNothing(polled.feed, answer))
+    StartReading(polled, std::move(answer));
+  else if (answer.status == not_modified && had_condition)
+    Succeed(polled, answer);
+  else
+    Fail(polled, answer, QString("answered with the status %1").arg(answer.status));
+}
+
+void FeedPoller::StartReading(Polled &polled, FeedAnswer answer) {
+  polled.is_read = true;
+  const auto read = std::make_shared<Read>();
+  read->answer = std::move(answer);
+  const qint64 now = surroundings_.clocks().of_day.count();
+  reader_.start([this, &polled, read, now, last = polled.digest, form = polled.feed.form, run = run_] {
+    const QByteArray body = std::exchange(read->answer.body, {});
+    read->is_large = body.size() > large_text;
+    read->digest = QCryptographicHash::hash(body, QCryptographicHash::Sha256);
+    if (read->digest != last)
+      read->reading = ReadFeedText(form, body, now);
+    QMetaObject::invokeMethod(
+        this,
+        [this, &polled, read, run] {
+          if (run != run_)
+            return;
+          OnRead(polled, std::move(*read));
+          LookSoon();
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void FeedPoller::OnRead(Polled &polled, Read read) {
+  polled.is_read = false;
+  if (read.digest != polled.digest) {
+    polled.state.left_out = read.reading.left_out;
+    QString fault = std::move(read.reading.fault);
+    if (fault.isEmpty())
+      fault = take_(polled.feed, std::move(read.reading));
+    if (read.is_large)
+      reader_.start(ReturnFreeMemory);
+    if (!fault.isEmpty()) {
+      read.answer.fault.clear();
+      Fail(polled, read.answer, fault);
+      return;
+    }
+    polled.digest = read.digest;
+  }
+  polled.etag = read.answer.etag;
+  polled.last_modified = read.answer.last_modified;
+  Succeed(polled, read.answer);
+}
+
+void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
+  const Clocks now = surroundings_.clocks();
+  polled.schedule.Succeeded(now.elapsed, answer.lifetime);
+  polled.state.last_success = now.of_day.count();
+  if (!std::exchange(polled.state.fault, {}).isEmpty())
+    log_(QString("the feed %1 can be used again").arg(polled.feed.url));
+}
+
+void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &fault) {
+  using Failure = FeedSchedule::Failure;
+  const milliseconds now = surroundings_.clocks().elapsed;
+  polled.schedule.Failed(now, answer.status == 0 ? Failure::NoAnswer : Failure::BadAnswer, surroundings_.random());
+  if (answer.retry_after)
+    LeaveAlone(polled.host, now + *answer.retry_after);
+  ++polled.state.failures;
+  if (std::exchange(polled.state.fault, LogText(fault)).isEmpty())
+    log_(QString("the feed %1 cannot be used: %2").arg(polled.feed.url, polled.state.fault));
+}
+
+/// The host wants no request until then, for none of its feeds.
+void FeedPoller::LeaveAlone(const std::string &host, milliseconds until) {
+  for (const std::unique_ptr<Polled> &polled : feeds_)
+    if (polled->host == host)
+      polled->schedule.LeaveAloneUntil(until);
+}
+
+}  // namespace borvane::mirror

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QThreadPool>
+#include <QTimer>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "feeds/feed.h"
+#include "feeds/feed_fetcher.h"
+#include "feeds/feed_reading.h"
+#include "feeds/feed_schedule.h"
+
+namespace borvane::mirror {
+
+/// How a feed fares, for whoever watches the mirror.
+struct FeedState {
+  QString url;
+  qint64 last_success = 0;  ///< in milliseconds since 1970 UTC; 0 for never
+  quint64 failures = 0;     ///< since the mirror has started
+  int left_out = 0;         ///< what was no event in the last reading
+  QString fault;            ///< of the last request; empty when it went well
+};
+
+/// Asks for the configured feeds, each when it is due, one request at a time for each host. The answers are read in a
+/// thread of their own, so that nothing waits for a large one.
+class FeedPoller final : public QObject {
+ public:
+  /// Takes a good reading of the feed, in the poller's thread. Returns why it cannot be believed; empty when it is
+  /// taken up.
+  using Take = std::function<QString(const Feed &feed, FeedReading reading)>;
+  using Log = std::function<void(const QString &)>;
+
+  /// What the poller asks of the computer; a test brings its own.
+  struct Surroundings {
+    FeedLimits limits = {};
+    QString authorities = {};                        ///< see FeedFetcher
+    std::function<Clocks()> clocks = {};             ///< the computer's where it is empty
+    std::function<double()> random = {};             ///< from 0 to below 1; the computer's where it is empty
+    std::chrono::milliseconds look_interval{5'000};  ///< the longest time until it notices that the computer has slept
+  };
+
+  /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working
+  /// and when it works again.
+  FeedPoller(std::vector<Feed> feeds, Take take, Log log);
+  FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings);
+  ~FeedPoller() override;
+
+  /// Asks for every feed, in their order, and again whenever one is due. Does nothing for one that has been started.
+  void Start();
+
+  /// Ends what is under way. Nothing is taken any more until the next Start.
+  void Stop();
+
+  bool IsRunning() const { return is_running_; }
+
+  /// In the order of the feeds.
+  std::vector<FeedState> States() const;
+
+ private:
+  struct Polled;
+  struct Read;
+
+  void Look();
+  std::vector<Polled *> ByDue() const;
+  void LookSoon();
+  void NoticeSleep(const Clocks &now);
+  bool IsHostBusy(const Polled &polled) const;
+  void Ask(Polled &polled);
+  void OnAnswer(Polled &polled, FeedAnswer answer);
+  void StartReading(Polled &polled, FeedAnswer answer);
+  void OnRead(Polled &polled, Read read);
+  void Succeed(Polled &polled, const FeedAnswer &answer);
+  void Fail(Polled &polled, const FeedAnswer &answer, const QString &fault);
+  void LeaveAlone(const std::string &host, std::chrono::milliseconds until);
+
+  const Take take_;
+  const Log log_;
+  Surroundings surroundings_;
+  std::vector<std::unique_ptr<Polled>> feeds_;
+  FeedFetcher fetcher_;
+  QTimer timer_;
+  Clocks seen_;  ///< at the last look
+  bool is_running_ = false;
+  quint64 run_ = 0;  ///< counts starts and stops, so that a late reading is known for one of an earlier run
+  QThreadPool reader_;
+};
+
+}  // namespace borvane::mirror

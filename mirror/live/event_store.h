@@ -1,0 +1,135 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "live/event_record.h"
+#include "store/migrations.h"
+#include "store/store_thread.h"
+
+namespace borvane::mirror {
+
+/// The tables of the events.
+constexpr Schema events_schema = {.folder = ":/live/schema", .newest = 1};
+
+/// Where the events are kept beside a service's store: in a file "NAME-events.sqlite" beside its file "NAME.sqlite", or
+/// in a schema of their own in its database.
+StoreAddress EventStoreAddress(const StoreAddress &service);
+
+/// How much is kept. What is beyond is deleted, the oldest first.
+struct EventRetention {
+  int days = 400;                      ///< events whose origin is longer ago are deleted, with their revisions
+  qint64 events = 1'000'000;           ///< in all; some thousands more may be kept for a while
+  qint64 revisions = 2'000'000;        ///< earlier states of events, in all
+  int changes_between_checks = 2'000;  ///< how many events are written until the events are counted again
+};
+
+/// Keeps events in an SQL database, in a thread of its own: nothing here ever waits. What cannot be written is kept in
+/// memory and written as soon as the store works again.
+///
+/// Several mirrors may share a database of a server. One of them, the leader, asks the feeds; the others see what it
+/// writes within two seconds, and one of them takes its place within a minute after it has ended or frozen. In an
+/// SQLite file every mirror leads.
+class EventStore final : public QObject {
+ public:
+  /// What the store tells its owner, in the owner's thread.
+  struct Callbacks {
+    /// What was read: at the start, once, even when the store has nothing, and then what another mirror has written.
+    /// `time_of_data` is the time of the newest feed among it, 0 if there is none.
+    std::function<void(std::vector<EventRecord> records, qint64 time_of_data)> take;
+    /// What is to be written to a store that has been replaced by another one: all that is known.
+    std::function<std::vector<EventRecord>()> everything;
+    /// Whether this mirror leads. Without an answer of the database's server it leads after half a minute, since old
+    /// events are worse than a feed that is asked twice.
+    std::function<void(bool leads)> lead;
+    /// A line when the store stops working, and when it works again.
+    StoreThread::Log log;
+  };
+
+  /// How often and how long; a test is less patient.
+  struct Timing {
+    std::chrono::milliseconds look_interval{1'000};   ///< how often it is looked for another mirror's changes
+    std::chrono::milliseconds retry_interval{5'000};  ///< after a failure
+    std::chrono::milliseconds patience{30'000};       ///< how long the server may be silent before this mirror leads
+  };
+  struct Settings {
+    EventRetention retention = {};
+    Timing timing = {};
+    std::function<qint64()> clock;  ///< milliseconds since 1970 UTC
+  };
+
+  /// `sources` are the names under which the records' sources are kept.
+  EventStore(const StoreAddress &address, QStringList sources, Settings settings, Callbacks callbacks);
+
+  /// Reads the events whose origin is at most `span` ago, and from now on those that other mirrors write.
+  void Start(std::chrono::milliseconds span);
+
+  /// Writes the records, those of one call in one transaction. `time_of_data` is the time of the feed that gave them.
+  void Write(const std::vector<EventRecord> &records, qint64 time_of_data);
+
+  /// Lets events run until the store has been read, or the time is up. Returns whether it was read.
+  bool WaitUntilRead(int milliseconds) const;
+
+  /// Lets events run until all is on the disk, or the time is up. Returns whether it is.
+  bool WaitUntilWritten(int milliseconds) const;
+
+  /// Whether the store did what it was asked for last.
+  bool Works() const { return works_; }
+
+  /// How many records are not yet on the disk.
+  std::size_t Unwritten() const;
+
+ private:
+  using Key = std::pair<int, QString>;
+
+  /// What a job has found in the store, passed from the store's thread.
+  struct Found {
+    bool exists = false;
+    QByteArray identity = {};  ///< of the store: another one has another
+    qint64 number = 0;         ///< of its last change, before those of the job
+    qint64 time_of_data = 0;
+    bool leads = true;
+    std::vector<EventRecord> records = {};
+  };
+  struct Batch;
+
+  void Read();
+  void OnRead(bool has_worked, const Found &found);
+  void WriteWhatWaits();
+  void OnWritten(const Found &found);
+  void OnNotWritten(const Batch &batch);
+  void OnOutcome(bool has_worked);
+  void Lead(bool leads);
+
+  const QStringList sources_;
+  const Settings settings_;
+  const Callbacks callbacks_;
+  const bool is_shared_;  ///< a server's database
+  std::chrono::milliseconds span_{0};
+  bool is_read_ = false;                ///< whether the store has been read
+  bool is_reading_ = false;             ///< whether it is being read
+  std::optional<QByteArray> identity_;  ///< of the store that was read; nothing while there is none
+  qint64 number_ = 0;                   ///< of the last change that is known
+  std::map<Key, EventRecord> waiting_;  ///< to be written
+  std::shared_ptr<const Batch> under_way_;
+  qint64 time_of_data_ = 0;
+  bool has_new_time_ = false;  ///< one that is not written
+  bool works_ = true;
+  std::optional<bool> leads_;
+  int changes_until_check_ = 0;
+  QTimer look_timer_;
+  QTimer retry_timer_;
+  QTimer patience_timer_;
+  StoreThread store_;  ///< the last member: it calls back while the others are there
+};
+
+}  // namespace borvane::mirror

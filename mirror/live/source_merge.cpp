@@ -1,0 +1,104 @@
+#include "live/source_merge.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+#include <tuple>
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr qint64 most_milliseconds_apart = 30'000;
+constexpr double most_kilometres_apart = 100;
+constexpr double most_magnitudes_apart = 1.5 + 1e-9;  // 4.7 and 3.2 are more than 1.5 apart in binary
+constexpr double radius_of_the_earth = 6371;          // kilometres
+
+double KilometresBetween(const Event &a, const Event &b) {
+  const auto radians = [](double degrees) { return degrees * std::numbers::pi / 180; };
+  const double half_north = std::sin(radians(b.latitude - a.latitude) / 2);
+  const double half_east = std::sin(radians(b.longitude - a.longitude) / 2);
+  const double square =
+      half_north * half_north + std::cos(radians(a.latitude)) * std::cos(radians(b.latitude)) * half_east * half_east;
+  return 2 * radius_of_the_earth * std::asin(std::sqrt(std::min(square, 1.0)));
+}
+
+bool HaveLikeMagnitudes(const Event &a, const Event &b) {
+  return !a.magnitude || !b.magnitude || std::abs(*a.magnitude - *b.magnitude) <= most_magnitudes_apart;
+}
+
+bool IsEarlier(const Event *a, const Event *b) {
+  return std::tie(a->origin_time, a->id) < std::tie(b->origin_time, b->id);
+}
+
+/// Two events that may be one.
+struct Pair {
+  qint64 milliseconds_apart;
+  double kilometres_apart;
+  std::size_t shown;  ///< the places of the two in their lists
+  std::size_t other;
+};
+
+bool IsNearer(const Pair &a, const Pair &b) {
+  return std::tie(a.milliseconds_apart, a.kilometres_apart, a.shown, a.other) <
+         std::tie(b.milliseconds_apart, b.kilometres_apart, b.shown, b.other);
+}
+
+/// All pairs of an event of either list, both in the order of time.
+std::vector<Pair> PairsOf(const std::vector<const Event *> &shown, const std::vector<const Event *> &others) {
+  std::vector<Pair> pairs;
+  std::size_t first = 0;
+  for (std::size_t i = 0; i < others.size(); ++i) {
+    const Event &other = *others[i];
+    while (first < shown.size() && shown[first]->origin_time < other.origin_time - most_milliseconds_apart)
+      ++first;
+    for (std::size_t j = first; j < shown.size(); ++j) {
+      const qint64 apart = shown[j]->origin_time - other.origin_time;
+      if (apart > most_milliseconds_apart)
+        break;
+      const double kilometres = KilometresBetween(*shown[j], other);
+      if (kilometres <= most_kilometres_apart && HaveLikeMagnitudes(*shown[j], other))
+        pairs.push_back(
+            {.milliseconds_apart = std::abs(apart), .kilometres_apart = kilometres, .shown = j, .other = i});
+    }
+  }
+  std::sort(pairs.begin(), pairs.end(), IsNearer);
+  return pairs;
+}
+
+/// Those of `others` that are none of the shown events.
+std::vector<const Event *> WithoutDoubles(const std::vector<const Event *> &shown,
+                                          const std::vector<const Event *> &others) {
+  std::vector<bool> shown_has_one(shown.size());
+  std::vector<bool> is_double(others.size());
+  for (const Pair &pair : PairsOf(shown, others)) {
+    if (shown_has_one[pair.shown] || is_double[pair.other])
+      continue;
+    shown_has_one[pair.shown] = true;
+    is_double[pair.other] = true;
+  }
+  std::vector<const Event *> rest;
+  for (std::size_t i = 0; i < others.size(); ++i)
+    if (!is_double[i])
+      rest.push_back(others[i]);
+  return rest;
+}
+
+}  // namespace
+
+std::vector<const Event *> MergeSources(std::vector<std::vector<const Event *>> sources) {
+  std::vector<const Event *> result;
+  std::vector<const Event *> shown;  // the same, in the order of time
+  for (std::vector<const Event *> &events : sources) {
+    std::sort(events.begin(), events.end(), IsEarlier);
+    const std::vector<const Event *> rest = shown.empty() ? events : WithoutDoubles(shown, events);
+    result.insert(result.end(), rest.begin(), rest.end());
+    const auto middle = static_cast<std::ptrdiff_t>(shown.size());
+    shown.insert(shown.end(), rest.begin(), rest.end());
+    std::inplace_merge(shown.begin(), shown.begin() + middle, shown.end(), IsEarlier);
+  }
+  return result;
+}
+
+}  // namespace borvane::mirror

@@ -1,0 +1,99 @@
+#include "monitoring/status.h"
+
+#include <QDateTime>
+#include <algorithm>
+
+namespace borvane::mirror {
+
+namespace {
+
+constexpr qint64 oldest_data_ms = 60 * 60'000;
+
+/// Within quotation marks.
+QByteArray LabelText(const QString &text) {
+  return text.toUtf8().replace('\\', "\\\\").replace('"', "\\\"").replace('\n', "\\n");
+}
+
+QByteArray SecondsText(qint64 milliseconds) {
+  return QByteArray::number(static_cast<double>(milliseconds) / 1000, 'f', 3);
+}
+
+/// The head of a metric, in front of its values.
+QByteArray MetricHead(const QByteArray &name, const QByteArray &type, const QByteArray &help) {
+  return "# HELP " + name + ' ' + help + "\n# TYPE " + name + ' ' + type + '\n';
+}
+
+QByteArray Gauge(const QByteArray &name, const QByteArray &help, const QByteArray &value) {
+  return MetricHead(name, "gauge", help) + name + ' ' + value + '\n';
+}
+
+/// A metric with a value for each feed.
+template <class Value>
+QByteArray OfEachFeed(const std::vector<FeedState> &feeds, const QByteArray &name, const QByteArray &type,
+                      const QByteArray &help, const Value &value) {
+  QByteArray text = feeds.empty() ? QByteArray() : MetricHead(name, type, help);
+  for (std::size_t i = 0; i < feeds.size(); ++i)
+    text += name + "{feed=\"" + QByteArray::number(qulonglong{i + 1}) + "\",url=\"" +
+            LabelText(feeds[i].url.section('?', 0, 0)) + "\"} " + value(feeds[i]) + '\n';
+  return text;
+}
+
+QByteArray TrafficText(const Traffic &traffic) {
+  QByteArray text = MetricHead("borvane_answers_total", "counter", "Answers sent, by their status.");
+  for (const auto &[status, count] : traffic.answers)
+    text += "borvane_answers_total{status=\"" + QByteArray::number(status) + "\"} " + QByteArray::number(count) + '\n';
+  return text;
+}
+
+QByteArray StoresText(const Status &status) {
+  QByteArray text = MetricHead("borvane_store_works", "gauge", "Whether a store did what it was asked for last.");
+  text += QByteArray("borvane_store_works{store=\"service\"} ") + (status.service_store_works ? '1' : '0') + '\n';
+  if (!status.is_live)
+    return text;
+  text += QByteArray("borvane_store_works{store=\"events\"} ") + (status.event_store_works ? '1' : '0') + '\n';
+  return text + Gauge("borvane_unwritten_events", "Events that wait for the store.",
+                      QByteArray::number(qulonglong{status.unwritten_events}));
+}
+
+}  // namespace
+
+QStringList FaultsOf(const Status &status) {
+  QStringList faults;
+  if (!status.service_store_works)
+    faults.append("The service's store does not work.");
+  if (!status.is_live)
+    return faults;
+  if (!status.event_store_works)
+    faults.append("The events' store does not work.");
+  // A mirror that leaves the asking to another one has the time of the data alone.
+  qint64 newest = status.data_time;
+  for (const FeedState &feed : status.feeds)
+    newest = std::max(newest, feed.last_success);
+  if (newest == 0)
+    faults.append("No feed has answered yet.");
+  else if (status.now - newest > oldest_data_ms)
+    faults.append("No feed has answered since " +
+                  QDateTime::fromMSecsSinceEpoch(newest, Qt::UTC).toString("yyyy-MM-dd hh:mm:ss") + " UTC.");
+  return faults;
+}
+
+QByteArray MetricsText(const Status &status) {
+  QByteArray text = MetricHead("borvane_build_info", "gauge", "The version of the program.");
+  text += "borvane_build_info{version=\"" BORVANE_VERSION "\"} 1\n";
+  text += TrafficText(status.traffic);
+  text += Gauge("borvane_connections", "Open connections.", QByteArray::number(status.connections));
+  text += Gauge("borvane_events", "Events that are served.", QByteArray::number(qulonglong{status.events}));
+  text += StoresText(status);
+  if (!status.is_live)
+    return text;
+  text += Gauge("borvane_data_timestamp_seconds", "When the newest data were made, 0 for none.",
+                SecondsText(status.data_time));
+  text += OfEachFeed(status.feeds, "borvane_feed_last_success_timestamp_seconds", "gauge",
+                     "When the feed last answered, 0 for never.",
+                     [](const FeedState &feed) { return SecondsText(feed.last_success); });
+  text += OfEachFeed(status.feeds, "borvane_feed_failures_total", "counter", "Requests of the feed that failed.",
+                     [](const FeedState &feed) { return QByteArray::number(feed.failures); });
+  return text;
+}
+
+}  // namespace borvane::mirror

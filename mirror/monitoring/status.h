@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QStringList>
+#include <cstddef>
+#include <vector>
+
+#include "feeds/feed_poller.h"
+#include "http/traffic.h"
+
+namespace borvane::mirror {
+
+/// How the mirror fares.
+struct Status {
+  qint64 now = 0;  ///< this and all times in milliseconds since 1970 UTC
+  Traffic traffic = {};
+  int connections = 0;
+  std::size_t events = 0;  ///< that are served
+  bool is_live = false;    ///< whether these are to be the feeds' events
+  qint64 data_time = 0;    ///< when the newest of them were made; 0 for none
+  std::vector<FeedState> feeds = {};
+  bool service_store_works = true;
+  bool event_store_works = true;
+  std::size_t unwritten_events = 0;  ///< that wait for the store
+};
+
+/// What is wrong, a sentence each; empty when all is well.
+QStringList FaultsOf(const Status &status);
+
+/// The status in the text form of Prometheus. Of the addresses of the feeds it has no queries, which may hold a key.
+QByteArray MetricsText(const Status &status);
+
+}  // namespace borvane::mirror

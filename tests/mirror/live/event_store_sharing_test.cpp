@@ -1,0 +1,157 @@
+#include <QCoreApplication>
+#include <QProcess>
+#include <memory>
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include "support/mirror/databases.h"
+#include "support/mirror/events_under_test.h"
+#include "support/mirror/postgresql_server.h"
+
+// Several mirrors at one database server.
+
+namespace borvane::mirror {
+namespace {
+
+class EventsOnPostgreSQL : public testing::Test {
+ protected:
+  static std::unique_ptr<EventsUnderTest> Start(const StoreAddress &address,
+                                                std::chrono::milliseconds patience = std::chrono::minutes(10)) {
+    auto events =
+        std::make_unique<EventsUnderTest>(address, EventRetention(), QStringList{"survey", "centre"}, patience);
+    events->Start(std::chrono::hours(24 * 365 * 60));
+    return events;
+  }
+  static bool Leads(const std::unique_ptr<EventsUnderTest> &events) {
+    return WaitFor([&] { return events->Leads() == true; });
+  }
+  static bool Follows(const std::unique_ptr<EventsUnderTest> &events) {
+    return WaitFor([&] { return events->Leads() == false; });
+  }
+
+  PostgresqlServer &server_ = PostgresqlServer::Shared();
+  const StoreAddress service_ = server_.MakeDatabase();
+  const StoreAddress address_ = EventStoreAddress(service_);
+};
+
+TEST_F(EventsOnPostgreSQL, AreAskedForByOneMirrorOnlyAndByTheNextWhenItEnds) {
+  auto one = Start(address_);
+  EXPECT_TRUE(Leads(one));
+  auto other = Start(address_);
+  auto third = Start(address_);
+  EXPECT_TRUE(Follows(other));
+  EXPECT_TRUE(Follows(third));
+  one.reset();
+  EXPECT_TRUE(WaitFor([&] { return other->Leads() == true || third->Leads() == true; }));
+  EXPECT_NE(other->Leads(), third->Leads());
+  (other->Leads() == true ? other : third).reset();
+  EXPECT_TRUE(Leads(other ? other : third));
+}
+
+TEST_F(EventsOnPostgreSQL, OfTwoDatabasesHaveALeaderEach) {
+  const auto one = Start(address_);
+  const auto other = Start(EventStoreAddress(server_.MakeDatabase()));
+  EXPECT_TRUE(Leads(one));
+  EXPECT_TRUE(Leads(other));
+}
+
+TEST_F(EventsOnPostgreSQL, AreSeenByTheMirrorsThatFollow) {
+  const auto leader = Start(address_);
+  EXPECT_TRUE(Leads(leader));
+  const auto follower = Start(address_);
+  leader->Write({Said("ci1"), Said("gfz1", 1)}, start_of_test);
+  EXPECT_TRUE(WaitFor([&] { return follower->Knows(Said("ci1")) && follower->Knows(Said("gfz1", 1)); }));
+  EXPECT_EQ(follower->TimeOfData(), start_of_test);
+  const EventRecord gone = Gone(Said("ci1"), start_of_test + 1);
+  leader->Write({gone});
+  EXPECT_TRUE(WaitFor([&] { return follower->Knows(gone); }));
+  leader->store().Write({}, start_of_test + 2);
+  EXPECT_TRUE(WaitFor([&] { return follower->TimeOfData() == start_of_test + 2; }));
+  EXPECT_EQ(follower->Lines(), QStringList());
+}
+
+TEST_F(EventsOnPostgreSQL, LiveBesideTheServicesTables) {
+  server_.Execute(service_, "create schema borvane;\ncreate table borvane.event (x int);\n");
+  const auto events = Start(address_);
+  events->Write({Said("ci1")});
+  EXPECT_EQ(events->Lines(), QStringList());
+}
+
+TEST_F(EventsOnPostgreSQL, AreKeptWhileTheServerIsGoneAndWrittenWhenItIsBack) {
+  const auto leader = Start(address_);
+  EXPECT_TRUE(Leads(leader));
+  const auto follower = Start(address_);
+  EXPECT_TRUE(Follows(follower));
+  leader->Write({Said("before")});
+  server_.Stop();
+  EXPECT_TRUE(WaitFor([&] { return !leader->store().Works() && !follower->store().Works(); }));
+  leader->WriteLater({Said("first")});
+  EXPECT_FALSE(leader->store().WaitUntilWritten(200));
+  leader->WriteLater({Said("second")});
+  EXPECT_EQ(leader->Leads(), true) << "it goes on to ask the feeds";
+  EXPECT_EQ(follower->Leads(), false);
+  server_.Start();
+  EXPECT_TRUE(leader->store().WaitUntilWritten(60'000));
+  EXPECT_TRUE(WaitFor([&] { return follower->Knows(Said("first")) && follower->Knows(Said("second")); }));
+  EXPECT_TRUE(WaitFor([&] { return leader->Leads() != follower->Leads(); })) << "one of the two leads";
+  EXPECT_EQ(leader->Lines().size(), 2);
+}
+
+TEST_F(EventsOnPostgreSQL, AreAskedForByAMirrorThatFindsNoServer) {
+  const auto leader = Start(address_);
+  EXPECT_TRUE(Leads(leader));
+  const auto follower = Start(address_, std::chrono::milliseconds(300));
+  EXPECT_TRUE(Follows(follower));
+  server_.Stop();
+  EXPECT_TRUE(Leads(follower));
+  follower->WriteLater({Said("from the follower")});
+  leader->WriteLater({Said("from the leader")});
+  server_.Start();
+  EXPECT_TRUE(leader->store().WaitUntilWritten(60'000) && follower->store().WaitUntilWritten(60'000));
+  EXPECT_TRUE(WaitFor([&] { return leader->Leads() != follower->Leads(); })) << "one of the two leads";
+  EXPECT_TRUE(WaitFor([&] { return leader->Records() == follower->Records() && leader->Records().size() == 2; }));
+}
+
+/// Another process that takes up an event when it leads.
+class LeaderElsewhere {
+ public:
+  explicit LeaderElsewhere(const StoreAddress &service) {
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(BORVANE_TAKE_UP, {CommandLineText(service)});
+  }
+  ~LeaderElsewhere() {
+    process_.kill();
+    process_.waitForFinished();
+  }
+  bool Leads() {
+    return WaitFor([this] { return process_.readAllStandardOutput().contains("leads"); });
+  }
+  void Signal(int signal) const { ::kill(static_cast<pid_t>(process_.processId()), signal); }
+
+ private:
+  QProcess process_;
+};
+
+TEST_F(EventsOnPostgreSQL, OfALeaderThatIsKilledAreKeptAndAskedForByAnotherMirror) {
+  LeaderElsewhere leader(service_);
+  ASSERT_TRUE(leader.Leads());
+  const auto follower = Start(address_);
+  EXPECT_TRUE(Follows(follower));
+  EXPECT_TRUE(WaitFor([&] { return follower->Records().size() == 1; })) << "what the leader took up";
+  leader.Signal(SIGKILL);
+  EXPECT_TRUE(Leads(follower));
+  EXPECT_EQ(follower->Records().size(), 1U);
+}
+
+TEST_F(EventsOnPostgreSQL, OfALeaderThatIsFrozenAreAskedForByAnotherMirrorWithinAMinute) {
+  LeaderElsewhere leader(service_);
+  ASSERT_TRUE(leader.Leads());
+  const auto follower = Start(address_);
+  EXPECT_TRUE(Follows(follower));
+  leader.Signal(SIGSTOP);
+  EXPECT_TRUE(Leads(follower));
+}
+
+}  // namespace
+}  // namespace borvane::mirror
