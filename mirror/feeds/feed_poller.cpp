@@ -213,7 +213,12 @@ bool FeedPoller::IsHostBusy(const Polled &polled) const {
 
 void FeedPoller::Ask(Polled &polled) {
   polled.schedule.Asked(seen_.elapsed);
-  polled.fetch = fetcher_.Start({.url = polled.feed.url, .etag = polled.etag, .last_modified = polled.last_modified},
+  // Half of a text without an end mark would be a whole one.
+  const bool has_end_mark = polled.feed.form == FeedForm::Summary;
+  polled.fetch = fetcher_.Start({.url = polled.feed.url,
+                                 .etag = polled.etag,
+                                 .last_modified = polled.last_modified,
+                                 .may_be_packed = has_end_mark},
                                 [this, &polled](FeedAnswer answer) {
                                   polled.fetch.reset();
                                   OnAnswer(polled, std::move(answer));

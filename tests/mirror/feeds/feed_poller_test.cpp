@@ -318,6 +318,27 @@ TEST(FeedPoller, ReadsTheTextForm) {
   EXPECT_EQ(rig.poller.States()[0].left_out, 1);
 }
 
+TEST(FeedPoller, TakesNothingOfAPackedTextThatEndsTooEarly) {
+  QByteArray lines = "#EventID|Time|Latitude|Longitude\n";
+  QByteArrayList ids;
+  for (int i = 0; i < 1'000; ++i) {
+    ids += "e" + QByteArray::number(i);
+    lines += ids.last() + "|2026-06-19T00:00:00|1|2\n";
+  }
+  // The length is that of the part, so that to HTTP the body is whole.
+  const auto half = [](const QByteArray &text) {
+    const QByteArray packed = Gzip(text);
+    return Sends(HttpAnswer("200 OK", packed.first(packed.size() / 2), {"Content-Encoding: gzip"}));
+  };
+  const FeedServer of_lines(half(lines));
+  const FeedServer of_json(half(SummaryOf(ids)));
+  PollerRig rig({FeedAt(of_lines.Url(), 0, FeedForm::EventText), FeedAt(of_json.Url())});
+  rig.poller.Start();
+  EXPECT_TRUE(RunUntil([&] { return rig.log.size() + rig.taken.size() >= 2; }));
+  EXPECT_TRUE(rig.taken.isEmpty());
+  EXPECT_EQ(rig.log.size(), 2);
+}
+
 TEST(FeedPoller, AsksAtOnceWhenTheComputerHasSlept) {
   FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({}))));
   PollerRig rig({FeedAt(server.Url())});
