@@ -78,6 +78,7 @@ class FeedFetcher::Transfer {
             .last_modified = Header("Last-Modified"),
             .lifetime = times.lifetime,
             .retry_after = times.retry_after,
+            .made = times.made,
             .fault = {}};
   }
 

@@ -49,6 +49,7 @@ struct FeedAnswer {
   QByteArray last_modified = {};                         ///< likewise
   std::optional<std::chrono::seconds> lifetime = {};     ///< see AnswerTimes
   std::optional<std::chrono::seconds> retry_after = {};  ///< likewise
+  qint64 made = 0;                                       ///< likewise
   QString fault = {};                                    ///< why there is no whole answer; empty when there is
 };
 
