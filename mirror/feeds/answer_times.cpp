@@ -57,6 +57,7 @@ std::optional<qint64> ReadCacheControl(const QByteArray &text) {
 AnswerTimes ReadTimeHeaders(const TimeHeaders &headers, qint64 now) {
   const qint64 sent = ReadMoment(headers.date).value_or(now / 1000);
   AnswerTimes times;
+  times.made = ReadMoment(headers.date).value_or(0) * 1000;
   if (const std::optional<qint64> lifetime = ReadCacheControl(headers.cache_control))
     times.lifetime = WithinBounds(*lifetime - ReadSeconds(headers.age).value_or(0));
   else if (!headers.expires.isEmpty())

@@ -19,6 +19,7 @@ struct TimeHeaders {
 struct AnswerTimes {
   std::optional<std::chrono::seconds> lifetime = {};     ///< how long the answer is the newest there is
   std::optional<std::chrono::seconds> retry_after = {};  ///< how long the server wants to be left alone
+  qint64 made = 0;  ///< when the answer was made, in milliseconds since 1970 UTC; 0 for nothing
 };
 
 /// No time is longer: a server that asks for a year has made a mistake.

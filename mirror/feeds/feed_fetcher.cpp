@@ -51,6 +51,8 @@ class FeedFetcher::Transfer {
     Set(CURLOPT_PROTOCOLS_STR, "http,https");
     Set(CURLOPT_REDIR_PROTOCOLS_STR, address.scheme == "https" ? "https" : "http,https");
     Set(CURLOPT_URL, request.url.toUtf8().constData());
+    may_be_packed_ = request.may_be_packed;
+    Set(CURLOPT_ACCEPT_ENCODING, may_be_packed_ ? "gzip" : "identity");
     if (IsThisComputer(address.host))
       Set(CURLOPT_PROXY, "");
     if (!authorities.isEmpty())
@@ -76,6 +78,7 @@ class FeedFetcher::Transfer {
             .last_modified = Header("Last-Modified"),
             .lifetime = times.lifetime,
             .retry_after = times.retry_after,
+            .made = times.made,
             .fault = {}};
   }
 
@@ -98,7 +101,6 @@ class FeedFetcher::Transfer {
     // From one request to the next the connection would idle, and often be found dead.
     Set(CURLOPT_FORBID_REUSE, 1L);
     Set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    Set(CURLOPT_ACCEPT_ENCODING, "gzip");
     Set(CURLOPT_USERAGENT, "borvane-mirror/" BORVANE_VERSION);
     Set(CURLOPT_ERRORBUFFER, error_.data());
     Set(CURLOPT_HEADERFUNCTION, ReceiveHeader);
@@ -163,13 +165,22 @@ class FeedFetcher::Transfer {
       return "the answer is cut off";
     if (status == status_ok && !SaysWhereItEnds())
       return "the answer does not say where it ends";
+    if (status == status_ok && !may_be_packed_ && IsPacked())
+      return "the answer is packed although it was to come plain";
     return {};
   }
 
   /// Whether it can be seen that the body is whole. One that ends with the connection cannot: the library takes a
-  /// connection that breaks off for one that ends, with TLS, too.
+  /// connection that breaks off for one that ends, with TLS, too. Nor does it see where a body ends that is packed for
+  /// the way.
   bool SaysWhereItEnds() const {
-    return !Header("Content-Length").isEmpty() || Header("Transfer-Encoding").toLower().endsWith("chunked");
+    const QByteArray coding = Header("Transfer-Encoding").toLower();
+    return coding.isEmpty() ? !Header("Content-Length").isEmpty() : coding == "chunked";
+  }
+
+  bool IsPacked() const {
+    const QByteArray coding = Header("Content-Encoding").toLower();
+    return !coding.isEmpty() && coding != "identity";
   }
 
   QString FaultOf(CURLcode result) const {
@@ -233,6 +244,7 @@ class FeedFetcher::Transfer {
   std::size_t head_size_ = 0;
   bool has_whole_head_ = false;
   bool is_body_refused_ = false;
+  bool may_be_packed_ = true;
   QByteArray body_;
   QString fault_;
   std::unique_ptr<curl_slist, decltype(CurlLibrary::slist_free_all)> headers_;

@@ -35,6 +35,10 @@ struct FeedRequest {
   QString url = {};               ///< of http or https
   QByteArray etag = {};           ///< of the answer that the asker has; empty for none
   QByteArray last_modified = {};  ///< likewise
+
+  /// Whether the body may come compressed. The library does not see that such a body ends too early, so the text has to
+  /// have a mark of its own at its end.
+  bool may_be_packed = true;
 };
 
 /// How a fetch ended.
@@ -45,6 +49,7 @@ struct FeedAnswer {
   QByteArray last_modified = {};                         ///< likewise
   std::optional<std::chrono::seconds> lifetime = {};     ///< see AnswerTimes
   std::optional<std::chrono::seconds> retry_after = {};  ///< likewise
+  qint64 made = 0;                                       ///< likewise
   QString fault = {};                                    ///< why there is no whole answer; empty when there is
 };
 

@@ -61,14 +61,24 @@ bool SaysThereIsNothing(const Feed &feed, const FeedAnswer &answer) {
   return answer.status == no_content || (answer.status == not_found && feed.url.contains("nodata=404"));
 }
 
-FeedReading ReadFeedText(FeedForm form, const QByteArray &text, qint64 now) {
+/// Lines of text do not say when they were made; the server that has sent them may, with `made`.
+FeedReading ReadSentEventText(const QByteArray &text, qint64 made, qint64 now) {
+  if (const QString fault = made != 0 ? FaultOfTime(made, now) : QString(); !fault.isEmpty())
+    return FaultyReading(fault);
+  FeedReading reading = ReadEventText(text);
+  if (reading.fault.isEmpty())
+    reading.generated = made;
+  return reading;
+}
+
+FeedReading ReadFeedText(FeedForm form, const QByteArray &text, qint64 made, qint64 now) {
   switch (form) {
     case FeedForm::Summary:
       return ReadSummaryFeed(text, now);
     case FeedForm::EventText:
       break;
   }
-  return ReadEventText(text);
+  return ReadSentEventText(text, made, now);
 }
 
 }  // namespace
@@ -213,7 +223,12 @@ bool FeedPoller::IsHostBusy(const Polled &polled) const {
 
 void FeedPoller::Ask(Polled &polled) {
   polled.schedule.Asked(seen_.elapsed);
-  polled.fetch = fetcher_.Start({.url = polled.feed.url, .etag = polled.etag, .last_modified = polled.last_modified},
+  // Half of a text without an end mark would be a whole one.
+  const bool has_end_mark = polled.feed.form == FeedForm::Summary;
+  polled.fetch = fetcher_.Start({.url = polled.feed.url,
+                                 .etag = polled.etag,
+                                 .last_modified = polled.last_modified,
+                                 .may_be_packed = has_end_mark},
                                 [this, &polled](FeedAnswer answer) {
                                   polled.fetch.reset();
                                   OnAnswer(polled, std::move(answer));
@@ -247,7 +262,7 @@ void FeedPoller::StartReading(Polled &polled, FeedAnswer answer) {
     read->is_large = body.size() > large_text;
     read->digest = QCryptographicHash::hash(body, QCryptographicHash::Sha256);
     if (read->digest != last)
-      read->reading = ReadFeedText(form, body, now);
+      read->reading = ReadFeedText(form, body, read->answer.made, now);
     QMetaObject::invokeMethod(
         this,
         [this, &polled, read, run] {

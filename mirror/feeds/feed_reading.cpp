@@ -1,6 +1,8 @@
 #include "feeds/feed_reading.h"
 
+#include <QDateTime>
 #include <QHash>
+#include <cstdlib>
 #include <utility>
 
 namespace borvane::mirror {
@@ -55,6 +57,14 @@ void LeaveOut(FeedReading &reading, const QStringList &ids) {
   if (ids.isEmpty())
     ++reading.nameless;
   reading.unread_ids += ids;
+}
+
+QString FaultOfTime(qint64 generated, qint64 now) {
+  constexpr qint64 most_apart = 24LL * 60 * 60 * 1000;
+  if (std::abs(generated - now) <= most_apart)
+    return {};
+  return QString("made at %1, more than a day from this computer's clock")
+      .arg(QDateTime::fromMSecsSinceEpoch(generated, Qt::UTC).toString(Qt::ISODate));
 }
 
 FeedReading FaultyReading(const QString &fault) {

@@ -22,7 +22,7 @@ struct FeedEvent {
 
 /// What came of reading a feed's text.
 struct FeedReading {
-  qint64 generated = 0;  ///< when the text was made, in milliseconds since 1970 UTC; 0 if the form does not say
+  qint64 generated = 0;           ///< when the text was made, in milliseconds since 1970 UTC; 0 if nothing says it
   std::vector<FeedEvent> events;  ///< in the order of the text, each own id once
   int left_out = 0;               ///< what is no event: without a usable id, origin time or epicentre
   QStringList unread_ids;         ///< all ids of what was left out: the feed has these events, whatever they are now
@@ -32,6 +32,9 @@ struct FeedReading {
 
 /// Counts what is no event, and keeps the `ids` under which it is known; none when not even one is usable.
 void LeaveOut(FeedReading &reading, const QStringList &ids);
+
+/// Why a text that was made at that moment is not believed while this computer's clock shows `now`; empty when it is.
+QString FaultOfTime(qint64 generated, qint64 now);
 
 /// A reading of nothing but a fault.
 FeedReading FaultyReading(const QString &fault);

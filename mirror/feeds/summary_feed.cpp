@@ -1,10 +1,8 @@
 #include "feeds/summary_feed.h"
 
-#include <QDateTime>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <algorithm>
-#include <cmath>
 
 #include "catalogue/geojson_reader.h"
 
@@ -35,9 +33,8 @@ QString MetadataFault(const QJsonObject &metadata, qsizetype events, qint64 now)
   const qint64 generated = TimeOf(metadata["generated"_L1]);
   if (generated == 0)
     return "it does not say when it was made";
-  if (std::abs(generated - now) > day_ms)
-    return QString("made at %1, more than a day from this computer's clock")
-        .arg(QDateTime::fromMSecsSinceEpoch(generated, Qt::UTC).toString(Qt::ISODate));
+  if (const QString fault = FaultOfTime(generated, now); !fault.isEmpty())
+    return fault;
   if (const QJsonValue status = metadata["status"_L1]; status.isDouble() && status.toInt() != good_status)
     return QString("its status is %1").arg(status.toDouble());
   if (const QJsonValue count = metadata["count"_L1]; count.isDouble() && count.toInt(-1) != events)

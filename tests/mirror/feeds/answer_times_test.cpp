@@ -63,6 +63,12 @@ TEST(ReadTimeHeaders, TakesATimeOrAMomentOfRetryAfter) {
     EXPECT_EQ(RetryAfter(nothing), -1) << nothing;
 }
 
+TEST(ReadTimeHeaders, TakesTheMomentAtWhichTheAnswerWasMade) {
+  EXPECT_EQ(ReadTimeHeaders({.date = "Fri, 19 Jun 2026 03:04:05 GMT", .age = "60"}, now + 60'000).made, now);
+  for (const char *nothing : {"", "now", "Fri, 19 Jun 2026 03:04:05 CET"})
+    EXPECT_EQ(ReadTimeHeaders({.date = nothing}, now).made, 0) << nothing;
+}
+
 TEST(ReadTimeHeaders, BelievesNoTimeLongerThanADay) {
   EXPECT_EQ(Lifetime({.cache_control = "max-age=31536000"}), 86'400);
   EXPECT_EQ(Lifetime({.cache_control = "max-age=99999999999999999999"}), 86'400);

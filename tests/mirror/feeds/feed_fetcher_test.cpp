@@ -43,7 +43,10 @@ class FeedFetches : public testing::Test {
 
   /// The fault of fetching what the server has; the answer when there is none.
   static std::string FaultOf(const FeedServer &server, const FeedLimits &limits = {}) {
-    const FeedAnswer answer = Fetch({.url = server.Url()}, limits);
+    return FaultOf(FeedRequest{.url = server.Url()}, limits);
+  }
+  static std::string FaultOf(const FeedRequest &request, const FeedLimits &limits = {}) {
+    const FeedAnswer answer = Fetch(request, limits);
     return answer.fault.isEmpty() ? "answered " + std::to_string(answer.status) : answer.fault.toStdString();
   }
 
@@ -133,6 +136,17 @@ TEST_F(FeedFetches, APackedFeedIsUnpacked) {
   EXPECT_TRUE(answer.body == text);
 }
 
+TEST_F(FeedFetches, AFeedThatMustNotBePackedComesPlainOrNotAtAll) {
+  for (const char *coding : {"gzip", "GZIP", "identity, gzip"}) {
+    const FeedServer packed(Sends(HttpAnswer("200 OK", Gzip("text"), {QByteArray("Content-Encoding: ") + coding})),
+                            *certified);
+    EXPECT_NE(FaultOf({.url = packed.Url(), .may_be_packed = false}), "answered 200") << coding;
+    EXPECT_TRUE(packed.Requests().value(0).contains("\r\nAccept-Encoding: identity\r\n"));
+  }
+  const FeedServer plain(Sends(HttpAnswer("200 OK", "text", {"Content-Encoding: Identity"})), *certified);
+  EXPECT_EQ(Fetch({.url = plain.Url(), .may_be_packed = false}).body, "text");
+}
+
 TEST_F(FeedFetches, ABodyThatUnpacksToMoreThanTheLimitIsRefused) {
   const QByteArray bomb = Gzip(QByteArray(10'000'000, '\0'));
   ASSERT_LT(bomb.size(), 20'000);
@@ -184,6 +198,12 @@ TEST_F(FeedFetches, ABodyThatDoesNotSayWhereItEndsIsRefused) {
   const FeedServer chunked(
       Sends("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nthe\r\n5\r\n feed\r\n0\r\n\r\n"), *certified);
   EXPECT_EQ(Fetch({.url = chunked.Url()}).body, "the feed");
+  // Nobody asked for this, and the library does not see where what is packed ends.
+  const QByteArray packed = Gzip("the feed").chopped(9);
+  const FeedServer transfer(Sends("HTTP/1.1 200 OK\r\nTransfer-Encoding: gzip, chunked\r\n\r\n" +
+                                  QByteArray::number(packed.size(), 16) + "\r\n" + packed + "\r\n0\r\n\r\n"),
+                            *certified);
+  EXPECT_EQ(FaultOf(transfer), "the answer does not say where it ends");
 }
 
 TEST_F(FeedFetches, WhatIsNoHttpOrNotPackedAsItSaysIsNoAnswer) {

@@ -53,7 +53,8 @@ class PollerRig {
     return RunUntil([&] { return log.size() >= lines; });
   }
 
-  QStringList taken;  ///< a line a reading: the feed's source and the ids
+  QStringList taken;     ///< a line a reading: the feed's source and the ids
+  qint64 generated = 0;  ///< of the last reading
   QStringList log;
   QString refusal;  ///< what readings are refused with; empty for not at all
   std::function<void()> at_take = [] {};
@@ -65,6 +66,7 @@ class PollerRig {
     for (const FeedEvent &event : reading.events)
       ids += event.event.id;
     taken += QString("%1: %2").arg(feed.source).arg(ids.join(' '));
+    generated = reading.generated;
     at_take();
     return refusal;
   }
@@ -316,6 +318,48 @@ TEST(FeedPoller, ReadsTheTextForm) {
   ASSERT_TRUE(rig.HasTaken(1));
   EXPECT_EQ(rig.taken, QStringList("5: a"));
   EXPECT_EQ(rig.poller.States()[0].left_out, 1);
+}
+
+TEST(FeedPoller, TakesTheTimeOfTheAnswerForThatOfATextThatHasNone) {
+  const QByteArray text = "#EventID|Time|Latitude|Longitude\na|2026-06-19T00:00:00|1|2\n";
+  FeedServer server(Sends(HttpAnswer("200 OK", text, {"Date: Fri, 19 Jun 2026 03:04:30 GMT"})));
+  PollerRig rig({FeedAt(server.Url(), 0, FeedForm::EventText)});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  EXPECT_EQ(rig.generated, (today - 30s).count());
+
+  server.SetAnswer(Sends(HttpAnswer("200 OK", text + "b|2026-06-19T00:00:00|1|2\n")));
+  rig.Pass(60s);
+  ASSERT_TRUE(rig.HasTaken(2));
+  EXPECT_EQ(rig.generated, 0);
+
+  server.SetAnswer(Sends(HttpAnswer("200 OK", text, {"Date: Fri, 19 Jun 2026 03:04:30 GMT"})));
+  rig.SetClockForward(21 * 24h);
+  rig.Pass(60s);
+  ASSERT_TRUE(rig.HasLogged(1));
+  EXPECT_TRUE(rig.log[0].endsWith("made at 2026-06-19T03:04:30Z, more than a day from this computer's clock"));
+  EXPECT_EQ(rig.taken.size(), 2);
+}
+
+TEST(FeedPoller, TakesNothingOfAPackedTextThatEndsTooEarly) {
+  QByteArray lines = "#EventID|Time|Latitude|Longitude\n";
+  QByteArrayList ids;
+  for (int i = 0; i < 1'000; ++i) {
+    ids += "e" + QByteArray::number(i);
+    lines += ids.last() + "|2026-06-19T00:00:00|1|2\n";
+  }
+  // The length is that of the part, so that to HTTP the body is whole.
+  const auto half = [](const QByteArray &text) {
+    const QByteArray packed = Gzip(text);
+    return Sends(HttpAnswer("200 OK", packed.first(packed.size() / 2), {"Content-Encoding: gzip"}));
+  };
+  const FeedServer of_lines(half(lines));
+  const FeedServer of_json(half(SummaryOf(ids)));
+  PollerRig rig({FeedAt(of_lines.Url(), 0, FeedForm::EventText), FeedAt(of_json.Url())});
+  rig.poller.Start();
+  EXPECT_TRUE(RunUntil([&] { return rig.log.size() + rig.taken.size() >= 2; }));
+  EXPECT_TRUE(rig.taken.isEmpty());
+  EXPECT_EQ(rig.log.size(), 2);
 }
 
 TEST(FeedPoller, AsksAtOnceWhenTheComputerHasSlept) {
