@@ -55,10 +55,10 @@ bool IsInSpan(const EventRecord &record, qint64 made, qint64 span) {
 struct LiveEvents::Taking {
   Known &known;
   const FeedReading &reading;
-  int source;
-  bool is_whole;  ///< whether what the reading lacks goes
-  qint64 made;    ///< when the feed's text was
-  qint64 now;
+  int source = 0;
+  bool is_whole = false;  ///< whether what the reading lacks goes
+  qint64 made = 0;        ///< when the feed's text was
+  qint64 now = 0;
   std::optional<QSet<QString>> own_ids = {};  ///< of all events of the reading, once they are asked for
   QSet<const EventRecord *> present = {};     ///< the records that a whole reading has, under whatever id
   EventChanges changes = {};

@@ -159,7 +159,10 @@ class LiveEventsMonth : public testing::Test {
       TakeBoth(0, WholeWeek(), world_.WholeWeekOfEvents(now_));
     if (minute % 10 == 0)
       TakeBoth(1, Recent(), world_.EventsOfTheCentre());
-    ASSERT_TRUE(store_.store().WaitUntilWritten(60'000));
+    // What comes meanwhile is written together.
+    if (minute % 3 == 0) {
+      ASSERT_TRUE(store_.store().WaitUntilWritten(60'000));
+    }
   }
 
   void PassDay() {
@@ -215,6 +218,7 @@ TEST_F(LiveEventsMonth, OverAMonthAreWhatThePlainRulesKnowAndDoNotGrow) {
   EXPECT_LT(events_.Records().size(), records * 11 / 10);
   EXPECT_LT(BytesInUse(), bytes_in_use * 11 / 10);
   EXPECT_LT(BytesOfFiles(folder_.path()), bytes_of_files * 11 / 10);
+  ASSERT_TRUE(store_.store().WaitUntilWritten(60'000));
   EXPECT_EQ(ShownFromTheStore(), Shown(events_));
   EXPECT_EQ(store_.Lines(), QStringList());
 }
