@@ -278,10 +278,11 @@ void FeedPoller::StartReading(Polled &polled, FeedAnswer answer) {
 void FeedPoller::OnRead(Polled &polled, Read read) {
   polled.is_read = false;
   if (read.digest != polled.digest) {
-    polled.state.left_out = read.reading.left_out;
     QString fault = std::move(read.reading.fault);
-    if (fault.isEmpty())
+    if (fault.isEmpty()) {
+      SeeLeftOut(polled, read.reading.left_out);
       fault = take_(polled.feed, std::move(read.reading));
+    }
     if (read.is_large)
       reader_.start(ReturnFreeMemory);
     if (!fault.isEmpty()) {
@@ -294,6 +295,11 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
   polled.etag = read.answer.etag;
   polled.last_modified = read.answer.last_modified;
   Succeed(polled, read.answer);
+}
+
+void FeedPoller::SeeLeftOut(Polled &polled, int left_out) {
+  if (std::exchange(polled.state.left_out, left_out) != left_out)
+    log_(QString("the feed %1 has events that cannot be read: %2").arg(polled.feed.url).arg(left_out));
 }
 
 void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {

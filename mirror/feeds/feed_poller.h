@@ -22,7 +22,7 @@ struct FeedState {
   QString url;
   qint64 last_success = 0;  ///< in milliseconds since 1970 UTC; 0 for never
   quint64 failures = 0;     ///< since the mirror has started
-  int left_out = 0;         ///< what was no event in the last reading
+  int left_out = 0;         ///< what was no event in the last good reading
   QString fault;            ///< of the last request; empty when it went well
 };
 
@@ -44,8 +44,8 @@ class FeedPoller final : public QObject {
     std::chrono::milliseconds look_interval{5'000};  ///< the longest time until it notices that the computer has slept
   };
 
-  /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working
-  /// and when it works again.
+  /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working,
+  /// when it works again, and when the number of its events that cannot be read changes.
   FeedPoller(std::vector<Feed> feeds, Take take, Log log);
   FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings);
   ~FeedPoller() override;
@@ -74,6 +74,7 @@ class FeedPoller final : public QObject {
   void OnAnswer(Polled &polled, FeedAnswer answer);
   void StartReading(Polled &polled, FeedAnswer answer);
   void OnRead(Polled &polled, Read read);
+  void SeeLeftOut(Polled &polled, int left_out);
   void Succeed(Polled &polled, const FeedAnswer &answer);
   void Fail(Polled &polled, const FeedAnswer &answer, const QString &fault);
   void LeaveAlone(const std::string &host, std::chrono::milliseconds until);

@@ -320,6 +320,24 @@ TEST(FeedPoller, ReadsTheTextForm) {
   EXPECT_EQ(rig.poller.States()[0].left_out, 1);
 }
 
+TEST(FeedPoller, LogsHowManyEventsCannotBeReadWhenThatChanges) {
+  const QByteArray text = "#EventID|Time|Latitude|Longitude\na|2026-06-19T00:00:00|1|2\n";
+  FeedServer server(Sends(HttpAnswer("200 OK", "")));
+  PollerRig rig({FeedAt(server.Url(), 0, FeedForm::EventText)});
+  rig.poller.Start();
+  qsizetype taken = 1;
+  ASSERT_TRUE(rig.HasTaken(taken));
+  for (const char *more : {"", "b\n", "c\n", "d\ne\n", ""}) {
+    server.SetAnswer(Sends(HttpAnswer("200 OK", text + more)));
+    rig.Pass(60s);
+    ASSERT_TRUE(rig.HasTaken(++taken));
+  }
+  const QString feed = "the feed " + server.Url();
+  EXPECT_EQ(rig.log,
+            QStringList({feed + " has events that cannot be read: 1", feed + " has events that cannot be read: 2",
+                         feed + " has events that cannot be read: 0"}));
+}
+
 TEST(FeedPoller, TakesTheTimeOfTheAnswerForThatOfATextThatHasNone) {
   const QByteArray text = "#EventID|Time|Latitude|Longitude\na|2026-06-19T00:00:00|1|2\n";
   FeedServer server(Sends(HttpAnswer("200 OK", text, {"Date: Fri, 19 Jun 2026 03:04:30 GMT"})));
