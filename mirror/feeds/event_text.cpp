@@ -69,11 +69,9 @@ TextFields FieldsOf(QByteArrayView line) {
 Columns StandardColumns(std::size_t fields) {
   constexpr std::size_t without_kind = 13;
   Columns columns;
-  if (fields != without_kind && fields != without_kind + 1)
-    return columns;
-  columns.count = fields;
+  columns.count = fields == without_kind + 1 ? fields : without_kind;
   for (std::size_t column = 0; column < column_names.size(); ++column)
-    if (column_names[column].place < fields)
+    if (column_names[column].place < columns.count)
       columns.places[column] = column_names[column].place;
   return columns;
 }
@@ -159,7 +157,7 @@ QByteArrayView FieldAt(const TextFields &fields, const Columns &columns, Column 
 }
 
 std::optional<FeedEvent> ReadEventLine(const TextFields &fields, const Columns &columns) {
-  if (columns.count == 0 || fields.size() != columns.count)
+  if (fields.size() != columns.count)
     return std::nullopt;
   const auto field = [&](Column column) { return FieldAt(fields, columns, column); };
   const std::optional<qint64> time = ReadEventTime(field(Column::Time));
@@ -186,6 +184,15 @@ std::optional<FeedEvent> ReadEventLine(const TextFields &fields, const Columns &
   // The services that leave the kind out have few events that are not earthquakes.
   read.event.kind = field(Column::Kind).isEmpty() ? QString("earthquake") : QString::fromUtf8(field(Column::Kind));
   return read;
+}
+
+/// The id of a line that is no event; none when it is not usable, or cannot be found as the fields do not fit.
+QStringList IdOfUnread(const TextFields &fields, const Columns &columns) {
+  const std::size_t place = columns.places[static_cast<std::size_t>(Column::Id)].value_or(0);
+  if (fields.empty() || (fields.size() != columns.count && place != 0))
+    return {};
+  const QString id = QString::fromUtf8(fields[place]);
+  return IsEventId(id) ? QStringList(id) : QStringList();
 }
 
 /// What the header lacks; empty for nothing.
@@ -216,11 +223,12 @@ FeedReading ReadEventText(const QByteArray &text) {
         return FaultyReading(fault);
     } else if (!line.isEmpty()) {
       const TextFields fields = FieldsOf(line);
-      if (std::optional<FeedEvent> event = ReadEventLine(fields, named ? *named : StandardColumns(fields.size())))
+      const Columns columns = named ? *named : StandardColumns(fields.size());
+      if (std::optional<FeedEvent> event = ReadEventLine(fields, columns))
         reading.events.push_back(std::move(*event));
       else
-        ++reading.left_out;
-      if (reading.events.size() > most_feed_events)
+        LeaveOut(reading, IdOfUnread(fields, columns));
+      if (reading.events.size() + static_cast<std::size_t>(reading.left_out) > most_feed_events)
         return FaultyReading(QString("more than %1 events").arg(most_feed_events));
     }
   }

@@ -14,7 +14,8 @@ namespace borvane::mirror {
 ///
 /// and possibly EventType after them. Times are UTC, "2026-06-19T03:04:05", with any fraction and with or without "Z".
 /// Lines end with LF or CR LF. A line has to have as many fields as there are columns; one that does not, or whose id,
-/// time or epicentre cannot be read, is left out. Any other field may be empty. An empty text has no events.
+/// time or epicentre cannot be read, is left out. The id of one with too few or too many fields is known where it comes
+/// first. Any other field may be empty. An empty text has no events.
 FeedReading ReadEventText(const QByteArray &text);
 
 }  // namespace borvane::mirror

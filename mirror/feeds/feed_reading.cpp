@@ -50,6 +50,13 @@ void KeepEachIdOnce(std::vector<FeedEvent> &events) {
 
 }  // namespace
 
+void LeaveOut(FeedReading &reading, const QStringList &ids) {
+  ++reading.left_out;
+  if (ids.isEmpty())
+    ++reading.nameless;
+  reading.unread_ids += ids;
+}
+
 FeedReading FaultyReading(const QString &fault) {
   FeedReading reading;
   reading.fault = fault;

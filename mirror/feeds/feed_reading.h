@@ -25,8 +25,13 @@ struct FeedReading {
   qint64 generated = 0;  ///< when the text was made, in milliseconds since 1970 UTC; 0 if the form does not say
   std::vector<FeedEvent> events;  ///< in the order of the text, each own id once
   int left_out = 0;               ///< what is no event: without a usable id, origin time or epicentre
+  QStringList unread_ids;         ///< all ids of what was left out: the feed has these events, whatever they are now
+  int nameless = 0;               ///< what was left out without even an id: nobody knows which events these are
   QString fault;                  ///< what is wrong with the text as a whole; empty when it could be read
 };
+
+/// Counts what is no event, and keeps the `ids` under which it is known; none when not even one is usable.
+void LeaveOut(FeedReading &reading, const QStringList &ids);
 
 /// A reading of nothing but a fault.
 FeedReading FaultyReading(const QString &fault);

@@ -45,9 +45,13 @@ QString MetadataFault(const QJsonObject &metadata, qsizetype events, qint64 now)
   return {};
 }
 
-/// All ids in a text such as ",ci38592402,us7000abcd,", with `own` in front.
-QStringList IdsOf(const QString &text, const QString &own) {
-  QStringList ids = {own};
+/// All ids of a feature: its own in front, then those in a text such as ",ci38592402,us7000abcd,".
+QStringList IdsOf(const QJsonObject &feature) {
+  const QString own = feature["id"_L1].toString();
+  const QString text = feature["properties"_L1].toObject()["ids"_L1].toString();
+  QStringList ids;
+  if (IsEventId(own))
+    ids += own;
   for (const QStringView part : QStringView(text).split(u',', Qt::SkipEmptyParts)) {
     if (ids.size() == most_ids)
       break;
@@ -76,7 +80,7 @@ std::optional<FeedEvent> ReadFeedFeature(const QJsonObject &feature, qint64 gene
   }
   // A revision of the future would never be replaced.
   read.updated = std::min(TimeOf(properties["updated"_L1]), generated);
-  read.ids = IdsOf(properties["ids"_L1].toString(), read.event.id);
+  read.ids = IdsOf(feature);
   return read;
 }
 
@@ -102,7 +106,7 @@ FeedReading ReadSummaryFeed(const QByteArray &text, qint64 now) {
     if (std::optional<FeedEvent> event = ReadFeedFeature(feature.toObject(), reading.generated))
       reading.events.push_back(std::move(*event));
     else
-      ++reading.left_out;
+      LeaveOut(reading, IdsOf(feature.toObject()));
   }
   return FinishReading(std::move(reading));
 }

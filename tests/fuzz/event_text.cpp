@@ -22,7 +22,8 @@ void Require(bool fact) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   const QByteArray text(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
   const FeedReading reading = ReadEventText(text);
-  Require(reading.fault.isEmpty() || (reading.events.empty() && reading.left_out == 0));
+  Require(reading.fault.isEmpty() || (reading.events.empty() && reading.left_out == 0 && reading.unread_ids.isEmpty()));
+  Require(reading.unread_ids.size() + reading.nameless == reading.left_out);
   for (const FeedEvent &read : reading.events) {
     Require(IsEventId(read.event.id) && read.ids == QStringList(read.event.id) && !read.deleted);
     Require(IsOriginTime(static_cast<double>(read.event.origin_time)));

@@ -44,10 +44,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   const QByteArray text(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
   const FeedReading reading = ReadSummaryFeed(text, now);
   if (!reading.fault.isEmpty()) {
-    Require(reading.events.empty() && reading.left_out == 0 && reading.generated == 0);
+    Require(reading.events.empty() && reading.left_out == 0 && reading.unread_ids.isEmpty() && reading.generated == 0);
     return 0;
   }
   Require(std::abs(reading.generated - now) <= day);
+  Require(reading.nameless >= 0 && reading.nameless <= reading.left_out);
+  Require(reading.unread_ids.size() >= reading.left_out - reading.nameless);
+  for (const QString &id : reading.unread_ids)
+    Require(IsEventId(id));
   QSet<QString> ids;
   for (const FeedEvent &read : reading.events) {
     CheckFeedEvent(read, reading.generated);

@@ -130,6 +130,26 @@ TEST(ReadEventText, LeavesOutWhatIsNoEvent) {
   EXPECT_FALSE(ReadLine(QByteArray(1'000'000, '|')));
 }
 
+TEST(ReadEventText, KeepsTheIdsOfWhatItLeavesOut) {
+  const QByteArray lines = Line("38.4", "north") + "\n" + Line("0000123", "4").replace("ISLANDS", "||ISLANDS") + "\n" +
+                           Line("20260619_0000123", "<b>") + "\n" + Line("0000123", "5") + "\n";
+  for (const QByteArray &text : {header + lines, lines}) {
+    const FeedReading reading = ReadEventText(text);
+    ASSERT_EQ(reading.events.size(), 1U) << reading.fault.toStdString();
+    EXPECT_EQ(reading.left_out, 3);
+    EXPECT_EQ(reading.unread_ids, QStringList({"20260619_0000123", "20260619_4"}));
+    EXPECT_EQ(reading.nameless, 1);
+  }
+}
+
+TEST(ReadEventText, DoesNotTakeAnotherFieldForTheIdOfALineThatDoesNotFit) {
+  const FeedReading reading =
+      ReadEventText("#Time|EventID|Latitude|Longitude\n2026-06-19T03:04:05|a|1|2\n2026|06|b|1|2\nx|c|1|2\n");
+  ASSERT_EQ(reading.events.size(), 1U) << reading.fault.toStdString();
+  EXPECT_EQ(reading.unread_ids, QStringList("c"));
+  EXPECT_EQ(reading.nameless, 1);
+}
+
 TEST(ReadEventText, BringsLongitudesBackBetweenTheDateLines) {
   EXPECT_EQ(ReadLine(Line("-20.25", "190.5"))->event.longitude, -169.5);
 }
@@ -166,6 +186,8 @@ TEST(ReadEventText, RefusesATextOfMoreEventsThanAnyFeedHas) {
   const FeedReading reading = ReadEventText(text.first(text.chopped(1).lastIndexOf('\n') + 1));
   EXPECT_EQ(reading.fault, "");
   EXPECT_EQ(reading.events.size(), static_cast<std::size_t>(most_feed_events));
+  EXPECT_EQ(ReadEventText(header + QByteArray("x\n").repeated(most_feed_events + 1)).fault,
+            QString("more than %1 events").arg(most_feed_events));
 }
 
 /// A text of random pieces, most of them such as a feed may have.

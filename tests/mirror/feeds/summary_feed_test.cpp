@@ -86,6 +86,20 @@ TEST(ReadSummaryFeed, LeavesOutAnEventWithoutAnEpicentre) {
   EXPECT_FALSE(ReadOneOf(FeedFeature(R"({"type":"Point","coordinates":[-117.5,35.6,11.21]})", "null")));
 }
 
+TEST(ReadSummaryFeed, KeepsTheIdsOfWhatItLeavesOut) {
+  const QByteArray without_epicentre = FeedFeature("-117.5,35.6,11.21", "null,null,null");
+  const QByteArray without_own_id = FeedFeature(R"("id":"ci38592402")", R"("id":null)");
+  const QByteArray nameless = QByteArray(without_own_id).replace(",us7000abcd,ci38592402,", ",<b>,");
+  const FeedReading reading =
+      ReadSummaryFeed(FeedOf({FeedFeature("\"ci38592402\"", "\"nc1\""), without_epicentre, nameless, "7"}), made);
+  EXPECT_EQ(reading.events.size(), 1U);
+  EXPECT_EQ(reading.left_out, 3);
+  EXPECT_EQ(reading.unread_ids, QStringList({"ci38592402", "us7000abcd"}));
+  EXPECT_EQ(reading.nameless, 2);
+  EXPECT_EQ(ReadSummaryFeed(FeedOf({without_own_id}), made).unread_ids, QStringList({"us7000abcd", "ci38592402"}));
+  EXPECT_EQ(ReadSummaryFeed(FeedOf({without_own_id}), made).nameless, 0);
+}
+
 TEST(ReadSummaryFeed, LeavesOutAnEventThatIsYetToCome) {
   EXPECT_FALSE(ReadOneOf(FeedFeature("1781838000000", QByteArray::number(made + day + 1))));
   EXPECT_TRUE(ReadOneOf(FeedFeature("1781838000000", QByteArray::number(made + day))));

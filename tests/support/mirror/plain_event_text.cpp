@@ -80,6 +80,16 @@ std::optional<FeedEvent> PlainEvent(const QMap<QByteArray, QByteArray> &values) 
   return read;
 }
 
+/// The id of a line that is no event, where the names say or the form always has it first; empty for none.
+QString PlainUnreadId(const PlainFields &names, const PlainFields &fields) {
+  QString id;
+  if (names.size() == fields.size())
+    id = QString::fromUtf8(ByName(names, fields)["eventid"]);
+  else if (names.first().toLower() == "eventid")
+    id = QString::fromUtf8(fields.value(0));
+  return IsEventId(id) ? id : QString();
+}
+
 PlainFields NamesWithout(const PlainFields &fields) {
   PlainFields names = {"eventid",   "time",      "latitude",         "longitude",     "depth/km",
                        "author",    "catalog",   "contributor",      "contributorid", "magtype",
@@ -108,22 +118,31 @@ FeedReading ReadEventTextPlainly(const QByteArray &text) {
           return FaultyReading(QString("its header has no column \"%1\"").arg(needed));
     } else if (!line.startsWith('#')) {
       const PlainFields fields = PlainFieldsOf(line);
-      if (std::optional<FeedEvent> event = PlainEvent(ByName(names ? *names : NamesWithout(fields), fields)))
+      const PlainFields columns = names ? *names : NamesWithout(fields);
+      if (std::optional<FeedEvent> event = PlainEvent(ByName(columns, fields))) {
         reading.events.push_back(*event);
+        continue;
+      }
+      ++reading.left_out;
+      const QString id = PlainUnreadId(columns, fields);
+      if (id.isEmpty())
+        ++reading.nameless;
       else
-        ++reading.left_out;
+        reading.unread_ids += id;
     }
   }
+  if (reading.events.size() + static_cast<std::size_t>(reading.left_out) > most_feed_events)
+    return FaultyReading(QString("more than %1 events").arg(most_feed_events));
   if (!names && reading.events.empty() && reading.left_out > 0)
     return FaultyReading("not the event text form");
-  return reading.events.size() > most_feed_events ? FaultyReading(QString("more than %1 events").arg(most_feed_events))
-                                                  : FinishReading(std::move(reading));
+  return FinishReading(std::move(reading));
 }
 
 std::string DescriptionOf(const FeedReading &reading) {
   std::ostringstream text;
   text.precision(17);
-  text << "made " << reading.generated << ", left out " << reading.left_out << ", fault \""
+  text << "made " << reading.generated << ", left out " << reading.left_out << " (" << reading.nameless
+       << " without an id, the others " << reading.unread_ids.join(' ').toStdString() << "), fault \""
        << reading.fault.toStdString() << "\"\n";
   for (const FeedEvent &read : reading.events) {
     const Event &event = read.event;
