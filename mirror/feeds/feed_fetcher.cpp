@@ -64,20 +64,12 @@ class FeedFetcher::Transfer {
   FeedAnswer Answer(CURLcode result) {
     // The library takes a head that is cut off for a whole one.
     const int status = has_whole_head_ ? static_cast<int>(Status()) : 0;
-    if (!fault_.isEmpty())
-      return {.status = status, .fault = fault_};
-    if (result != CURLE_OK && !is_body_refused_)
-      return {.status = status, .fault = FaultOf(result)};
     if (status == 0)
-      return {.fault = "the answer is cut off"};
-    if (status == status_ok && !SaysWhereItEnds())
-      return {.status = status, .fault = "the answer does not say where it ends"};
-    const AnswerTimes times = ReadTimeHeaders({.date = Header("Date"),
-                                               .age = Header("Age"),
-                                               .cache_control = Header("Cache-Control"),
-                                               .expires = Header("Expires"),
-                                               .retry_after = Header("Retry-After")},
-                                              QDateTime::currentMSecsSinceEpoch());
+      return {.fault = FaultOfWhatCame(result, status)};
+    const AnswerTimes times = Times();
+    // What the head asks for counts whatever becomes of the body.
+    if (const QString fault = FaultOfWhatCame(result, status); !fault.isEmpty())
+      return {.status = status, .retry_after = times.retry_after, .fault = fault};
     return {.status = status,
             .body = std::move(body_),
             .etag = Header("ETag"),
@@ -150,6 +142,28 @@ class FeedFetcher::Transfer {
     if (curl_.easy_header(easy_.get(), name, 0, CURLH_HEADER, -1, &header) != CURLHE_OK)
       return {};
     return QByteArray(header->value);
+  }
+
+  AnswerTimes Times() const {
+    return ReadTimeHeaders({.date = Header("Date"),
+                            .age = Header("Age"),
+                            .cache_control = Header("Cache-Control"),
+                            .expires = Header("Expires"),
+                            .retry_after = Header("Retry-After")},
+                           QDateTime::currentMSecsSinceEpoch());
+  }
+
+  /// Why there is no whole answer; empty when there is.
+  QString FaultOfWhatCame(CURLcode result, int status) const {
+    if (!fault_.isEmpty())
+      return fault_;
+    if (result != CURLE_OK && !is_body_refused_)
+      return FaultOf(result);
+    if (status == 0)
+      return "the answer is cut off";
+    if (status == status_ok && !SaysWhereItEnds())
+      return "the answer does not say where it ends";
+    return {};
   }
 
   /// Whether it can be seen that the body is whole. One that ends with the connection cannot: the library takes a

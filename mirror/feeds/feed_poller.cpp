@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QRandomGenerator>
 #include <algorithm>
+#include <ctime>
 #include <utility>
 
 #include "catalogue/free_memory.h"
@@ -20,8 +21,16 @@ using std::chrono::milliseconds;
 // What the reading of a larger text leaves to the C library is worth giving back.
 constexpr qsizetype large_text = qsizetype{1} << 20;
 
-ClockPair ClocksOfThisComputer() {
-  return {.steady = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch()),
+milliseconds ReadClock(clockid_t clock) {
+  timespec time{};
+  clock_gettime(clock, &time);
+  return std::chrono::duration_cast<milliseconds>(std::chrono::seconds(time.tv_sec) +
+                                                  std::chrono::nanoseconds(time.tv_nsec));
+}
+
+Clocks ClocksOfThisComputer() {
+  return {.elapsed = ReadClock(CLOCK_BOOTTIME),
+          .awake = ReadClock(CLOCK_MONOTONIC),
           .of_day = milliseconds(QDateTime::currentMSecsSinceEpoch())};
 }
 
@@ -127,7 +136,7 @@ void FeedPoller::Start() {
   ++run_;
   seen_ = surroundings_.clocks();
   for (const std::unique_ptr<Polled> &polled : feeds_) {
-    polled->schedule = FeedSchedule(polled->feed.period, seen_.steady);
+    polled->schedule = FeedSchedule(polled->feed.period, seen_.elapsed);
     // What was taken up in an earlier run may have been changed by another mirror.
     polled->etag.clear();
     polled->last_modified.clear();
@@ -156,13 +165,13 @@ std::vector<FeedState> FeedPoller::States() const {
 
 /// Asks for what is due, and looks again when something else may be.
 void FeedPoller::Look() {
-  const ClockPair now = surroundings_.clocks();
+  const Clocks now = surroundings_.clocks();
   NoticeSleep(now);
   milliseconds wait = surroundings_.look_interval;
   for (const std::unique_ptr<Polled> &polled : feeds_) {
     if (polled->fetch || polled->is_read || IsHostBusy(*polled))
       continue;
-    const milliseconds left = polled->schedule.Wait(now.steady);
+    const milliseconds left = polled->schedule.Wait(now.elapsed);
     if (left == milliseconds(0))
       Ask(*polled);
     else
@@ -177,14 +186,13 @@ void FeedPoller::LookSoon() {
 }
 
 /// What was under way when the computer fell asleep has no connection any more.
-void FeedPoller::NoticeSleep(const ClockPair &now) {
-  const milliseconds slept = SleptBetween(std::exchange(seen_, now), now);
-  if (slept == milliseconds(0))
+void FeedPoller::NoticeSleep(const Clocks &now) {
+  if (!HasSleptBetween(std::exchange(seen_, now), now))
     return;
   for (const std::unique_ptr<Polled> &polled : feeds_) {
     if (polled->fetch)
       fetcher_.Cancel(*std::exchange(polled->fetch, std::nullopt));
-    polled->schedule.WokeUp(now.steady, slept);
+    polled->schedule.WokeUp(now.elapsed);
   }
 }
 
@@ -194,7 +202,7 @@ bool FeedPoller::IsHostBusy(const Polled &polled) const {
 }
 
 void FeedPoller::Ask(Polled &polled) {
-  polled.schedule.Asked(seen_.steady);
+  polled.schedule.Asked(seen_.elapsed);
   polled.fetch = fetcher_.Start({.url = polled.feed.url, .etag = polled.etag, .last_modified = polled.last_modified},
                                 [this, &polled](FeedAnswer answer) {
                                   polled.fetch.reset();
@@ -264,8 +272,8 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
 }
 
 void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
-  const ClockPair now = surroundings_.clocks();
-  polled.schedule.Succeeded(now.steady, answer.lifetime);
+  const Clocks now = surroundings_.clocks();
+  polled.schedule.Succeeded(now.elapsed, answer.lifetime);
   polled.state.last_success = now.of_day.count();
   if (!std::exchange(polled.state.fault, {}).isEmpty())
     log_(QString("the feed %1 can be used again").arg(polled.feed.url));
@@ -273,7 +281,7 @@ void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
 
 void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &fault) {
   using Failure = FeedSchedule::Failure;
-  polled.schedule.Failed(surroundings_.clocks().steady, answer.status == 0 ? Failure::NoAnswer : Failure::BadAnswer,
+  polled.schedule.Failed(surroundings_.clocks().elapsed, answer.status == 0 ? Failure::NoAnswer : Failure::BadAnswer,
                          answer.retry_after, surroundings_.random());
   ++polled.state.failures;
   if (std::exchange(polled.state.fault, LogText(fault)).isEmpty())

@@ -38,7 +38,7 @@ class FeedPoller final : public QObject {
   struct Surroundings {
     FeedLimits limits = {};
     QString authorities = {};                        ///< see FeedFetcher
-    std::function<ClockPair()> clocks = {};          ///< the computer's where it is empty
+    std::function<Clocks()> clocks = {};             ///< the computer's where it is empty
     std::function<double()> random = {};             ///< from 0 to below 1; the computer's where it is empty
     std::chrono::milliseconds look_interval{5'000};  ///< the longest time until it notices that the computer has slept
   };
@@ -66,7 +66,7 @@ class FeedPoller final : public QObject {
 
   void Look();
   void LookSoon();
-  void NoticeSleep(const ClockPair &now);
+  void NoticeSleep(const Clocks &now);
   bool IsHostBusy(const Polled &polled) const;
   void Ask(Polled &polled);
   void OnAnswer(Polled &polled, FeedAnswer answer);
@@ -81,7 +81,7 @@ class FeedPoller final : public QObject {
   std::vector<std::unique_ptr<Polled>> feeds_;
   FeedFetcher fetcher_;
   QTimer timer_;
-  ClockPair seen_;  ///< at the last look
+  Clocks seen_;  ///< at the last look
   bool is_running_ = false;
   quint64 run_ = 0;  ///< counts starts and stops, so that a late reading is known for one of an earlier run
   QThreadPool reader_;

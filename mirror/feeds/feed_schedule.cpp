@@ -24,6 +24,9 @@ constexpr Pauses PausesAfter(FeedSchedule::Failure failure) {
   return {.first = 1min, .longest = 1h};
 }
 
+// After so many, any pause has reached its bound.
+constexpr int most_doublings = 10;
+
 constexpr milliseconds least_sleep = 10s;
 
 }  // namespace
@@ -43,27 +46,25 @@ void FeedSchedule::Asked(Milliseconds now) {
 void FeedSchedule::Succeeded(Milliseconds now, std::optional<std::chrono::seconds> lifetime) {
   due_ = std::max(asked_ + period_, now + lifetime.value_or(0s));
   left_alone_ = now;
-  last_failure_.reset();
+  failures_ = 0;
 }
 
 void FeedSchedule::Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after,
                           double random) {
   const Pauses pauses = PausesAfter(failure);
-  last_pause_ = last_failure_ == failure ? std::min(2 * last_pause_, pauses.longest) : pauses.first;
-  last_failure_ = failure;
-  due_ = now + last_pause_ + std::chrono::duration_cast<Milliseconds>(last_pause_ * (random / 2));
+  failures_ = std::min(failures_ + 1, most_doublings + 1);
+  const Milliseconds pause = std::min(pauses.first * (1 << (failures_ - 1)), pauses.longest);
+  due_ = now + pause + std::chrono::duration_cast<Milliseconds>(pause * (random / 2));
   left_alone_ = now + retry_after.value_or(0s);
 }
 
-void FeedSchedule::WokeUp(Milliseconds now, Milliseconds slept) {
+void FeedSchedule::WokeUp(Milliseconds now) {
   due_ = now;
-  left_alone_ -= slept;
-  last_failure_.reset();
+  failures_ = 0;
 }
 
-std::chrono::milliseconds SleptBetween(const ClockPair &before, const ClockPair &after) {
-  const milliseconds ahead = (after.of_day - before.of_day) - (after.steady - before.steady);
-  return ahead < least_sleep ? 0ms : ahead;
+bool HasSleptBetween(const Clocks &before, const Clocks &after) {
+  return (after.elapsed - before.elapsed) - (after.awake - before.awake) >= least_sleep;
 }
 
 }  // namespace borvane::mirror

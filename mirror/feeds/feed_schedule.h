@@ -5,8 +5,8 @@
 
 namespace borvane::mirror {
 
-/// When a feed is asked for next. It keeps no clock and draws no random numbers: the caller passes both. `now` is the
-/// computer's steady clock, which is never set, and does not go on while the computer sleeps.
+/// When a feed is asked for next. It keeps no clock and draws no random numbers: the caller passes both. `now` is on a
+/// clock that is never set and goes on while the computer sleeps.
 class FeedSchedule {
  public:
   using Milliseconds = std::chrono::milliseconds;
@@ -29,31 +29,31 @@ class FeedSchedule {
   /// It was answered well, with news or without. `lifetime` is how long the server says that nothing newer comes.
   void Succeeded(Milliseconds now, std::optional<std::chrono::seconds> lifetime);
 
-  /// It was not. Each failure after another of its sort makes the pause twice as long, up to a bound, and `random`,
-  /// from 0 to below 1, makes it longer by up to half, so that many mirrors do not come back at the same moment.
+  /// It was not. Each failure after another, of whatever sort, makes the pause twice as long; the sort says with how
+  /// long a pause it begins and what its bound is. `random`, from 0 to below 1, makes it longer by up to half, so that
+  /// many mirrors do not come back at the same moment.
   /// `retry_after` is how long the server wants to be left alone.
   void Failed(Milliseconds now, Failure failure, std::optional<std::chrono::seconds> retry_after, double random);
 
-  /// The computer has slept that long. A request is due at once, unless the server wants to be left alone for longer.
-  void WokeUp(Milliseconds now, Milliseconds slept);
+  /// The computer has slept. A request is due at once, unless the server wants to be left alone for longer.
+  void WokeUp(Milliseconds now);
 
  private:
   Milliseconds period_;
   Milliseconds asked_;
   Milliseconds due_;         ///< when the next request is, as far as this mirror is concerned
   Milliseconds left_alone_;  ///< until when the server wants to be
-  std::optional<Failure> last_failure_;
-  Milliseconds last_pause_{0};  ///< after it, before it was made longer by chance
+  int failures_ = 0;         ///< since it was answered well
 };
 
-/// A moment on both of the computer's clocks. Only that of the day goes on while the computer sleeps.
-struct ClockPair {
-  std::chrono::milliseconds steady{0};
-  std::chrono::milliseconds of_day{0};
+/// A moment on the computer's clocks.
+struct Clocks {
+  std::chrono::milliseconds elapsed{0};  ///< never set, and goes on while the computer sleeps
+  std::chrono::milliseconds awake{0};    ///< never set, and does not go on while the computer sleeps
+  std::chrono::milliseconds of_day{0};   ///< since 1970 UTC, as somebody has set it
 };
 
-/// How long the computer has slept between two moments; zero when it has not. A clock of the day that is set forward
-/// looks the same, which does no harm. Less than ten seconds are none: clocks are adjusted all the time.
-std::chrono::milliseconds SleptBetween(const ClockPair &before, const ClockPair &after);
+/// Whether the computer has slept between two moments. Less than ten seconds are no sleep: a connection outlasts them.
+bool HasSleptBetween(const Clocks &before, const Clocks &after);
 
 }  // namespace borvane::mirror

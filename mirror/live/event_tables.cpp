@@ -12,7 +12,7 @@ namespace {
 constexpr qint64 ms_of_store_day = 24 * 60 * 60'000;
 
 /// How many rows one statement writes: as many as there are for the largest number first. Each is a text of its own.
-constexpr std::array<std::size_t, 3> rows_of_statement = {256, 16, 1};
+constexpr std::array<std::size_t, 3> rows_of_statement = {128, 16, 1};
 
 /// How many rows are deleted at once: a server ends a statement that takes some seconds.
 constexpr qint64 rows_of_portion = 5'000;

@@ -60,10 +60,10 @@ bool IsInSpan(const EventRecord &record, qint64 made, qint64 span) {
 struct LiveEvents::Taking {
   Known &known;
   const FeedReading &reading;
-  int source;
-  bool is_whole;  ///< whether what the reading lacks goes
-  qint64 made;    ///< when the feed's text was
-  qint64 now;
+  int source = 0;
+  bool is_whole = false;  ///< whether what the reading lacks goes
+  qint64 made = 0;        ///< when the feed's text was
+  qint64 now = 0;
   std::optional<QSet<QString>> own_ids = {};  ///< of all events of the reading, once they are asked for
   QSet<const EventRecord *> present = {};     ///< the records that a whole reading has, under whatever id
   EventChanges changes = {};
@@ -217,20 +217,19 @@ void LiveEvents::TakeEvent(Taking &taking, const FeedEvent &given) {
 }
 
 void LiveEvents::TakeBackAbsentEvents(Taking &taking, const FeedSpan &span) {
-  // Any event may be the one that has not even an id.
+  // An event without an id may be any of them.
   if (taking.reading.nameless > 0)
     return;
+  for (const QString &id : taking.reading.unread_ids) {
+    if (const auto found = taking.known.records.find(id); found != taking.known.records.end())
+      taking.NotePresent(&found->second);
+    for (const QString &preferred : taking.known.by_other_id.values(id))
+      taking.NotePresent(&taking.known.records.at(preferred));
+  }
   const qint64 length = std::chrono::milliseconds(*span.whole).count();
-  const QStringList &unread_ids = taking.reading.unread_ids;
-  const QSet<QString> unread(unread_ids.begin(), unread_ids.end());
-  const auto is_unread = [&unread](const EventRecord &record) {
-    return unread.contains(record.event.id) ||
-           std::any_of(record.other_ids.begin(), record.other_ids.end(),
-                       [&unread](const QString &id) { return unread.contains(id); });
-  };
   for (auto &[id, record] : taking.known.records)
     if (!record.is_gone && record.seen < taking.made && IsInSpan(record, taking.made, length) &&
-        !taking.present.contains(&record) && !is_unread(record))
+        !taking.present.contains(&record))
       taking.TakeBack(record);
 }
 

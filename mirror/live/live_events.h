@@ -41,8 +41,8 @@ class LiveEvents {
   explicit LiveEvents(std::vector<Source> sources, const MemoryLimits &limits = {});
 
   /// Takes up a reading of a feed of `source`. An event is new, or revises the one that the source knows under one of
-  /// its ids. One that the source calls deleted goes, and so does one that a feed of a whole span no longer has,
-  /// unless the feed has something under its id that could not be read.
+  /// its ids. One that the source calls deleted goes, and so does one that a feed of a whole span no longer has, but
+  /// not one that it has and that could not be read.
   ///
   /// Refused, with a fault, is a reading that was made more than a day from now, one whose events lie for the most part
   /// in the future, and one of a whole span that has lost more than half of its events since the last one. If a feed

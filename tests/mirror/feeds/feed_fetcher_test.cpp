@@ -114,6 +114,17 @@ TEST_F(FeedFetches, ARefusalIsAnAnswerWithoutItsBody) {
   EXPECT_EQ(Fetch({.url = broken.Url()}).retry_after, 7s);
 }
 
+TEST_F(FeedFetches, ARefusalCountsAlthoughItsBodyBreaksOffOrNeverComes) {
+  const QByteArray head = "HTTP/1.1 503 Later\r\nContent-Length: 100\r\nRetry-After: 600\r\n\r\n";
+  const FeedServer cut(Sends(head), *certified);
+  const FeedServer silent([&](QTcpSocket &connection) { connection.write(head); }, *certified);
+  for (const FeedServer *server : {&cut, &silent}) {
+    const FeedAnswer answer = Fetch({.url = server->Url()}, {.slow_time = 1s});
+    EXPECT_EQ(answer.status, 503);
+    EXPECT_EQ(answer.retry_after, 600s);
+  }
+}
+
 TEST_F(FeedFetches, APackedFeedIsUnpacked) {
   const QByteArray text = QByteArray("event|").repeated(100'000);
   const FeedServer server(Sends(HttpAnswer("200 OK", Gzip(text), {"Content-Encoding: gzip"})), *certified);

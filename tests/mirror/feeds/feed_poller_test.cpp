@@ -32,14 +32,19 @@ class PollerRig {
             [this](const QString &line) { log += line; },
             {.clocks = [this] { return clocks_; }, .random = [] { return 0.0; }, .look_interval = 5ms}) {}
 
-  /// Moves both clocks forward, as time does.
+  /// Moves all clocks forward, as time does.
   void Pass(std::chrono::milliseconds time) {
-    clocks_.steady += time;
-    clocks_.of_day += time;
+    clocks_.awake += time;
+    Sleep(time);
   }
 
   /// Lets the computer sleep.
-  void Sleep(std::chrono::milliseconds time) { clocks_.of_day += time; }
+  void Sleep(std::chrono::milliseconds time) {
+    clocks_.elapsed += time;
+    SetClockForward(time);
+  }
+
+  void SetClockForward(std::chrono::milliseconds time) { clocks_.of_day += time; }
 
   bool HasTaken(qsizetype readings) const {
     return RunUntil([&] { return taken.size() >= readings; });
@@ -64,7 +69,7 @@ class PollerRig {
     return refusal;
   }
 
-  ClockPair clocks_ = {.steady = 1'000s, .of_day = today};
+  Clocks clocks_ = {.elapsed = 2'000s, .awake = 1'000s, .of_day = today};
 };
 
 Feed FeedAt(const QString &url, int source = 0, FeedForm form = FeedForm::Summary) {
@@ -283,6 +288,36 @@ TEST(FeedPoller, AsksAtOnceWhenTheComputerHasSlept) {
   ExpectNoMoreThan(server, 1);
   rig.Sleep(15s);
   EXPECT_TRUE(HasBeenAsked(server, 2));
+}
+
+TEST(FeedPoller, LeavesAServerAloneWhateverTheClockOfTheDayIsSetTo) {
+  FeedServer server(Sends(HttpAnswer("503 Later", "", {"Retry-After: 3600"})));
+  PollerRig rig({FeedAt(server.Url())});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasLogged(1));
+  rig.SetClockForward(2h);
+  ExpectNoMoreThan(server, 1);
+  rig.SetClockForward(-4h);
+  rig.Pass(3'599s);
+  ExpectNoMoreThan(server, 1);
+  rig.Pass(1s);
+  EXPECT_TRUE(HasBeenAsked(server, 2));
+}
+
+TEST(FeedPoller, ReadsTheClocksOfThisComputer) {
+  const FeedServer server(Sends("HTTP/1.1 204 No Content\r\n\r\n"));
+  bool is_taken = false;
+  FeedPoller poller(
+      {FeedAt(server.Url(), 0, FeedForm::EventText)},
+      [&](const Feed &, const FeedReading &) {
+        is_taken = true;
+        return QString();
+      },
+      [](const QString &) {});
+  poller.Start();
+  ASSERT_TRUE(RunUntil([&] { return is_taken; }));
+  RunFor(100);
+  EXPECT_EQ(server.Requests().size(), 1) << "no sleep, and no period, has passed";
 }
 
 TEST(FeedPoller, GivesUpARequestInWhichTheComputerHasSlept) {

@@ -64,14 +64,25 @@ TEST(FeedSchedule, MakesAPauseLongerByChanceByUpToHalf) {
   EXPECT_LT(longest, 90min);
 }
 
-TEST(FeedSchedule, BeginsWithAShortPauseAgainAfterSuccessAndAfterAFailureOfAnotherSort) {
+TEST(FeedSchedule, PausesForLongerWhenTheFailuresAreOfBothSorts) {
+  FeedSchedule schedule(60s, start);
+  std::vector<Milliseconds> pauses;
+  for (int i = 0; i < 10; ++i) {
+    schedule.Failed(start, i % 2 == 0 ? Failure::BadAnswer : Failure::NoAnswer, {}, 0);
+    pauses.push_back(schedule.Wait(start));
+  }
+  EXPECT_EQ(pauses, (std::vector<Milliseconds>{1min, 20s, 4min, 80s, 16min, 300s, 60min, 300s, 60min, 300s}));
+}
+
+TEST(FeedSchedule, PausesForNoLongerThanTheBoundAfterAnyNumberOfFailures) {
+  EXPECT_EQ(PausesAfter(1000, Failure::NoAnswer, 0).back(), 5min);
+  EXPECT_EQ(PausesAfter(1000, Failure::BadAnswer, 0).back(), 60min);
+}
+
+TEST(FeedSchedule, BeginsWithAShortPauseAgainAfterSuccess) {
   FeedSchedule schedule(60s, start);
   for (int i = 0; i < 5; ++i)
-    schedule.Failed(start, Failure::NoAnswer, {}, 0);
-  schedule.Failed(start, Failure::BadAnswer, {}, 0);
-  EXPECT_EQ(schedule.Wait(start), 1min);
-  schedule.Failed(start, Failure::BadAnswer, {}, 0);
-  EXPECT_EQ(schedule.Wait(start), 2min);
+    schedule.Failed(start, Failure::BadAnswer, {}, 0);
   schedule.Asked(start);
   schedule.Succeeded(start, {});
   EXPECT_EQ(schedule.Wait(start), 60s);
@@ -105,13 +116,13 @@ TEST(FeedSchedule, AsksAtOnceAfterSleepWhateverItWasWaitingFor) {
   FeedSchedule after_success(3600s, start);
   after_success.Asked(start);
   after_success.Succeeded(start, 7200s);
-  after_success.WokeUp(start + 5s, 8h);
+  after_success.WokeUp(start + 5s);
   EXPECT_EQ(after_success.Wait(start + 5s), 0s);
 
   FeedSchedule after_failures(60s, start);
   for (int i = 0; i < 9; ++i)
     after_failures.Failed(start, Failure::NoAnswer, {}, 0);
-  after_failures.WokeUp(start + 5s, 10s);
+  after_failures.WokeUp(start + 5s);
   EXPECT_EQ(after_failures.Wait(start + 5s), 0s);
   after_failures.Failed(start + 5s, Failure::NoAnswer, {}, 0);
   EXPECT_EQ(after_failures.Wait(start + 5s), 10s) << "the network is often there some seconds after the computer";
@@ -120,19 +131,25 @@ TEST(FeedSchedule, AsksAtOnceAfterSleepWhateverItWasWaitingFor) {
 TEST(FeedSchedule, LeavesAServerAloneAfterSleepForWhatIsLeftOfItsTime) {
   FeedSchedule schedule(60s, start);
   schedule.Failed(start, Failure::BadAnswer, 3600s, 0);
-  schedule.WokeUp(start + 10s, 1000s);
-  EXPECT_EQ(schedule.Wait(start + 10s), 2590s);
-  schedule.WokeUp(start + 20s, 1h);
-  EXPECT_EQ(schedule.Wait(start + 20s), 0s);
+  schedule.WokeUp(start + 1010s);
+  EXPECT_EQ(schedule.Wait(start + 1010s), 2590s);
+  schedule.WokeUp(start + 2h);
+  EXPECT_EQ(schedule.Wait(start + 2h), 0s);
 }
 
-TEST(SleptBetween, IsWhatTheClockOfTheDayIsAheadByIfThatIsTenSecondsOrMore) {
-  const ClockPair before = {.steady = 100s, .of_day = 1'000'000s};
-  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'000'005s}), 0s);
-  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'000'014'999ms}), 0s);
-  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'000'015s}), 10s);
-  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 1'028'805s}), 8h);
-  EXPECT_EQ(SleptBetween(before, {.steady = 105s, .of_day = 999'000s}), 0s) << "a clock that is set back";
+TEST(HasSleptBetween, IsSoWhenTheComputerWasAwakeForTenSecondsLessThanHavePassed) {
+  const Clocks before = {.elapsed = 100s, .awake = 50s};
+  EXPECT_FALSE(HasSleptBetween(before, {.elapsed = 105s, .awake = 55s}));
+  EXPECT_FALSE(HasSleptBetween(before, {.elapsed = 114'999ms, .awake = 55s}));
+  EXPECT_TRUE(HasSleptBetween(before, {.elapsed = 115s, .awake = 55s}));
+  EXPECT_TRUE(HasSleptBetween(before, {.elapsed = 8h, .awake = 55s}));
+  EXPECT_FALSE(HasSleptBetween(before, {.elapsed = 104s, .awake = 55s}));
+}
+
+TEST(HasSleptBetween, IsNotSoWhenTheClockOfTheDayIsSet) {
+  const Clocks before = {.elapsed = 100s, .awake = 50s, .of_day = 1'000'000s};
+  for (const Milliseconds of_day : {2'000'000s, 1'000s})
+    EXPECT_FALSE(HasSleptBetween(before, {.elapsed = 105s, .awake = 55s, .of_day = of_day}));
 }
 
 }  // namespace

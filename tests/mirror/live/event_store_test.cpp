@@ -77,7 +77,7 @@ TEST_P(EventStoreOnEveryDatabase, ReturnsWhatWasWritten) {
 
 TEST_P(EventStoreOnEveryDatabase, WritesManyRecordsAtOnce) {
   std::vector<EventRecord> records;
-  for (int i = 0; i < 600; ++i)
+  for (int i = 0; i < 300; ++i)
     records.push_back(Said(QString("e%1").arg(i), i % 2, i / 100.0));
   EventsUnderTest events(address_);
   events.Start();
@@ -89,7 +89,7 @@ TEST_P(EventStoreOnEveryDatabase, WritesManyRecordsAtOnce) {
   }
   events.Write(records);
   EXPECT_EQ(Stored(), events.Records());
-  EXPECT_EQ(Count("revision"), 600);
+  EXPECT_EQ(Count("revision"), 300);
 }
 
 TEST_P(EventStoreOnEveryDatabase, KeepsTheRevisionsOfAnEvent) {
@@ -122,8 +122,7 @@ TEST_P(EventStoreOnEveryDatabase, KeepsTheTimeOfTheDataWithoutAnyChange) {
   EventsUnderTest events(address_);
   events.Start();
   events.Write({Said("ci1")}, start_of_test);
-  events.store().Write({}, start_of_test + 7);
-  EXPECT_TRUE(events.store().WaitUntilWritten(60'000));
+  events.Write({}, start_of_test + 7);
   EventsUnderTest other(address_);
   other.Start();
   EXPECT_EQ(other.TimeOfData(), start_of_test + 7);
