@@ -5,7 +5,7 @@
 
 namespace borvane::mirror {
 
-Catalogue::Catalogue(std::vector<Event> events) : events_(std::move(events)) {
+Catalogue::Catalogue(std::vector<Event> events, const std::vector<OtherId> &other_ids) : events_(std::move(events)) {
   QSet<QString> seen;
   std::erase_if(events_, [&](const Event &event) {
     const qsizetype before = seen.size();
@@ -16,6 +16,9 @@ Catalogue::Catalogue(std::vector<Event> events) : events_(std::move(events)) {
                    [](const Event &a, const Event &b) { return a.origin_time > b.origin_time; });
   for (std::size_t i = 0; i < events_.size(); ++i)
     places_.insert(events_[i].id, i);
+  for (const auto &[id, event] : other_ids)
+    if (const auto found = places_.constFind(event); found != places_.cend() && !places_.contains(id))
+      places_.insert(id, std::size_t(*found));
 }
 
 const Event *Catalogue::Find(const QString &id) const {

@@ -3,135 +3,26 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <algorithm>
-#include <array>
-#include <span>
+#include <map>
+#include <set>
+#include <utility>
 
 namespace borvane::mirror {
 
 namespace {
 
-constexpr qint64 ms_of_store_day = 24 * 60 * 60'000;
-
 /// How long a job may take until the store counts as silent. A whole week's feed over a slow line is one job.
 constexpr int store_timeout_ms = 20'000;
 
-/// How many records may wait for a store that does not work. The oldest events are given up beyond.
-constexpr std::size_t most_waiting = 500'000;
-
-/// How many rows one statement writes: as many as there are for the largest number first. Each is a text of its own.
-constexpr std::array<std::size_t, 3> rows_of_statement = {128, 16, 1};
+/// How far ahead of the clock a stored time may be. What is further comes from a clock that was wrong, and would outdo
+/// all that comes.
+constexpr qint64 most_ahead = 24 * 60 * 60'000;
 
 /// The lock that a server's session holds whose mirror leads: two numbers of our own.
 constexpr const char *leader_lock = "1651470966, 1";
 
 /// After how much silence the server ends the leader's session, and with it the lock. The leader asks each second.
 constexpr const char *longest_silence = "30000";
-
-constexpr const char *event_columns =
-    "source, id, other_ids, origin_time, updated, seen, gone, latitude, longitude, depth, magnitude, place, network, "
-    "kind";
-
-QVariant NumberOrNull(const std::optional<double> &number) { return number ? QVariant(*number) : QVariant(); }
-
-std::optional<double> NumberOrNothing(const QVariant &value) {
-  return value.isNull() ? std::nullopt : std::optional(value.toDouble());
-}
-
-QVariantList ValuesOf(const EventRecord &record, const QByteArray &source, qint64 number) {
-  const Event &event = record.event;
-  return {source,
-          event.id.toUtf8(),
-          record.other_ids.join(',').toUtf8(),
-          event.origin_time,
-          event.updated,
-          record.seen,
-          record.is_gone ? 1 : 0,
-          event.latitude,
-          event.longitude,
-          NumberOrNull(event.depth),
-          NumberOrNull(event.magnitude),
-          event.place.toUtf8(),
-          event.network.toUtf8(),
-          event.kind.toUtf8(),
-          number};
-}
-
-EventRecord RecordOf(const QSqlQuery &row, int source) {
-  const auto text = [&row](int column) { return QString::fromUtf8(row.value(column).toByteArray()); };
-  EventRecord record = {.source = source, .event = {}, .other_ids = text(2).split(',', Qt::SkipEmptyParts)};
-  record.seen = row.value(5).toLongLong();
-  record.is_gone = row.value(6).toInt() != 0;
-  Event &event = record.event;
-  event.id = text(1);
-  event.origin_time = row.value(3).toLongLong();
-  event.updated = row.value(4).toLongLong();
-  event.latitude = row.value(7).toDouble();
-  event.longitude = row.value(8).toDouble();
-  event.depth = NumberOrNothing(row.value(9));
-  event.magnitude = NumberOrNothing(row.value(10));
-  event.place = text(11);
-  event.network = text(12);
-  event.kind = text(13);
-  return record;
-}
-
-/// `text`, `count` times, with a comma between each two.
-QString Repeated(const QString &text, std::size_t count) {
-  return QStringList(static_cast<qsizetype>(count), text).join(", ");
-}
-
-/// Keeps the rows' present state as a revision. What was written already, by a commit whose answer was lost, is none.
-void KeepRevisions(Database &database, const QByteArray &source, std::span<const EventRecord *const> rows) {
-  qint64 seen = 0;
-  for (const EventRecord *row : rows)
-    seen = std::max(seen, row->seen);
-  QVariantList values = {source, seen};
-  for (const EventRecord *row : rows)
-    values.append(row->event.id.toUtf8());
-  database.Run(QString("insert into revision (%1) select %1 from event where source = ? and seen < ? and id in (%2)")
-                   .arg(event_columns, Repeated("?", rows.size())),
-               values);
-}
-
-/// Writes the rows over those of an earlier text.
-void PutRows(Database &database, const QByteArray &source, std::span<const EventRecord *const> rows, qint64 number) {
-  static const QString row_form = '(' + Repeated("?", 15) + ')';
-  QStringList changes;
-  for (const QString &column : QString(event_columns).split(", ") + QStringList("changed"))
-    if (column != "source" && column != "id")
-      changes.append(column + " = excluded." + column);
-  QVariantList values;
-  for (const EventRecord *row : rows)
-    values += ValuesOf(*row, source, number);
-  database.Run(QString("insert into event (%1, changed) values %2 on conflict (source, id) do update set %3 "
-                       "where event.seen <= excluded.seen")
-                   .arg(event_columns, Repeated(row_form, rows.size()), changes.join(", ")),
-               values);
-}
-
-/// Writes records of one source.
-void PutRecords(Database &database, const QByteArray &source, std::span<const EventRecord *const> records,
-                qint64 number) {
-  for (const std::size_t count : rows_of_statement)
-    for (; records.size() >= count; records = records.subspan(count)) {
-      KeepRevisions(database, source, records.first(count));
-      PutRows(database, source, records.first(count), number);
-    }
-}
-
-/// Deletes what is too old. What is too much is counted only now and then.
-void Retain(Database &database, const EventRetention &retention, qint64 now, bool counts) {
-  const qint64 since = now - retention.days * ms_of_store_day;
-  database.Run("delete from revision where origin_time < ?", {since});
-  database.Run("delete from event where origin_time < ?", {since});
-  if (!counts)
-    return;
-  database.Run("delete from revision where number <= (select max(number) from revision) - ?", {retention.revisions});
-  database.Run(
-      "delete from event where origin_time <= (select origin_time from event order by origin_time desc limit 1 "
-      "offset ?)",
-      {retention.events});
-}
 
 /// Whether this session holds the leader's lock, by now.
 bool TakesTheLead(Database &database) {
@@ -162,14 +53,23 @@ bool RunUntil(const std::function<bool()> &is_so, int milliseconds) {
   return is_so();
 }
 
-}  // namespace
+/// A record's source and id.
+using Key = std::pair<int, QString>;
 
-/// What is written in one transaction.
-struct EventStore::Batch {
-  std::vector<EventRecord> records;  ///< in the order of their sources
-  qint64 time_of_data = 0;
-  bool counts = false;  ///< whether to look how many events there are
-};
+Key KeyOf(const EventRecord &record) { return {record.source, record.event.id}; }
+
+/// The records by their keys; of several with one key the last.
+std::vector<EventRecord> EachOnce(const std::vector<EventRecord> &records) {
+  std::map<Key, const EventRecord *> last;
+  for (const EventRecord &record : records)
+    last[KeyOf(record)] = &record;
+  std::vector<EventRecord> result;
+  for (const auto &[key, record] : last)
+    result.push_back(*record);
+  return result;
+}
+
+}  // namespace
 
 StoreAddress EventStoreAddress(const StoreAddress &service) {
   StoreAddress address = service;
@@ -220,27 +120,12 @@ void EventStore::Read() {
                      is_shared = is_shared_](Database &database) {
     *found = {};
     found->leads = !is_shared || TakesTheLead(database);
+    found->state = ReadState(database);
     found->exists = true;
-    const QVariantList state = database.Row("select identity, number, time_of_data from state");
-    found->identity = state.at(0).toByteArray();
-    found->number = state.at(1).toLongLong();
-    found->time_of_data = state.at(2).toLongLong();
-    const bool is_same = found->identity == identity;
-    if (is_same && found->number == number && !is_first)
-      return QByteArray("read");
-    const auto take = [&](const QSqlQuery &row) {
-      // Not that of a source that is no longer configured.
-      const qsizetype source = sources.indexOf(QString::fromUtf8(row.value(0).toByteArray()));
-      if (source >= 0)
-        found->records.push_back(RecordOf(row, static_cast<int>(source)));
-      return true;
-    };
-    // The plus keeps SQLite to the index of what is asked for by the other condition; the wrong one reads a whole year.
-    const QString statement = QString("select %1 from event where ").arg(event_columns);
-    if (is_same)
-      database.ForEachRow(statement + "changed > ? and +origin_time >= ?", {number, since}, take);
-    else
-      database.ForEachRow(statement + "origin_time >= ?", {since}, take);
+    if (is_first || found->state.identity != identity)
+      found->records = ReadRecords(database, QueryOfEventsSince(), {since}, sources);
+    else if (found->state.number != number)
+      found->records = ReadRecords(database, QueryOfChangesAfter(), {number, since}, sources);
     return QByteArray("read");
   };
   store_.Submit(Access::Read, work, [this, found](const std::optional<QByteArray> &result) {
@@ -250,22 +135,32 @@ void EventStore::Read() {
   });
 }
 
-void EventStore::OnRead(bool has_worked, const Found &found) {
+void EventStore::OnRead(bool has_worked, Found &found) {
   if (!has_worked) {
     if (!is_shared_)
       Lead(true);
     return;
   }
   const bool is_first = !is_read_;
-  const bool is_another = identity_ && found.exists && *identity_ != found.identity;
+  const bool is_another = identity_ && found.exists && *identity_ != found.state.identity;
   is_read_ = true;
+  // What is dropped here is read again after the write.
+  const bool has_all = !DropUnwritten(found.records);
   if (found.exists) {
-    identity_ = found.identity;
-    number_ = found.number;
+    number_ = has_all ? found.state.number : is_another ? -1 : number_;
+    identity_ = found.state.identity;
   }
-  if (is_first || !found.records.empty() || found.time_of_data > time_of_data_) {
-    time_of_data_ = std::max(time_of_data_, found.time_of_data);
-    callbacks_.take(found.records, found.time_of_data);
+
+  const qint64 now = settings_.clock();
+  for (EventRecord &record : found.records)
+    if (record.seen > now + most_ahead)
+      record.seen = now;
+  qint64 time_of_data = found.state.time_of_data;
+  if (time_of_data > now + most_ahead)
+    time_of_data = is_first ? now : 0;
+  if (is_first || !found.records.empty() || time_of_data > time_of_data_) {
+    time_of_data_ = std::max(time_of_data_, time_of_data);
+    callbacks_.take(std::move(found.records), time_of_data);
   }
   if (is_another)
     Write(callbacks_.everything(), time_of_data_);
@@ -273,82 +168,135 @@ void EventStore::OnRead(bool has_worked, const Found &found) {
   Lead(found.leads);
 }
 
+/// Removes the records that are to be written over. Returns whether there were any.
+bool EventStore::DropUnwritten(std::vector<EventRecord> &records) const {
+  if (records.empty() || unwritten_ == 0)
+    return false;
+  std::set<Key> unwritten;
+  const auto add = [&unwritten](const Batch &batch) {
+    for (const EventRecord &record : batch.records)
+      unwritten.insert(KeyOf(record));
+  };
+  if (under_way_)
+    add(*under_way_);
+  for (const auto &batch : waiting_)
+    add(*batch);
+  return std::erase_if(records, [&](const EventRecord &record) { return unwritten.contains(KeyOf(record)); }) > 0;
+}
+
 void EventStore::Write(const std::vector<EventRecord> &records, qint64 time_of_data) {
-  for (const EventRecord &record : records)
-    waiting_[{record.source, record.event.id}] = record;
-  while (waiting_.size() > most_waiting)
-    waiting_.erase(std::min_element(waiting_.begin(), waiting_.end(), [](const auto &a, const auto &b) {
-      return a.second.event.origin_time < b.second.event.origin_time;
-    }));
-  has_new_time_ = has_new_time_ || time_of_data > time_of_data_;
+  const bool is_later = time_of_data > time_of_data_;
   time_of_data_ = std::max(time_of_data_, time_of_data);
+  if (records.empty() && !is_later)
+    return;
+  Batch batch = {.records = EachOnce(records), .time_of_data = time_of_data_};
+  // A time alone makes no transaction where there is another one.
+  if (batch.records.empty() && !waiting_.empty()) {
+    batch.records = waiting_.back()->records;
+    unwritten_ -= batch.records.size();
+    waiting_.pop_back();
+  }
+  unwritten_ += batch.records.size();
+  waiting_.push_back(std::make_shared<const Batch>(std::move(batch)));
+  if (unwritten_ > settings_.retention.unwritten)
+    GiveUpSome();
   if (!retry_timer_.isActive())
     WriteWhatWaits();
 }
 
-std::size_t EventStore::Unwritten() const { return waiting_.size() + (under_way_ ? under_way_->records.size() : 0); }
+/// Makes one batch of all that wait: the last state of each event. If that is still more than half of what may wait,
+/// the oldest events go.
+void EventStore::GiveUpSome() {
+  std::vector<EventRecord> records;
+  for (const auto &batch : waiting_)
+    records.insert(records.end(), batch->records.begin(), batch->records.end());
+  records = EachOnce(records);
+  const std::size_t most = settings_.retention.unwritten / 2;
+  if (records.size() > most) {
+    const auto is_newer = [](const EventRecord &a, const EventRecord &b) {
+      return a.event.origin_time > b.event.origin_time;
+    };
+    std::nth_element(records.begin(), records.begin() + static_cast<std::ptrdiff_t>(most), records.end(), is_newer);
+    records.resize(most);
+    records = EachOnce(records);
+  }
+  unwritten_ = records.size() + (under_way_ ? under_way_->records.size() : 0);
+  waiting_.clear();
+  waiting_.push_back(
+      std::make_shared<const Batch>(Batch{.records = std::move(records), .time_of_data = time_of_data_}));
+}
 
 void EventStore::WriteWhatWaits() {
-  if (under_way_ || (waiting_.empty() && !has_new_time_))
+  if (under_way_ || waiting_.empty())
     return;
-  const auto batch = std::make_shared<Batch>();
-  for (auto &[key, record] : waiting_)
-    batch->records.push_back(std::move(record));
-  waiting_.clear();
-  batch->time_of_data = time_of_data_;
-  has_new_time_ = false;
-  changes_until_check_ -= static_cast<int>(batch->records.size());
-  batch->counts = changes_until_check_ <= 0;
-  if (batch->counts)
-    changes_until_check_ = settings_.retention.changes_between_checks;
-  under_way_ = batch;
+  under_way_ = waiting_.front();
+  waiting_.pop_front();
 
   const auto found = std::make_shared<Found>();
-  const auto work = [batch, found, retention = settings_.retention, now = settings_.clock(),
+  const auto work = [batch = under_way_, found, latest = settings_.clock() + most_ahead,
                      sources = sources_](Database &database) {
-    const QVariantList state = database.Row("select identity, number from state");
-    *found = {.exists = true, .identity = state.at(0).toByteArray(), .number = state.at(1).toLongLong(), .records = {}};
-    const qint64 number = found->number + 1;
-    database.Run("update state set number = ?, time_of_data = case when time_of_data < ? then ? else time_of_data end",
-                 {number, batch->time_of_data, batch->time_of_data});
-    std::vector<const EventRecord *> of_source;
+    *found = {.exists = true, .state = ReadState(database)};
+    const qint64 number = found->state.number + 1;
+    database.Run(
+        "update state set number = ?, "
+        "time_of_data = case when time_of_data < ? or time_of_data > ? then ? else time_of_data end",
+        {number, batch->time_of_data, latest, batch->time_of_data});
     for (qsizetype source = 0; source < sources.size(); ++source) {
-      of_source.clear();
+      std::vector<const EventRecord *> of_source;
       for (const EventRecord &record : batch->records)
         if (record.source == source)
           of_source.push_back(&record);
-      PutRecords(database, sources[source].toUtf8(), of_source, number);
+      PutRecords(database, sources[source].toUtf8(), of_source, number, latest);
     }
-    Retain(database, retention, now, batch->counts);
     return QByteArray("written");
   };
-  store_.Submit(Access::Write, work, [this, batch, found](const std::optional<QByteArray> &result) {
-    under_way_.reset();
+  store_.Submit(Access::Write, work, [this, found](const std::optional<QByteArray> &result) {
+    const std::shared_ptr<const Batch> batch = std::exchange(under_way_, nullptr);
     OnOutcome(result.has_value());
-    if (result)
+    if (result) {
+      unwritten_ -= batch->records.size();
+      changes_until_check_ -= static_cast<int>(batch->records.size());
       OnWritten(*found);
-    else
-      OnNotWritten(*batch);
+    } else {
+      waiting_.push_front(batch);
+    }
   });
 }
 
 void EventStore::OnWritten(const Found &found) {
-  const bool is_as_known = identity_ ? *identity_ == found.identity && number_ == found.number : found.number == 0;
+  const EventsState &state = found.state;
+  const bool is_as_known = identity_ ? *identity_ == state.identity && number_ == state.number : state.number == 0;
   if (is_as_known) {
-    identity_ = found.identity;
-    number_ = found.number + 1;
+    identity_ = state.identity;
+    number_ = state.number + 1;
   } else {
     // Another mirror has written, or this is another store.
     Read();
   }
+  if (waiting_.empty())
+    Retain();
   WriteWhatWaits();
 }
 
-void EventStore::OnNotWritten(const Batch &batch) {
-  for (const EventRecord &record : batch.records)
-    waiting_.try_emplace({record.source, record.event.id}, record);
-  has_new_time_ = true;
-  retry_timer_.start();
+/// Deletes what is not to be kept, a portion at a time. What fails here is done after the next change.
+void EventStore::Retain() {
+  if (is_retaining_)
+    return;
+  is_retaining_ = true;
+  const bool counts = changes_until_check_ <= 0;
+  const auto work = [retention = settings_.retention, counts, now = settings_.clock()](Database &database) {
+    // By a clock that is years ahead everything would be too old; the feeds know better.
+    const qint64 newest = ReadState(database).time_of_data;
+    return QByteArray(DeleteSome(database, retention, std::min(now, newest), counts) ? "more" : "done");
+  };
+  store_.Submit(Access::Write, work, [this, counts](const std::optional<QByteArray> &result) {
+    is_retaining_ = false;
+    OnOutcome(result.has_value());
+    if (result == "more")
+      Retain();
+    else if (result && counts)
+      changes_until_check_ = settings_.retention.changes_between_checks;
+  });
 }
 
 void EventStore::OnOutcome(bool has_worked) {
@@ -373,7 +321,7 @@ bool EventStore::WaitUntilRead(int milliseconds) const {
 }
 
 bool EventStore::WaitUntilWritten(int milliseconds) const {
-  return RunUntil([this] { return waiting_.empty() && !has_new_time_ && !under_way_; }, milliseconds);
+  return RunUntil([this] { return waiting_.empty() && !under_way_; }, milliseconds);
 }
 
 }  // namespace borvane::mirror

@@ -5,14 +5,14 @@
 #include <QStringList>
 #include <QTimer>
 #include <chrono>
+#include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "live/event_record.h"
+#include "live/event_tables.h"
 #include "store/migrations.h"
 #include "store/store_thread.h"
 
@@ -25,16 +25,9 @@ constexpr Schema events_schema = {.folder = ":/live/schema", .newest = 1};
 /// in a schema of their own in its database.
 StoreAddress EventStoreAddress(const StoreAddress &service);
 
-/// How much is kept. What is beyond is deleted, the oldest first.
-struct EventRetention {
-  int days = 400;                      ///< events whose origin is longer ago are deleted, with their revisions
-  qint64 events = 1'000'000;           ///< in all; some thousands more may be kept for a while
-  qint64 revisions = 2'000'000;        ///< earlier states of events, in all
-  int changes_between_checks = 2'000;  ///< how many events are written until the events are counted again
-};
-
 /// Keeps events in an SQL database, in a thread of its own: nothing here ever waits. What cannot be written is kept in
-/// memory and written as soon as the store works again.
+/// memory, reading by reading, and written as soon as the store works again. Of more than fits, each event's last state
+/// is kept, and of too many events the newest.
 ///
 /// Several mirrors may share a database of a server. One of them, the leader, asks the feeds; the others see what it
 /// writes within two seconds, and one of them takes its place within a minute after it has ended or frozen. In an
@@ -44,7 +37,8 @@ class EventStore final : public QObject {
   /// What the store tells its owner, in the owner's thread.
   struct Callbacks {
     /// What was read: at the start, once, even when the store has nothing, and then what another mirror has written.
-    /// `time_of_data` is the time of the newest feed among it, 0 if there is none.
+    /// What is not yet written here is not among it. `time_of_data` is the time of the newest feed among it, 0 if there
+    /// is none. A time that lies more than a day ahead, from a clock that was wrong, is that of the reading instead.
     std::function<void(std::vector<EventRecord> records, qint64 time_of_data)> take;
     /// What is to be written to a store that has been replaced by another one: all that is known.
     std::function<std::vector<EventRecord>()> everything;
@@ -86,27 +80,30 @@ class EventStore final : public QObject {
   bool Works() const { return works_; }
 
   /// How many records are not yet on the disk.
-  std::size_t Unwritten() const;
+  std::size_t Unwritten() const { return unwritten_; }
 
  private:
-  using Key = std::pair<int, QString>;
-
   /// What a job has found in the store, passed from the store's thread.
   struct Found {
     bool exists = false;
-    QByteArray identity = {};  ///< of the store: another one has another
-    qint64 number = 0;         ///< of its last change, before those of the job
-    qint64 time_of_data = 0;
+    EventsState state = {};  ///< before the job's changes
     bool leads = true;
     std::vector<EventRecord> records = {};
   };
-  struct Batch;
+
+  /// What is written in one transaction.
+  struct Batch {
+    std::vector<EventRecord> records;  ///< by their sources and ids, each once
+    qint64 time_of_data = 0;
+  };
 
   void Read();
-  void OnRead(bool has_worked, const Found &found);
+  void OnRead(bool has_worked, Found &found);
+  bool DropUnwritten(std::vector<EventRecord> &records) const;
+  void GiveUpSome();
   void WriteWhatWaits();
   void OnWritten(const Found &found);
-  void OnNotWritten(const Batch &batch);
+  void Retain();
   void OnOutcome(bool has_worked);
   void Lead(bool leads);
 
@@ -115,16 +112,17 @@ class EventStore final : public QObject {
   const Callbacks callbacks_;
   const bool is_shared_;  ///< a server's database
   std::chrono::milliseconds span_{0};
-  bool is_read_ = false;                ///< whether the store has been read
-  bool is_reading_ = false;             ///< whether it is being read
-  std::optional<QByteArray> identity_;  ///< of the store that was read; nothing while there is none
-  qint64 number_ = 0;                   ///< of the last change that is known
-  std::map<Key, EventRecord> waiting_;  ///< to be written
-  std::shared_ptr<const Batch> under_way_;
+  bool is_read_ = false;                              ///< whether the store has been read
+  bool is_reading_ = false;                           ///< whether it is being read
+  std::optional<QByteArray> identity_;                ///< of the store that was read; nothing while there is none
+  qint64 number_ = 0;                                 ///< of the last change that is known
+  std::deque<std::shared_ptr<const Batch>> waiting_;  ///< to be written
+  std::shared_ptr<const Batch> under_way_;            ///< the one that is being written
+  std::size_t unwritten_ = 0;                         ///< how many records both have
   qint64 time_of_data_ = 0;
-  bool has_new_time_ = false;  ///< one that is not written
   bool works_ = true;
   std::optional<bool> leads_;
+  bool is_retaining_ = false;
   int changes_until_check_ = 0;
   QTimer look_timer_;
   QTimer retry_timer_;

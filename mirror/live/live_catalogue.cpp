@@ -14,9 +14,6 @@ namespace {
 /// Events are kept in memory for a day longer than they are shown or a feed may take them back.
 constexpr std::chrono::hours spare_time(24);
 
-/// How often it is looked whether events have become too old to be shown.
-constexpr int aging_interval_ms = 60'000;
-
 /// From how many events on the memory that a reading took is worth giving back.
 constexpr std::size_t many_events = 2'000;
 
@@ -60,7 +57,7 @@ std::chrono::milliseconds LiveCatalogue::SpanInMemory() const {
 }
 
 void LiveCatalogue::Start(int patience_ms) {
-  aging_timer_.start(aging_interval_ms);
+  aging_timer_.start(settings_.aging_interval);
   store_.Start(SpanInMemory());
   store_.WaitUntilRead(patience_ms);
 }
@@ -90,21 +87,24 @@ void LiveCatalogue::OnStored(std::vector<EventRecord> records, qint64 time_of_da
   const bool is_later = time_of_data > time_of_data_;
   time_of_data_ = std::max(time_of_data_, time_of_data);
   // A store in which no feed was ever taken up is no reason to show nothing.
-  if (events_.Restore(std::move(records)) || is_later)
+  if (events_.Restore(std::move(records), settings_.clock()) || is_later)
     Publish();
 }
 
 void LiveCatalogue::Publish() {
   has_events_ = true;
+  published_ = settings_.clock();
   const std::shared_ptr<const Catalogue> shown =
-      events_.Shown(settings_.clock(), settings_.days_shown, settings_.kinds_listed);
+      events_.Shown(published_, settings_.days_shown, settings_.kinds_listed);
   events_served_ = shown->events().size();
   oldest_served_ = shown->events().empty() ? std::numeric_limits<qint64>::max() : shown->events().back().origin_time;
   callbacks_.changed(shown);
 }
 
 void LiveCatalogue::PublishAged() {
-  if (has_events_ && oldest_served_ < settings_.clock() - settings_.days_shown * ms_of_shown_day)
+  const qint64 now = settings_.clock();
+  // A clock that was ahead has hidden what is to be shown.
+  if (has_events_ && (now < published_ || oldest_served_ < now - settings_.days_shown * ms_of_shown_day))
     Publish();
 }
 

@@ -25,6 +25,8 @@ class LiveCatalogue final : public QObject {
     QStringList kinds_listed = {"earthquake"};
     EventRetention retention = {};
     EventStore::Timing timing = {};
+    std::chrono::milliseconds aging_interval{
+        60'000};                    ///< how often it is looked for events that are too old to be shown
     std::function<qint64()> clock;  ///< milliseconds since 1970 UTC
   };
   struct Callbacks {
@@ -71,6 +73,7 @@ class LiveCatalogue final : public QObject {
   qint64 time_of_data_ = 0;
   std::size_t events_served_ = 0;
   qint64 oldest_served_ = 0;  ///< the origin time of the oldest event that is served
+  qint64 published_ = 0;      ///< when the events were chosen that are served
   bool has_events_ = false;   ///< whether anything was ever taken up
   QTimer aging_timer_;
   EventStore store_;  ///< the last member: it calls back while the others are there

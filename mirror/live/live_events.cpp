@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 #include "live/source_merge.h"
 
@@ -30,6 +31,10 @@ constexpr qint64 time_of_suspicion = ms_of_day;
 constexpr qint64 time_after_last_seen = ms_of_day;
 
 constexpr qsizetype most_other_ids = 20;
+
+/// How many events are known under one other id. More would be a feed gone mad.
+constexpr qsizetype most_of_other_id = 20;
+
 constexpr qsizetype most_shared_texts = 1'000;
 
 QString MomentText(qint64 milliseconds) {
@@ -80,7 +85,7 @@ struct LiveEvents::Taking {
 
   void TakeBack(EventRecord &record) {
     record.is_gone = true;
-    record.seen = made;
+    record.seen = std::max(record.seen, made);
     changes.records.push_back(record);
   }
 };
@@ -133,8 +138,8 @@ QString LiveEvents::LossOf(Known &known, const FeedSpan &span, const FeedReading
     return !entry.second.is_gone && IsInSpan(entry.second, made, length);
   };
   const auto expected = std::count_if(known.records.begin(), known.records.end(), is_expected);
-  const auto given = std::count_if(reading.events.begin(), reading.events.end(),
-                                   [](const FeedEvent &event) { return !event.deleted; });
+  const auto given = reading.left_out + std::count_if(reading.events.begin(), reading.events.end(),
+                                                      [](const FeedEvent &event) { return !event.deleted; });
   if (expected < fewest_for_suspicion || 2 * given >= expected) {
     known.few_since.erase(length);
     return {};
@@ -228,19 +233,26 @@ void LiveEvents::TakeBackAbsentEvents(Taking &taking, const FeedSpan &span) {
       taking.TakeBack(record);
 }
 
-bool LiveEvents::Restore(std::vector<EventRecord> records) {
+bool LiveEvents::Restore(std::vector<EventRecord> records, qint64 now) {
   bool is_new = false;
   for (EventRecord &record : records) {
     Known &known = known_.at(static_cast<std::size_t>(record.source));
     const auto found = known.records.find(record.event.id);
-    if (found != known.records.end() && found->second.seen >= record.seen)
-      continue;
+    record.event.credit = sources_[static_cast<std::size_t>(record.source)].credit;
+    if (found != known.records.end()) {
+      // A store has no note of the texts that have only confirmed an event since.
+      const qint64 seen = std::exchange(found->second.seen, record.seen);
+      if (found->second == record) {
+        found->second.seen = std::max(seen, record.seen);
+        continue;
+      }
+    }
     is_new = true;
     record.event.network = Shared(record.event.network);
     record.event.kind = Shared(record.event.kind);
-    record.event.credit = sources_[static_cast<std::size_t>(record.source)].credit;
     Put(known, std::move(record));
   }
+  Prune(now);
   return is_new;
 }
 
@@ -264,14 +276,46 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
         events.push_back(&record.event);
   }
 
+  const MergedEvents merged = MergeSources(std::move(sources));
   std::vector<Event> shown;
-  for (const Event *event : MergeSources(std::move(sources))) {
+  QHash<const Event *, QString> shown_ids;
+  QSet<QString> taken;
+  for (const Event *event : merged.shown) {
     if (event->origin_time < since)
       continue;
     shown.push_back(*event);
+    if (taken.contains(event->id))
+      shown.back().id = IdBesideOthers(*event);
+    taken.insert(shown.back().id);
+    shown_ids.insert(event, shown.back().id);
     shown.back().is_listed = kinds.contains(event->kind.isEmpty() ? QString("earthquake") : event->kind);
   }
-  return std::make_shared<const Catalogue>(std::move(shown));
+  for (const auto &[other, event] : merged.doubles)
+    if (shown_ids.contains(event))
+      shown_ids.insert(other, shown_ids.value(event));
+
+  std::vector<OtherId> other_ids;
+  for (const int source : by_rank_)
+    for (const auto &[id, record] : known_[static_cast<std::size_t>(source)].records)
+      if (const auto found = std::as_const(shown_ids).find(&record.event); found != shown_ids.cend()) {
+        other_ids.push_back({.id = id, .event = *found});
+        for (const QString &other : record.other_ids)
+          other_ids.push_back({.id = other, .event = *found});
+      }
+  return std::make_shared<const Catalogue>(std::move(shown), other_ids);
+}
+
+/// The id of an event that is not the one which another source calls so: its source's name before its own.
+QString LiveEvents::IdBesideOthers(const Event &event) const {
+  constexpr qsizetype longest = 64;
+  QString name;
+  for (std::size_t source = 0; source < known_.size(); ++source) {
+    const auto found = known_[source].records.find(event.id);
+    if (found != known_[source].records.end() && &found->second.event == &event)
+      name = sources_[source].name;
+  }
+  name.removeIf([](QChar c) { return !IsEventId(c); });
+  return QString(name + '-' + event.id).right(longest);
 }
 
 const EventRecord *LiveEvents::Put(Known &known, EventRecord record) {
@@ -280,7 +324,8 @@ const EventRecord *LiveEvents::Put(Known &known, EventRecord record) {
   for (const QString &other : place.other_ids)
     known.by_other_id.remove(other, id);
   for (const QString &other : record.other_ids)
-    known.by_other_id.insert(other, id);
+    if (known.by_other_id.count(other) < most_of_other_id)
+      known.by_other_id.insert(other, id);
   place = std::move(record);
   return &place;
 }

@@ -49,15 +49,16 @@ class LiveEvents {
   /// goes on having so few for a day, it is believed.
   EventChanges Take(int source, const FeedSpan &span, const FeedReading &reading, qint64 now);
 
-  /// Takes up what a store has. Returns whether anything of it was new.
-  bool Restore(std::vector<EventRecord> records);
+  /// Takes up what a store has, which is believed: it is what several mirrors share. Returns whether anything of it was
+  /// new.
+  bool Restore(std::vector<EventRecord> records, qint64 now);
 
   /// All that is known, with what is gone.
   std::vector<EventRecord> Records() const;
 
   /// The events of the last `days`. Of those that several sources report, the one of the source of the highest rank;
   /// see MergeSources. Those of other kinds than `kinds` are not listed; an event of no known kind counts as an
-  /// earthquake.
+  /// earthquake. An event is found under its other ids as well, and under those that other sources have for it.
   std::shared_ptr<const Catalogue> Shown(qint64 now, int days, const QStringList &kinds) const;
 
  private:
@@ -78,6 +79,7 @@ class LiveEvents {
   static const EventRecord *Put(Known &known, EventRecord record);
   void Prune(qint64 now);
   static void EraseIf(Known &known, const std::function<bool(const EventRecord &)> &is_out);
+  QString IdBesideOthers(const Event &event) const;
   QString Shared(const QString &text);
 
   const std::vector<Source> sources_;

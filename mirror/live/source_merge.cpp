@@ -13,6 +13,7 @@ namespace {
 constexpr qint64 most_milliseconds_apart = 30'000;
 constexpr double most_kilometres_apart = 100;
 constexpr double most_magnitudes_apart = 1.5 + 1e-9;  // 4.7 and 3.2 are more than 1.5 apart in binary
+constexpr std::size_t most_compared = 50;             // events with one: aftershocks come at ten in a minute
 constexpr double radius_of_the_earth = 6371;          // kilometres
 
 double KilometresBetween(const Event &a, const Event &b) {
@@ -53,7 +54,7 @@ std::vector<Pair> PairsOf(const std::vector<const Event *> &shown, const std::ve
     const Event &other = *others[i];
     while (first < shown.size() && shown[first]->origin_time < other.origin_time - most_milliseconds_apart)
       ++first;
-    for (std::size_t j = first; j < shown.size(); ++j) {
+    for (std::size_t j = first; j < std::min(shown.size(), first + most_compared); ++j) {
       const qint64 apart = shown[j]->origin_time - other.origin_time;
       if (apart > most_milliseconds_apart)
         break;
@@ -67,9 +68,10 @@ std::vector<Pair> PairsOf(const std::vector<const Event *> &shown, const std::ve
   return pairs;
 }
 
-/// Those of `others` that are none of the shown events.
+/// Those of `others` that are none of the shown events. The doubles are added to `doubles`.
 std::vector<const Event *> WithoutDoubles(const std::vector<const Event *> &shown,
-                                          const std::vector<const Event *> &others) {
+                                          const std::vector<const Event *> &others,
+                                          std::vector<std::pair<const Event *, const Event *>> &doubles) {
   std::vector<bool> shown_has_one(shown.size());
   std::vector<bool> is_double(others.size());
   for (const Pair &pair : PairsOf(shown, others)) {
@@ -77,6 +79,7 @@ std::vector<const Event *> WithoutDoubles(const std::vector<const Event *> &show
       continue;
     shown_has_one[pair.shown] = true;
     is_double[pair.other] = true;
+    doubles.emplace_back(others[pair.other], shown[pair.shown]);
   }
   std::vector<const Event *> rest;
   for (std::size_t i = 0; i < others.size(); ++i)
@@ -87,13 +90,13 @@ std::vector<const Event *> WithoutDoubles(const std::vector<const Event *> &show
 
 }  // namespace
 
-std::vector<const Event *> MergeSources(std::vector<std::vector<const Event *>> sources) {
-  std::vector<const Event *> result;
+MergedEvents MergeSources(std::vector<std::vector<const Event *>> sources) {
+  MergedEvents result;
   std::vector<const Event *> shown;  // the same, in the order of time
   for (std::vector<const Event *> &events : sources) {
     std::sort(events.begin(), events.end(), IsEarlier);
-    const std::vector<const Event *> rest = shown.empty() ? events : WithoutDoubles(shown, events);
-    result.insert(result.end(), rest.begin(), rest.end());
+    const std::vector<const Event *> rest = shown.empty() ? events : WithoutDoubles(shown, events, result.doubles);
+    result.shown.insert(result.shown.end(), rest.begin(), rest.end());
     const auto middle = static_cast<std::ptrdiff_t>(shown.size());
     shown.insert(shown.end(), rest.begin(), rest.end());
     std::inplace_merge(shown.begin(), shown.begin() + middle, shown.end(), IsEarlier);

@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
@@ -38,12 +39,61 @@ TEST_F(EventFileFaults, LoseNothingWhileAnotherProgramHasTheFileLocked) {
   events.WriteLater({Said("first"), Said("second", 0, 2.0)});
   EXPECT_TRUE(WaitFor([&] { return !events.Lines().isEmpty(); }));
   events.WriteLater({Said("second", 0, 3.0, start_of_test + 1), Said("third")});
-  EXPECT_EQ(events.store().Unwritten(), 3U);
+  EXPECT_EQ(events.store().Unwritten(), 4U);
   EXPECT_TRUE(events.Lines()[0].contains("database is locked")) << events.Lines()[0].toStdString();
   other.Commit();
   EXPECT_TRUE(events.store().WaitUntilWritten(60'000));
   EXPECT_EQ(Stored(), events.Records());
   EXPECT_EQ(events.Lines().size(), 2);
+  const QVariantList revision = other.Row("select magnitude from revision where id = ?", {QByteArray("second")});
+  EXPECT_EQ(revision.value(0).toDouble(), 2.0) << "no revision is lost";
+}
+
+TEST_F(EventFileFaults, KeepTheNewestStatesOfTheNewestEventsWhenTooMuchIsUnwritten) {
+  EventsUnderTest events(address_, {.unwritten = 20});
+  events.Start();
+  events.Write({Said("before")});
+  Database other(address_);
+  other.Open();
+  other.Begin();
+  for (int i = 0; i < 100; ++i) {
+    events.WriteLater({Said("revised", 0, i / 100.0, start_of_test + i)});
+    EXPECT_LE(events.store().Unwritten(), 20U);
+  }
+  for (int i = 0; i < 100; ++i) {
+    events.WriteLater({SaidAt(QString("e%1").arg(i), start_of_test - 2 * one_hour + i)});
+    EXPECT_LE(events.store().Unwritten(), 20U);
+  }
+  other.Commit();
+  EXPECT_TRUE(events.store().WaitUntilWritten(60'000));
+  QStringList ids;
+  for (const EventRecord &record : Stored())
+    ids.append(record.event.id);
+  EXPECT_TRUE(ids.contains("e99") && !ids.contains("e50")) << ids.join(' ').toStdString();
+  const std::vector<EventRecord> stored = Stored();
+  EXPECT_TRUE(std::find(stored.begin(), stored.end(), Said("revised", 0, 0.99, start_of_test + 99)) != stored.end());
+}
+
+TEST_F(EventFileFaults, AgreeOnWhatTwoMirrorsWroteOfOneEventMeanwhile) {
+  EventsUnderTest one(address_);
+  EventsUnderTest two(address_);
+  one.Start();
+  two.Start();
+  one.Write({Said("before")});
+  Database other(address_);
+  other.Open();
+  other.Begin();
+  const EventRecord later = Said("both", 0, 3.0, start_of_test + 2);
+  one.WriteLater({Said("both", 0, 2.0, start_of_test + 1)});
+  two.WriteLater({later});
+  EXPECT_TRUE(WaitFor([&] { return !one.Lines().isEmpty() && !two.Lines().isEmpty(); }));
+  other.Commit();
+  EXPECT_TRUE(one.store().WaitUntilWritten(60'000) && two.store().WaitUntilWritten(60'000));
+  one.Write({Said("one")});
+  two.Write({Said("two")});
+  EXPECT_TRUE(WaitFor([&] { return one.Knows(later) && two.Knows(later); }));
+  const std::vector<EventRecord> stored = Stored();
+  EXPECT_TRUE(std::find(stored.begin(), stored.end(), later) != stored.end());
 }
 
 TEST_F(EventFileFaults, LoseNothingWhenTheFileIsRemoved) {
@@ -130,8 +180,9 @@ TEST_F(EventFileFaults, LeaveAFileThatIsNoStoreAsItIs) {
   EXPECT_FALSE(events.store().WaitUntilWritten(100));
   ASSERT_EQ(events.Lines().size(), 1);
   EXPECT_TRUE(events.Lines()[0].contains("not a database")) << events.Lines()[0].toStdString();
-  file.seek(0);
-  EXPECT_EQ(file.readAll(), text);
+  QFile left(address_.file);
+  ASSERT_TRUE(left.open(QFile::ReadOnly));
+  EXPECT_EQ(left.readAll(), text);
 }
 
 TEST_F(EventFileFaults, KeepWhatComesUntilThereIsRoomForAFolder) {

@@ -1,6 +1,7 @@
 #include "live/event_store.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <limits>
 
 #include "support/mirror/databases.h"
@@ -147,32 +148,147 @@ TEST_P(EventStoreOnEveryDatabase, KnowsASourceByItsName) {
 TEST_P(EventStoreOnEveryDatabase, DeletesWhatIsTooOldWithItsRevisions) {
   EventsUnderTest events(address_, {.days = 30});
   events.Start();
-  events.Write({SaidAt("a", start_of_test - 29 * one_day), Said("b")});
+  events.Write({SaidAt("a", start_of_test - 29 * one_day), Said("b")}, start_of_test);
   EventRecord revised = SaidAt("a", start_of_test - 29 * one_day);
   revised.seen += 1;
   events.Write({revised});
   EXPECT_EQ(Count("revision"), 1);
   events.SetTime(start_of_test + one_day);
-  events.Write({Said("c")});
-  EXPECT_EQ(Count("event"), 3) << "exactly thirty days";
-  events.SetTime(start_of_test + one_day + 1);
+  events.Write({Said("c")}, start_of_test + one_day);
   events.Write({Said("d")});
-  EXPECT_EQ(Count("event"), 3);
-  EXPECT_EQ(Count("revision"), 0);
+  EXPECT_EQ(Count("event"), 4) << "exactly thirty days";
+  events.SetTime(start_of_test + one_day + 1);
+  events.Write({Said("e")}, start_of_test + one_day + 1);
+  EXPECT_TRUE(WaitFor([this] { return Count("event") == 4 && Count("revision") == 0; }));
+}
+
+TEST_P(EventStoreOnEveryDatabase, DeletesNothingByAClockThatIsYearsAhead) {
+  EventsUnderTest events(address_, {.days = 30});
+  events.Start();
+  events.SetTime(start_of_test + 1'000 * one_day);
+  events.Write({Said("a")}, start_of_test);
+  // What is deleted after a write is deleted before the next one.
+  events.Write({Said("b")}, start_of_test);
+  EXPECT_EQ(Count("event"), 2);
+}
+
+TEST_P(EventStoreOnEveryDatabase, DeletesAPortionAtATime) {
+  std::vector<EventRecord> records;
+  for (int i = 0; i < 11'000; ++i)
+    records.push_back(SaidAt(QString("e%1").arg(i), start_of_test - 20 * one_day + i));
+  const auto revise = [&records] {
+    for (EventRecord &record : records)
+      ++record.seen;
+  };
+  EventsUnderTest events(address_);
+  events.Start();
+  for (int i = 0; i < 2; ++i, revise())
+    events.Write(records, start_of_test);
+  ASSERT_EQ(Count("event"), 11'000);
+  ASSERT_EQ(Count("revision"), 11'000);
+  const auto delete_some = [this](const EventRetention &retention) {
+    Database database(address_);
+    database.Open();
+    return DeleteSome(database, retention, start_of_test, true);
+  };
+  const EventRetention few = {.events = 500, .revisions = 500};
+  for (const int left : {6'000, 1'000, 500}) {
+    EXPECT_EQ(delete_some(few), left != 500);
+    EXPECT_EQ(Count("event"), left);
+    EXPECT_EQ(Count("revision"), left);
+  }
+
+  revise();
+  events.Write(records, start_of_test);
+  ASSERT_EQ(Count("event"), 11'000);
+  EventsUnderTest strict(address_, {.days = 10});
+  strict.Start();
+  strict.Write({Said("new")}, start_of_test);
+  EXPECT_TRUE(WaitFor([this] { return Count("event") == 1 && Count("revision") == 0; }));
+}
+
+TEST_P(EventStoreOnEveryDatabase, KeepsNoRevisionOfAnEventThatDoesNotChange) {
+  EventsUnderTest events(address_);
+  events.Start();
+  events.Write({Said("a"), Said("b"), Said("c", 0, 3.0, start_of_test + 2)});
+  events.Write({Said("a"), Said("b", 0, 3.0, start_of_test + 1), Said("c", 0, 2.0, start_of_test + 1)});
+  Database database(address_);
+  database.Open();
+  EXPECT_EQ(Count("revision"), 1);
+  EXPECT_EQ(database.Row("select id from revision").value(0).toByteArray(), "b");
+}
+
+TEST_P(EventStoreOnEveryDatabase, ReplacesWhatAClockThatWasAheadHasLeft) {
+  {
+    EventsUnderTest ahead(address_);
+    ahead.SetTime(start_of_test + 21 * one_day);
+    ahead.Start();
+    ahead.Write({Said("ci1", 0, 2.0, start_of_test + 21 * one_day)}, start_of_test + 21 * one_day);
+  }
+  EventsUnderTest events(address_);
+  events.Start();
+  EXPECT_EQ(events.TimeOfData(), start_of_test);
+  ASSERT_EQ(events.Records().size(), 1U);
+  EXPECT_EQ(events.Records()[0].seen, start_of_test);
+  events.Write({Said("ci1", 0, 3.0, start_of_test + 1)}, start_of_test + 1);
+  EXPECT_EQ(Stored(), (std::vector<EventRecord>{Said("ci1", 0, 3.0, start_of_test + 1)}));
+  EXPECT_EQ(Count("revision"), 1);
+  EventsUnderTest other(address_);
+  other.Start();
+  EXPECT_EQ(other.TimeOfData(), start_of_test + 1);
+}
+
+TEST_P(EventStoreOnEveryDatabase, SaysWhatAStoreLacks) {
+  {
+    EventsUnderTest events(address_);
+    events.Start();
+    events.Write({Said("before")});
+  }
+  {
+    Database database(address_);
+    database.Open();
+    database.Run("delete from state");
+  }
+  EventsUnderTest events(address_, {}, {"survey", "centre"}, std::chrono::milliseconds(30));
+  events.store().Start(std::chrono::hours(1));
+  EXPECT_TRUE(WaitFor([&] { return !events.Lines().isEmpty(); }));
+  EXPECT_TRUE(events.Lines().value(0).contains("its table \"state\" is empty")) << events.Lines()[0].toStdString();
+  events.WriteLater({Said("after")});
+  EXPECT_FALSE(events.store().WaitUntilWritten(100));
+}
+
+TEST(EventTables, AreReadByTheIndexThatFits) {
+  const QTemporaryDir folder;
+  const StoreAddress address = {.file = folder.filePath("events.sqlite")};
+  {
+    EventsUnderTest events(address);
+    events.Start();
+    events.Write({Said("a")});
+  }
+  Database database(address);
+  database.Open();
+  const auto plan = [&database](const QString &query, const QVariantList &values) {
+    return database.Row("explain query plan " + query, values).value(3).toString();
+  };
+  const QString first = plan(QueryOfEventsSince(), {0});
+  EXPECT_TRUE(first.contains("event_origin_time")) << first.toStdString();
+  const QString later = plan(QueryOfChangesAfter(), {0, 0});
+  EXPECT_TRUE(later.contains("event_changed")) << later.toStdString();
 }
 
 TEST_P(EventStoreOnEveryDatabase, DeletesTheOldestWhenThereAreTooMany) {
   EventsUnderTest events(address_, {.events = 5, .revisions = 3, .changes_between_checks = 4});
   events.Start();
   for (int i = 0; i < 20; ++i)
-    events.Write({SaidAt(QString("e%1").arg(i, 2, 10, QChar('0')), start_of_test - one_hour + i * one_minute)});
+    events.Write({SaidAt(QString("e%1").arg(i, 2, 10, QChar('0')), start_of_test - one_hour + i * one_minute)},
+                 start_of_test);
   EXPECT_GE(Count("event"), 5);
-  EXPECT_LE(Count("event"), 5 + 4);
+  EXPECT_LE(Count("event"), 5 + 5);
   EXPECT_EQ(Stored().back().event.id, "e19");
   for (int i = 0; i < 20; ++i)
     events.Write({Said("e19", 0, 3, start_of_test + 1 + i)});
   EXPECT_GE(Count("revision"), 3);
-  EXPECT_LE(Count("revision"), 3 + 4);
+  EXPECT_LE(Count("revision"), 3 + 5);
 }
 
 TEST_P(EventStoreOnEveryDatabase, KeepsWhatComesWhileItIsOfANewerVersionAndWritesItLater) {

@@ -26,6 +26,7 @@ class LiveCatalogueTest : public testing::Test {
                                 .timing = {.look_interval = std::chrono::milliseconds(20),
                                            .retry_interval = std::chrono::milliseconds(20),
                                            .patience = std::chrono::milliseconds(50)},
+                                .aging_interval = std::chrono::milliseconds(20),
                                 .clock = [this] { return now_; }},
         LiveCatalogue::Callbacks{.changed =
                                      [this](const std::shared_ptr<const Catalogue> &events) {
@@ -130,6 +131,31 @@ TEST_F(LiveCatalogueTest, ServesOnWhileTheStoreIsLocked) {
   EXPECT_TRUE(live_->Finish(60'000));
   Restart();
   EXPECT_EQ(Ids(), "ci2 ci1");
+}
+
+TEST_F(LiveCatalogueTest, ServesAgainWhatAClockThatWasAheadHasHidden) {
+  live_->Take(week_, ReadingOf({Given("ci1")}));
+  now_ += 100 * one_day;
+  EXPECT_TRUE(WaitFor([this] { return Ids() == ""; }));
+  now_ = start_of_test + one_minute;
+  EXPECT_TRUE(WaitFor([this] { return Ids() == "ci1"; }));
+}
+
+TEST_F(LiveCatalogueTest, BelievesNoTimeOfTheFutureThatTheStoreHas) {
+  now_ = start_of_test + 21 * one_day;
+  live_->Take(centre_, ReadingOf({Given("gfz1", 0, 2)}, 0));
+  EXPECT_TRUE(live_->Finish(60'000));
+  now_ = start_of_test;
+  Restart();
+  EXPECT_EQ(live_->TimeOfData(), start_of_test);
+  now_ += one_minute;
+  live_->Take(centre_, ReadingOf({Given("gfz1", 0, 5)}, 0));
+  EXPECT_EQ(served_->Find("gfz1")->magnitude, 5);
+  EXPECT_TRUE(live_->Finish(60'000));
+  now_ += one_minute;
+  Restart();
+  EXPECT_EQ(served_->Find("gfz1")->magnitude, 5);
+  EXPECT_EQ(live_->TimeOfData(), start_of_test + one_minute);
 }
 
 TEST_F(LiveCatalogueTest, ListsWhatItIsToldToShow) {

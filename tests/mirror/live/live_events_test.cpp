@@ -395,6 +395,91 @@ TEST_F(LiveEventsTest, ForgetWhatIsTooOldUnlessAFeedStillHasIt) {
   EXPECT_EQ(ids, QStringList({"ci1", "ci3"}));
 }
 
+TEST_F(LiveEventsTest, ForgetWhatIsTooOldWhereAllComesFromAStore) {
+  const EventChanges changes = Take({Given("ci1"), Given("ci2")});
+  LiveEvents follower(TwoSources());
+  follower.Restore(changes.records, now_);
+  now_ += 20 * one_day;
+  follower.Restore(Take({GivenAt("ci3", now_)}).records, now_);
+  ASSERT_EQ(follower.Records().size(), 1U);
+  EXPECT_EQ(follower.Records()[0].event.id, "ci3");
+}
+
+TEST_F(LiveEventsTest, LoseNothingToAFeedWithSomethingOfWhichNotEvenTheIdCanBeRead) {
+  Take({Given("ci1"), Given("ci2")}, WholeWeek());
+  PassMinute();
+  FeedReading reading = ReadingOf({Given("ci2")}, now_);
+  reading.left_out = 1;
+  reading.nameless = 1;
+  EXPECT_EQ(IdsOf(events_.Take(0, WholeWeek(), reading, now_)), QStringList());
+  EXPECT_EQ(Ids().size(), 2);
+}
+
+TEST_F(LiveEventsTest, DoNotSuspectALossWhereEventsCannotBeRead) {
+  Take(Several(20), WholeWeek());
+  PassMinute();
+  FeedReading reading = ReadingOf(Several(9), now_);
+  reading.left_out = 1;
+  reading.unread_ids = QStringList("ci9");
+  EXPECT_EQ(events_.Take(0, WholeWeek(), reading, now_).fault, "");
+  EXPECT_EQ(Ids().size(), 10);
+}
+
+TEST_F(LiveEventsTest, AreFoundUnderTheIdsThatTheyHadBefore) {
+  Take({Given("ci1")});
+  PassMinute();
+  Take({AlsoKnownAs(Given("us1", now_), {"ci1"})});
+  ASSERT_NE(Shown()->Find("ci1"), nullptr);
+  EXPECT_EQ(Shown()->Find("ci1")->id, "us1");
+  EXPECT_EQ(Shown()->Find("ci2"), nullptr);
+}
+
+TEST_F(LiveEventsTest, AreFoundUnderTheIdsOfTheirDoubles) {
+  TakeFromCentre({AlsoKnownAs(Given("centre1"), {"centre1b"})});
+  PassMinute();
+  Take({Given("ci1")});
+  for (const char *id : {"centre1", "centre1b"}) {
+    ASSERT_NE(Shown()->Find(id), nullptr) << id;
+    EXPECT_EQ(Shown()->Find(id)->id, "ci1") << id;
+  }
+}
+
+TEST_F(LiveEventsTest, HaveAPageEachWhereTwoSourcesCallDifferentEventsTheSame) {
+  TakeFromCentre({GivenAt("17", now_ - 5 * one_hour)});
+  Take({GivenAt("17", now_ - 3 * one_hour)});
+  ASSERT_EQ(Ids(), QStringList({"17", "centre-17"}));
+  EXPECT_EQ(Shown()->Find("17")->credit, "The survey");
+  EXPECT_EQ(Shown()->Find("centre-17")->credit, "The centre");
+}
+
+TEST_F(LiveEventsTest, HaveAnIdForAPageWhateverTheirSourceIsCalled) {
+  LiveEvents events(
+      {{.name = "survey", .credit = "", .rank = 2}, {.name = "Erdbeben/Büro 7", .credit = "", .rank = 1}});
+  const QString id(64, 'x');
+  events.Take(0, Recent(), ReadingOf({Given("17"), GivenAt(id, now_ - 2 * one_hour)}), now_);
+  events.Take(1, Recent(), ReadingOf({GivenAt("17", now_ - 5 * one_hour), GivenAt(id, now_ - 6 * one_hour)}), now_);
+  const std::shared_ptr<const Catalogue> shown = events.Shown(now_, 7, {});
+  EXPECT_NE(shown->Find("ErdbebenBro7-17"), nullptr);
+  for (const Event &event : shown->events())
+    EXPECT_TRUE(IsEventId(event.id)) << event.id.toStdString();
+}
+
+TEST_F(LiveEventsTest, TakeUpThousandsThatShareAnId) {
+  const auto all_with_it = [this] {
+    std::vector<FeedEvent> events;
+    for (int i = 0; i < 50'000; ++i)
+      events.push_back(AlsoKnownAs(Given(QString("ci%1").arg(i), now_), {"us1"}));
+    return events;
+  };
+  EXPECT_EQ(Take(all_with_it()).records.size(), 50'000U);
+  PassMinute();
+  EXPECT_EQ(Take(all_with_it()).records.size(), 50'000U);
+  PassMinute();
+  const EventChanges changes = Take({Given("us1", now_)});
+  EXPECT_GT(changes.records.size(), 1U) << "some are known to be that event";
+  EXPECT_LT(changes.records.size(), 100U);
+}
+
 TEST_F(LiveEventsTest, GrowNoFurtherThanTheirLimit) {
   LiveEvents events(TwoSources(), {.span = std::chrono::hours(8 * 24), .most_records = 100});
   events.Take(0, Recent(), ReadingOf(Several(250)), now_);
@@ -406,14 +491,25 @@ TEST_F(LiveEventsTest, GrowNoFurtherThanTheirLimit) {
   EXPECT_EQ(events.Shown(now_, 7, {})->events().back().id, "ci98");
 }
 
-TEST_F(LiveEventsTest, TakeUpWhatAStoreHasUnlessItIsOlder) {
+TEST_F(LiveEventsTest, RememberTheLastTextThatConfirmedWhatAStoreHas) {
+  const EventChanges changes = Take({Given("ci1", 0)});
+  PassMinute();
+  Take({Given("ci1", 0)});
+  EXPECT_FALSE(events_.Restore(changes.records, now_));
+  ASSERT_EQ(events_.Records().size(), 1U);
+  EXPECT_EQ(events_.Records()[0].seen, now_);
+}
+
+TEST_F(LiveEventsTest, BelieveAStore) {
   const EventChanges first = Take({Given("ci1", start_of_test - 1, 2.0), Given("ci2")});
   PassMinute();
   const EventChanges second = Take({Given("ci1", now_, 3.0), Deleted("ci2")});
   LiveEvents other(TwoSources());
-  EXPECT_TRUE(other.Restore(second.records));
-  EXPECT_FALSE(other.Restore(first.records));
-  EXPECT_FALSE(other.Restore(second.records));
+  EXPECT_TRUE(other.Restore(second.records, now_));
+  EXPECT_FALSE(other.Restore(second.records, now_));
+  EXPECT_TRUE(other.Restore(first.records, now_)) << "from a leader whose clock is behind";
+  EXPECT_EQ(other.Records(), first.records);
+  EXPECT_TRUE(other.Restore(second.records, now_));
   EXPECT_EQ(other.Records(), events_.Records());
   const std::shared_ptr<const Catalogue> shown = other.Shown(now_, 7, {"earthquake"});
   ASSERT_EQ(shown->events().size(), 1U);

@@ -91,8 +91,9 @@ TEST(LiveEventsTwin, KnowsWhatThePlainRulesKnow) {
       shown += static_cast<int>(catalogue->events().size());
       const std::vector<EventRecord> records = quick.Records();
       merged += static_cast<int>(std::count_if(records.begin(), records.end(), [&](const EventRecord &record) {
-        return !record.is_gone && record.event.origin_time >= now - 7 * one_day &&
-               catalogue->Find(record.event.id) == nullptr;
+        const Event *found = catalogue->Find(record.event.id);
+        return !record.is_gone && record.event.origin_time >= now - 7 * one_day && found != nullptr &&
+               found->id != record.event.id;
       }));
     }
   }

@@ -27,7 +27,7 @@ QStringList Shown(const std::vector<std::vector<Event>> &sources) {
       lists.back().push_back(&event);
   }
   QStringList ids;
-  for (const Event *event : MergeSources(std::move(lists)))
+  for (const Event *event : MergeSources(std::move(lists)).shown)
     ids.append(event->id);
   ids.sort();
   return ids;
@@ -96,6 +96,30 @@ TEST(MergeSources, PairsTheNearestInTimeAndThenInSpace) {
 TEST(MergeSources, ShowsWhatTheFirstTwoLackAsTheThirdHasIt) {
   EXPECT_EQ(Shown({{Away("a")}, {Away("b1"), Away("b2", 100)}, {Away("c1"), Away("c2", 101), Away("c3", 300)}}),
             QStringList({"a", "b2", "c3"}));
+}
+
+TEST(MergeSources, SaysWhichOfTheShownEventsEachDoubleIs) {
+  const std::vector<Event> events = {Away("a"), Away("b1", 1), Away("b2", 100), Away("c1", 2), Away("c2", 101)};
+  const MergedEvents merged = MergeSources({{&events[0]}, {&events[1], &events[2]}, {&events[3], &events[4]}});
+  QStringList doubles;
+  for (const auto &[other, event] : merged.doubles)
+    doubles.append(other->id + " is " + event->id);
+  doubles.sort();
+  EXPECT_EQ(doubles, QStringList({"b1 is a", "c1 is a", "c2 is b2"}));
+}
+
+TEST(MergeSources, ComparesOnlySomeOfThousandsAtOneTime) {
+  const std::vector<Event> first(20'000, Away("a"));
+  const std::vector<Event> second(20'000, Away("b"));
+  std::vector<std::vector<const Event *>> lists(2);
+  for (const Event &event : first)
+    lists[0].push_back(&event);
+  for (const Event &event : second)
+    lists[1].push_back(&event);
+  const MergedEvents merged = MergeSources(std::move(lists));
+  EXPECT_GT(merged.doubles.size(), 0U);
+  EXPECT_LT(merged.doubles.size(), 1'000U);
+  EXPECT_EQ(merged.shown.size() + merged.doubles.size(), 40'000U);
 }
 
 TEST(MergeSources, DoesNotDependOnTheOrderOfASourcesEvents) {

@@ -117,10 +117,8 @@ void PlainLiveEvents::TakeEvent(int source, const FeedEvent &given, const FeedRe
   if (!is_news)
     return;
   for (Known *event : same)
-    if (event->event.id != own && !event->is_gone) {
+    if (event->event.id != own && !event->is_gone)
       event->is_gone = true;
-      event->seen = made;
-    }
   Known &place = known[own];
   place.event = given.event;
   place.event.updated = updated;
