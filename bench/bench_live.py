@@ -18,7 +18,7 @@ import tempfile
 import threading
 import time
 
-from bench_mirror import HOST, NGINX, OFFLINE, PATH, free_port, get, requests_a_second, wait_for
+from bench_mirror import HOST, NGINX, NO_PROXY_THERE, OFFLINE, PATH, free_port, get, requests_a_second, wait_for
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
 from feed_server import FeedServer, event  # noqa: E402
@@ -195,4 +195,5 @@ def main():
 if __name__ == "__main__":
     os.environ.pop("http_proxy", None)
     os.environ["BORVANE_MIRROR_CONFIG"] = str(OFFLINE)
+    os.environ["https_proxy"] = NO_PROXY_THERE
     main()
