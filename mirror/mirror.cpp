@@ -76,6 +76,9 @@ std::optional<int> Mirror::Start() {
   if (!options_.attended.isEmpty())
     if (const std::optional<int> status = WaitForMonitors())
       return status;
+  for (const QString &host : options_.hosts)
+    if (EndpointOfMirrorHost(host.toStdString()))
+      log_(LogLevel::Warning, "the host \"" + host + "\" begins with a label: under that name it is one network only");
   ReadCatalogue();
   for (const QHostAddress &address : options_.addresses)
     std::printf("borvane-mirror listening on %s\n", qPrintable(AddressText(address, options_.port)));
@@ -94,13 +97,14 @@ void Mirror::Reread() {
   log_.SetLeast(setup.options.log_level);
   for (const QString &name : ChangedForTheNextStart(begun_with_, setup.options))
     log_(LogLevel::Warning, "the changed \"" + name + "\" takes effect at the next start");
+  if (live_ && setup.options.live.days_shown > begun_with_.live.days_shown)
+    log_(LogLevel::Warning, "the lists of more \"days-shown\" are complete after the next start");
   options_.boxes = setup.options.boxes;
   options_.live.days_shown = setup.options.live.days_shown;
   options_.live.kinds = setup.options.live.kinds;
-  if (live_)
-    live_->Show(options_.live.days_shown, options_.live.kinds);
   facts_.areas = AreasWith(options_.boxes);
-  Publish(catalogue_, facts_);
+  if (!live_ || !live_->Show(options_.live.days_shown, options_.live.kinds))
+    Publish(catalogue_, facts_);
   log_(LogLevel::Info, "the configuration has been read again");
 }
 

@@ -65,11 +65,11 @@ class Mirror {
   Service service_;
   Monitoring monitoring_{[this] { return Look(); }};
   Router router_{{&service_, &monitoring_, &site_}};
-  Server server_;
   std::unique_ptr<CatalogueFile> file_;
   std::unique_ptr<LiveCatalogue> live_;
   std::unique_ptr<FeedPoller> poller_;  ///< gives to the live catalogue
   std::unique_ptr<Monitors> monitors_;
+  Server server_;  ///< the last member: the port is free before a store that hangs is waited for
 };
 
 }  // namespace borvane::mirror

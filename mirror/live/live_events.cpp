@@ -264,12 +264,13 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
         events.push_back(&record.event);
   }
 
+  const bool lists_all = kinds.contains("all");
   std::vector<Event> shown;
   for (const Event *event : MergeSources(std::move(sources))) {
     if (event->origin_time < since)
       continue;
     shown.push_back(*event);
-    shown.back().is_listed = kinds.contains(event->kind.isEmpty() ? QString("earthquake") : event->kind);
+    shown.back().is_listed = lists_all || kinds.contains(event->kind.isEmpty() ? QString("earthquake") : event->kind);
   }
   return std::make_shared<const Catalogue>(std::move(shown));
 }
