@@ -137,7 +137,7 @@ QByteArray UtcTimeText(qint64 milliseconds) {
 QByteArray ZoneText(qint64 milliseconds) { return OffsetText(OffsetAt(SecondOf(milliseconds))); }
 
 QByteArray ZonesText(qint64 first, qint64 last) {
-  const QByteArray zone = ZoneText(last);
+  QByteArray zone = ZoneText(last);
   const std::optional<std::time_t> change = LastChange(SecondOf(first), SecondOf(last));
   if (!change)
     return zone;
