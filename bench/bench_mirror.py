@@ -19,6 +19,7 @@ import time
 import urllib.request
 
 OFFLINE = pathlib.Path(__file__).resolve().parent.parent / "tests" / "offline.toml"  # no feed on the Internet is asked
+NO_PROXY_THERE = "http://127.0.0.1:9"  # should a mirror not take notice of it, no request leaves the computer either
 EVENTS = 1000
 CONNECTIONS = 8
 PATH = "/recenteqs/Maps/Los_Angeles.html"
@@ -133,4 +134,5 @@ def main():
 if __name__ == "__main__":
     os.environ.pop("http_proxy", None)
     os.environ["BORVANE_MIRROR_CONFIG"] = str(OFFLINE)
+    os.environ["https_proxy"] = NO_PROXY_THERE
     main()

@@ -15,7 +15,7 @@ import tempfile
 import time
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
-from desk import OFFLINE  # noqa: E402
+from desk import NO_PROXY_THERE, OFFLINE  # noqa: E402
 from monitor import HOSTS, LATER_START  # noqa: E402
 
 LIMIT = 0.1  # % of a core
@@ -102,7 +102,7 @@ def main():
                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
             started.append(screen)
             environment = dict(os.environ, DISPLAY=":" + first_line(screen), QT_QPA_PLATFORM="xcb",
-                               BORVANE_MIRROR_CONFIG=str(OFFLINE))
+                               BORVANE_MIRROR_CONFIG=str(OFFLINE), https_proxy=NO_PROXY_THERE)
             mirror = subprocess.Popen([build / "bin/borvane-mirror", "--listen", "127.0.0.1:0"], stdout=subprocess.PIPE,
                                       stderr=subprocess.STDOUT, text=True, env=dict(environment, XDG_DATA_HOME=folder))
             started.append(mirror)

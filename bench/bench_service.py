@@ -18,7 +18,7 @@ import tempfile
 import threading
 import time
 
-from bench_mirror import NGINX, OFFLINE, free_port, wait_for
+from bench_mirror import NGINX, NO_PROXY_THERE, OFFLINE, free_port, wait_for
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
 from postgresql import Postgresql  # noqa: E402
@@ -159,4 +159,5 @@ def main():
 if __name__ == "__main__":
     os.environ.pop("http_proxy", None)
     os.environ["BORVANE_MIRROR_CONFIG"] = str(OFFLINE)
+    os.environ["https_proxy"] = NO_PROXY_THERE
     main()

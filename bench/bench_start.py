@@ -15,7 +15,7 @@ import tempfile
 import time
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
-from desk import OFFLINE  # noqa: E402
+from desk import NO_PROXY_THERE, OFFLINE  # noqa: E402
 from monitor import LATER_START  # noqa: E402
 
 # With these hosts, no server has to be started first.
@@ -43,7 +43,7 @@ def main():
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         try:
             environment = dict(os.environ, DISPLAY=":" + screen.stdout.readline().strip(), QT_QPA_PLATFORM="xcb",
-                               XDG_CONFIG_HOME=folder, BORVANE_MIRROR_CONFIG=str(OFFLINE))
+                               XDG_CONFIG_HOME=folder, BORVANE_MIRROR_CONFIG=str(OFFLINE), https_proxy=NO_PROXY_THERE)
             results = {name: [] for name in programs}
             for _ in range(rounds):
                 for name, program in programs.items():

@@ -21,6 +21,24 @@ std::string_view WithoutBlanksInFront(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of(" \t"), text.size()));
 }
 
+/// The value of the first header of that name in the head of the answer, without what follows a blank in it; nothing
+/// when there is none, or the head is not whole.
+std::optional<std::string_view> FirstWordOf(std::string_view field, std::string_view answer) {
+  const std::size_t end = answer.find(end_of_head);
+  if (end == std::string_view::npos || !answer.starts_with("HTTP/1."))
+    return {};
+  std::string_view head = answer.substr(0, end);
+  while (!head.empty()) {
+    const std::string_view line = TakeLine(head);
+    const std::size_t colon = line.find(':');
+    if (colon == std::string_view::npos || !EqualInAnyCase(line.substr(0, colon), field))
+      continue;
+    const std::string_view value = WithoutBlanksInFront(line.substr(colon + 1));
+    return value.substr(0, value.find_first_of(" \t"));
+  }
+  return {};
+}
+
 }  // namespace
 
 bool IsUnfinishedHead(std::string_view answer) {
@@ -29,25 +47,14 @@ bool IsUnfinishedHead(std::string_view answer) {
 
 std::optional<std::string_view> MirrorVersion(std::string_view answer) {
   constexpr std::string_view product = "borvane-mirror/";
-  const std::size_t end = answer.find(end_of_head);
-  if (end == std::string_view::npos || !answer.starts_with("HTTP/1."))
+  const std::optional<std::string_view> server = FirstWordOf("Server", answer);
+  if (!server || !server->starts_with(product))
     return {};
-  std::string_view head = answer.substr(0, end);
-  std::optional<std::string_view> version;
-  while (!head.empty()) {
-    const std::string_view line = TakeLine(head);
-    const std::size_t colon = line.find(':');
-    if (colon == std::string_view::npos)
-      continue;
-    const std::string_view name = line.substr(0, colon);
-    const std::string_view value = WithoutBlanksInFront(line.substr(colon + 1));
-    const std::string_view word = value.substr(0, value.find_first_of(" \t"));
-    if (EqualInAnyCase(name, pages_field) && word != pages_number)
-      return {};
-    if (!version && EqualInAnyCase(name, "Server") && word.starts_with(product))
-      version = word.substr(product.size());
-  }
-  return version;
+  return server->substr(product.size());
+}
+
+bool IsMirrorOfOurPages(std::string_view answer) {
+  return MirrorVersion(answer) && FirstWordOf(pages_field, answer).value_or(pages_number) == pages_number;
 }
 
 }  // namespace borvane

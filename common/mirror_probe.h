@@ -18,7 +18,10 @@ inline constexpr std::string_view pages_field = "Borvane-Pages";
 inline constexpr std::string_view pages_number = "1";
 
 /// The version of the mirror that sent the answer, "2.3.5", from the header Server of its head; nothing when another
-/// program did, or a mirror of other pages, or the head is not whole.
+/// program did, or the head is not whole.
 std::optional<std::string_view> MirrorVersion(std::string_view answer);
+
+/// Whether a mirror sent the answer whose pages this program's monitor reads.
+bool IsMirrorOfOurPages(std::string_view answer);
 
 }  // namespace borvane

@@ -215,7 +215,7 @@ class ConfigurationReader {
       else if (name == "kinds")
         live.kinds = ReadKinds(name, value);
       else if (name == "authorities")
-        live.authorities = PathOf(ReadText(name, value).value_or(QString()));
+        live.authorities = ReadReadableFile(name, value);
       else
         Fault(key.source(), UnknownKey(name));
     }
@@ -223,11 +223,22 @@ class ConfigurationReader {
       Fault(table->source(), "days-kept must not be less than days-shown");
   }
 
+  QString ReadReadableFile(const QString &name, const toml::node &node) {
+    const std::optional<QString> text = ReadText(name, node);
+    const QString file = PathOf(text.value_or(QString()));
+    const QFileInfo info(file);
+    if (text && !(info.isFile() && info.isReadable()))
+      Fault(node.source(), name + ": there is no file " + file + " that can be read");
+    return file;
+  }
+
   QStringList ReadKinds(const QString &name, const toml::node &node) {
     const QStringList kinds = ReadTexts(name, node);
     if (static_cast<std::size_t>(kinds.size()) > most_kinds)
       Fault(node.source(), name + QString(": there may be at most %1").arg(most_kinds));
-    return kinds.contains("all") ? QStringList() : kinds;
+    if (const toml::array *array = node.as_array(); array && array->empty())
+      Fault(node.source(), name + R"(: needs at least one kind, or "all")");
+    return kinds;
   }
 
   /// The sources of the file take the place of the program's own. Of two, the one that is named first is believed.
@@ -354,6 +365,9 @@ class ConfigurationReader {
     const std::span<const Area> areas = Areas();
     if (std::none_of(areas.begin(), areas.end(), [&](const Area &known) { return area.name == known.name; }))
       Fault(table.source(), "there is no area \"" + area.name + '"');
+    else if (std::any_of(options_.boxes.begin(), options_.boxes.end(),
+                         [&](const NamedBox &other) { return other.name == area.name; }))
+      Fault(table.source(), "there is another area of the name \"" + area.name + '"');
     else if (edges < 4)
       Fault(table.source(), "an area needs south, north, west and east");
     else if (area.box.south > area.box.north)
@@ -432,6 +446,11 @@ Setup ReadSetup(const QStringList &arguments) {
   }
   Configuration configuration = ReadConfiguration(text, setup.file);
   setup.faults = std::move(configuration.faults);
+  // A monitor expects the mirror that it starts at the usual place.
+  if (!setup.options.attended.isEmpty()) {
+    configuration.options.addresses = {};
+    configuration.options.port = mirror_port;
+  }
   setup.options = ReadCommandLine(arguments, std::move(configuration.options)).options;
   return setup;
 }

@@ -22,6 +22,12 @@ int main(int argc, char *argv[]) {
   QCoreApplication::setOrganizationName("Nalvorin");
   QCoreApplication::setApplicationName("borvane-mirror");
   using namespace borvane::mirror;
+  // A signal that comes while the options are read waits for the event loop.
+  Mirror *running = nullptr;
+  const StopSignals stop_signals([&running] {
+    if (running)
+      running->Reread();
+  });
   const QStringList arguments = QCoreApplication::arguments().sliced(1);
   const Setup setup = ReadSetup(arguments);
   if (!setup.usage.isEmpty()) {
@@ -49,12 +55,13 @@ int main(int argc, char *argv[]) {
   int status = 0;
   {
     Mirror mirror(setup.options, arguments);
-    const StopSignals stop_signals([&mirror] { mirror.Reread(); });
+    running = &mirror;
     const std::optional<int> end = mirror.Start();
     if (end)
       status = *end;
     else if (!stop_signals.HasStopped())
       status = QCoreApplication::exec();
+    running = nullptr;
   }
   // A store that hangs leaves its thread running. It may wake at any moment, and must not find Qt half taken down.
   std::fflush(nullptr);

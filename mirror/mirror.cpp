@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
+#include <QUrl>
 #include <algorithm>
 #include <cstdio>
 
@@ -76,6 +77,9 @@ std::optional<int> Mirror::Start() {
   if (!options_.attended.isEmpty())
     if (const std::optional<int> status = WaitForMonitors())
       return status;
+  for (const QString &host : options_.hosts)
+    if (EndpointOfMirrorHost(host.toStdString()))
+      log_(LogLevel::Warning, "the host \"" + host + "\" begins with a label: under that name it is one network only");
   ReadCatalogue();
   for (const QHostAddress &address : options_.addresses)
     std::printf("borvane-mirror listening on %s\n", qPrintable(AddressText(address, options_.port)));
@@ -94,13 +98,14 @@ void Mirror::Reread() {
   log_.SetLeast(setup.options.log_level);
   for (const QString &name : ChangedForTheNextStart(begun_with_, setup.options))
     log_(LogLevel::Warning, "the changed \"" + name + "\" takes effect at the next start");
+  if (live_ && setup.options.live.days_shown > begun_with_.live.days_shown)
+    log_(LogLevel::Warning, "the lists of more \"days-shown\" are complete after the next start");
   options_.boxes = setup.options.boxes;
   options_.live.days_shown = setup.options.live.days_shown;
   options_.live.kinds = setup.options.live.kinds;
-  if (live_)
-    live_->Show(options_.live.days_shown, options_.live.kinds);
   facts_.areas = AreasWith(options_.boxes);
-  Publish(catalogue_, facts_);
+  if (!live_ || !live_->Show(options_.live.days_shown, options_.live.kinds))
+    Publish(catalogue_, facts_);
   log_(LogLevel::Info, "the configuration has been read again");
 }
 
@@ -147,7 +152,7 @@ void Mirror::StartLive() {
                               .clock = QDateTime::currentMSecsSinceEpoch},
       LiveCatalogue::Callbacks{
           .changed = [this](std::shared_ptr<const Catalogue> catalogue) { ShowLive(std::move(catalogue)); },
-          .may_poll = [this](bool may_poll) { may_poll ? poller_->Start() : poller_->Stop(); },
+          .may_poll = [this](bool may_poll) { LetPoll(may_poll); },
           .log = log});
   FeedPoller::Surroundings surroundings;
   surroundings.authorities = live.authorities;
@@ -155,6 +160,14 @@ void Mirror::StartLive() {
       live.feeds, [this](const Feed &feed, const FeedReading &reading) { return TakeReading(feed, reading); }, log,
       std::move(surroundings));
   live_->Start(store_patience_ms);
+}
+
+void Mirror::LetPoll(bool may_poll) {
+  may_poll ? poller_->Start() : poller_->Stop();
+  if (!may_poll)
+    asking_since_ = 0;
+  else if (asking_since_ == 0)
+    asking_since_ = QDateTime::currentMSecsSinceEpoch();
 }
 
 /// The events and the facts about them from now on.
@@ -168,9 +181,12 @@ void Mirror::ShowLive(std::shared_ptr<const Catalogue> catalogue) {
   PageFacts facts = {.areas = facts_.areas};
   QStringList names;
   for (const Source &source : options_.live.sources) {
-    facts.sources.push_back({source.name, source.credit});
+    facts.sources.push_back({.name = source.name, .text = source.credit});
     names.append(source.name);
   }
+  for (const Feed &feed : options_.live.feeds)
+    if (QUrl(feed.url).host() == "earthquake.usgs.gov")
+      facts.sources[static_cast<std::size_t>(feed.source)].is_survey = true;
   const int days = options_.live.days_shown;
   facts.origin =
       (days == 1 ? QString("the last day") : QString("the last %1 days").arg(days)) + " of " + names.join(", ");
@@ -197,6 +213,7 @@ Status Mirror::Look() const {
   if (live_) {
     status.data_time = live_->TimeOfData();
     status.feeds = poller_->States();
+    status.asking_since = asking_since_;
     status.event_store_works = live_->store().Works();
     status.unwritten_events = live_->store().Unwritten();
   }
@@ -235,9 +252,16 @@ Mirror::Listening Mirror::ListenAt(const QHostAddress &address) {
     log_(LogLevel::Error, QString("cannot listen on %1: %2").arg(place, server_.ListenErrorText()));
     return Listening::Impossible;
   }
-  if (const std::optional<std::string> version = MirrorVersionAt(address, options_.port)) {
-    log_(LogLevel::Warning, AlreadyServed(place, QString::fromStdString(*version)));
+  const std::optional<OtherMirror> other = MirrorAt(address, options_.port);
+  if (other && other->has_our_pages) {
+    log_(LogLevel::Warning, AlreadyServed(place, other->version));
     return Listening::MirrorIsThere;
+  }
+  if (other) {
+    log_(LogLevel::Error,
+         QString("cannot listen on %1: borvane-mirror %2 is there, whose pages this version cannot read")
+             .arg(place, other->version));
+    return Listening::ForeignIsThere;
   }
   log_(LogLevel::Error, QString("cannot listen on %1: another program listens there").arg(place));
   return Listening::ForeignIsThere;

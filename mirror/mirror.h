@@ -40,13 +40,14 @@ class Mirror {
   enum class Listening {
     Begun,
     MirrorIsThere,   ///< another mirror has the port
-    ForeignIsThere,  ///< another program has the port
+    ForeignIsThere,  ///< another program has the port, or a mirror of other pages
     Impossible,      ///< the address is none of this computer's
   };
 
   void ReadCatalogue();
   void ReadFile();
   void StartLive();
+  void LetPoll(bool may_poll);
   void Publish(std::shared_ptr<const Catalogue> catalogue, PageFacts facts);
   void ShowLive(std::shared_ptr<const Catalogue> catalogue);
   QString TakeReading(const Feed &feed, const FeedReading &reading);
@@ -65,11 +66,12 @@ class Mirror {
   Service service_;
   Monitoring monitoring_{[this] { return Look(); }};
   Router router_{{&service_, &monitoring_, &site_}};
-  Server server_;
   std::unique_ptr<CatalogueFile> file_;
   std::unique_ptr<LiveCatalogue> live_;
   std::unique_ptr<FeedPoller> poller_;  ///< gives to the live catalogue
+  qint64 asking_since_ = 0;             ///< in milliseconds since 1970 UTC; 0 while the poller rests
   std::unique_ptr<Monitors> monitors_;
+  Server server_;  ///< the last member: the port is free before a store that hangs is waited for
 };
 
 }  // namespace borvane::mirror

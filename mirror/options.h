@@ -20,7 +20,7 @@ struct LiveOptions {
   std::vector<Feed> feeds;
   int days_shown = 7;                  ///< how far back the lists go
   int days_kept = 400;                 ///< how long the store keeps an event
-  QStringList kinds = {"earthquake"};  ///< of events that lists show; empty for all
+  QStringList kinds = {"earthquake"};  ///< of events that lists show; "all" for every kind
   QString authorities;                 ///< file of the certificates that are trusted; empty for the system's own
 };
 

@@ -31,6 +31,12 @@ void OnSignal(int signal) {
   errno = error;
 }
 
+/// How many of the standard input, output and error are a terminal that is there.
+int CountTerminals() {
+  return (::isatty(STDIN_FILENO) != 0 ? 1 : 0) + (::isatty(STDOUT_FILENO) != 0 ? 1 : 0) +
+         (::isatty(STDERR_FILENO) != 0 ? 1 : 0);
+}
+
 /// A shell has signals ignored for what it starts in the background, and so does nohup.
 void CatchUnlessIgnored(int signal) {
   if (std::signal(signal, OnSignal) == SIG_IGN)
@@ -45,12 +51,12 @@ StopSignals::StopSignals(std::function<void()> reread) {
     return;
   reading_end = ends[0];
   writing_end = ends[1];
-  const bool had_terminal = ::isatty(STDERR_FILENO) != 0;
+  const int terminals = CountTerminals();
   auto *notifier = new QSocketNotifier(reading_end, QSocketNotifier::Read, this);
-  connect(notifier, &QSocketNotifier::activated, this, [this, notifier, reread = std::move(reread), had_terminal] {
+  connect(notifier, &QSocketNotifier::activated, this, [this, notifier, reread = std::move(reread), terminals] {
     char signal = 0;
     while (::read(reading_end, &signal, 1) == 1) {
-      const bool has_lost_terminal = had_terminal && ::isatty(STDERR_FILENO) == 0;
+      const bool has_lost_terminal = CountTerminals() < terminals;
       if (signal == SIGHUP && !has_lost_terminal) {
         reread();
         continue;

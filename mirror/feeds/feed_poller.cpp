@@ -121,7 +121,8 @@ FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings
   for (Feed &feed : feeds) {
     const std::string host = HostOf(feed.url);
     FeedState state;
-    state.url = feed.url;
+    state.url = feed.url.section('?', 0, 0);
+    state.period = feed.period;
     const FeedSchedule schedule(feed.period, milliseconds(0));
     feeds_.push_back(std::make_unique<Polled>(Polled{.feed = std::move(feed),
                                                      .host = host,
@@ -307,7 +308,7 @@ void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
   polled.schedule.Succeeded(now.elapsed, answer.lifetime);
   polled.state.last_success = now.of_day.count();
   if (!std::exchange(polled.state.fault, {}).isEmpty())
-    log_(QString("the feed %1 can be used again").arg(polled.feed.url));
+    log_(QString("the feed %1 can be used again").arg(polled.state.url));
 }
 
 void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &fault) {
@@ -318,7 +319,7 @@ void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &f
     LeaveAlone(polled.host, now + *answer.retry_after);
   ++polled.state.failures;
   if (std::exchange(polled.state.fault, LogText(fault)).isEmpty())
-    log_(QString("the feed %1 cannot be used: %2").arg(polled.feed.url, polled.state.fault));
+    log_(QString("the feed %1 cannot be used: %2").arg(polled.state.url, polled.state.fault));
 }
 
 /// The host wants no request until then, for none of its feeds.

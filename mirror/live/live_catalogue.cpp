@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
+#include "catalogue/free_memory.h"
 
 namespace borvane::mirror {
 
@@ -24,13 +22,6 @@ QStringList NamesOf(const std::vector<Source> &sources) {
   for (const Source &source : sources)
     names.append(source.name);
   return names;
-}
-
-/// Gives the system back what the text and its events took. The C library keeps it otherwise.
-void ReturnMemory() {
-#ifdef __GLIBC__
-  ::malloc_trim(0);
-#endif
 }
 
 }  // namespace
@@ -72,15 +63,16 @@ QString LiveCatalogue::Take(const Feed &feed, const FeedReading &reading) {
     Publish();
   store_.Write(changes.records, time_of_data_);
   if (reading.events.size() >= many_events)
-    ReturnMemory();
+    ReturnFreeMemory();
   return {};
 }
 
-void LiveCatalogue::Show(int days, const QStringList &kinds) {
+bool LiveCatalogue::Show(int days, const QStringList &kinds) {
   settings_.days_shown = days;
   settings_.kinds_listed = kinds;
   if (has_events_)
     Publish();
+  return has_events_;
 }
 
 void LiveCatalogue::OnStored(std::vector<EventRecord> records, qint64 time_of_data) {

@@ -50,8 +50,9 @@ class LiveCatalogue final : public QObject {
   /// Takes up a reading of the feed; returns why it is refused, empty when it is not.
   QString Take(const Feed &feed, const FeedReading &reading);
 
-  /// Changes what is shown. More days than at the start are complete after the next start only.
-  void Show(int days, const QStringList &kinds);
+  /// Changes what is shown, and returns whether there are events to be shown. More days than at the start are complete
+  /// after the next start only.
+  bool Show(int days, const QStringList &kinds);
 
   /// When the newest text was made that was taken up, in milliseconds since 1970 UTC; 0 for none.
   qint64 TimeOfData() const { return time_of_data_; }

@@ -277,6 +277,7 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
   }
 
   const MergedEvents merged = MergeSources(std::move(sources));
+  const bool lists_all = kinds.contains("all");
   std::vector<Event> shown;
   QHash<const Event *, QString> shown_ids;
   QSet<QString> taken;
@@ -288,7 +289,7 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
       shown.back().id = IdBesideOthers(*event);
     taken.insert(shown.back().id);
     shown_ids.insert(event, shown.back().id);
-    shown.back().is_listed = kinds.contains(event->kind.isEmpty() ? QString("earthquake") : event->kind);
+    shown.back().is_listed = lists_all || kinds.contains(event->kind.isEmpty() ? QString("earthquake") : event->kind);
   }
   for (const auto &[other, event] : merged.doubles)
     if (shown_ids.contains(event))

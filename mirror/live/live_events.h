@@ -58,7 +58,8 @@ class LiveEvents {
 
   /// The events of the last `days`. Of those that several sources report, the one of the source of the highest rank;
   /// see MergeSources. Those of other kinds than `kinds` are not listed; an event of no known kind counts as an
-  /// earthquake. An event is found under its other ids as well, and under those that other sources have for it.
+  /// earthquake, and "all" names every kind. An event is found under its other ids as well, and under those that other
+  /// sources have for it.
   std::shared_ptr<const Catalogue> Shown(qint64 now, int days, const QStringList &kinds) const;
 
  private:

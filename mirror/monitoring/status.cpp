@@ -2,12 +2,20 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <limits>
 
 namespace borvane::mirror {
 
 namespace {
 
-constexpr qint64 oldest_data_ms = 60 * 60'000;
+/// How long the feed may go without an answer.
+qint64 PatienceMs(const FeedState &feed) {
+  return std::chrono::milliseconds(std::max<std::chrono::seconds>(std::chrono::hours(1), 2 * feed.period)).count();
+}
+
+QString TimeText(qint64 time) {
+  return QDateTime::fromMSecsSinceEpoch(time, Qt::UTC).toString("yyyy-MM-dd hh:mm:ss") + " UTC";
+}
 
 /// Within quotation marks.
 QByteArray LabelText(const QString &text) {
@@ -33,8 +41,8 @@ QByteArray OfEachFeed(const std::vector<FeedState> &feeds, const QByteArray &nam
                       const QByteArray &help, const Value &value) {
   QByteArray text = feeds.empty() ? QByteArray() : MetricHead(name, type, help);
   for (std::size_t i = 0; i < feeds.size(); ++i)
-    text += name + "{feed=\"" + QByteArray::number(qulonglong{i + 1}) + "\",url=\"" +
-            LabelText(feeds[i].url.section('?', 0, 0)) + "\"} " + value(feeds[i]) + '\n';
+    text += name + "{feed=\"" + QByteArray::number(qulonglong{i + 1}) + "\",url=\"" + LabelText(feeds[i].url) + "\"} " +
+            value(feeds[i]) + '\n';
   return text;
 }
 
@@ -55,6 +63,33 @@ QByteArray StoresText(const Status &status) {
                       QByteArray::number(qulonglong{status.unwritten_events}));
 }
 
+/// What is wrong where another mirror asks: the time of the data says how it fares.
+QStringList FaultsOfFollower(const Status &status) {
+  if (status.data_time == 0)
+    return {"No feed has answered yet."};
+  qint64 patience = std::numeric_limits<qint64>::max();
+  for (const FeedState &feed : status.feeds)
+    patience = std::min(patience, PatienceMs(feed));
+  if (status.now - status.data_time > patience)
+    return {"No feed has answered since " + TimeText(status.data_time) + '.'};
+  return {};
+}
+
+QStringList FaultsOfFeeds(const Status &status) {
+  if (status.asking_since == 0)
+    return FaultsOfFollower(status);
+  const auto has_answered = [](const FeedState &feed) { return feed.last_success != 0; };
+  if (status.data_time == 0 && std::none_of(status.feeds.begin(), status.feeds.end(), has_answered))
+    return {"No feed has answered yet."};
+  QStringList faults;
+  for (const FeedState &feed : status.feeds) {
+    const qint64 since = std::max(feed.last_success, status.asking_since);
+    if (status.now - since > PatienceMs(feed))
+      faults.append("The feed " + feed.url + " has not answered since " + TimeText(since) + '.');
+  }
+  return faults;
+}
+
 }  // namespace
 
 QStringList FaultsOf(const Status &status) {
@@ -65,16 +100,7 @@ QStringList FaultsOf(const Status &status) {
     return faults;
   if (!status.event_store_works)
     faults.append("The events' store does not work.");
-  // A mirror that leaves the asking to another one has the time of the data alone.
-  qint64 newest = status.data_time;
-  for (const FeedState &feed : status.feeds)
-    newest = std::max(newest, feed.last_success);
-  if (newest == 0)
-    faults.append("No feed has answered yet.");
-  else if (status.now - newest > oldest_data_ms)
-    faults.append("No feed has answered since " +
-                  QDateTime::fromMSecsSinceEpoch(newest, Qt::UTC).toString("yyyy-MM-dd hh:mm:ss") + " UTC.");
-  return faults;
+  return faults + FaultsOfFeeds(status);
 }
 
 QByteArray MetricsText(const Status &status) {
@@ -88,6 +114,10 @@ QByteArray MetricsText(const Status &status) {
     return text;
   text += Gauge("borvane_data_timestamp_seconds", "When the newest data were made, 0 for none.",
                 SecondsText(status.data_time));
+  text += Gauge("borvane_asks_feeds", "Whether this mirror asks the feeds, and not another one for all.",
+                status.asking_since == 0 ? "0" : "1");
+  if (status.asking_since == 0)
+    return text;
   text += OfEachFeed(status.feeds, "borvane_feed_last_success_timestamp_seconds", "gauge",
                      "When the feed last answered, 0 for never.",
                      [](const FeedState &feed) { return SecondsText(feed.last_success); });

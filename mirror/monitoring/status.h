@@ -18,6 +18,7 @@ struct Status {
   bool is_live = false;    ///< whether these are to be the feeds' events
   qint64 data_time = 0;    ///< when the newest of them were made; 0 for none
   std::vector<FeedState> feeds = {};
+  qint64 asking_since = 0;  ///< 0 while another mirror asks the feeds for all
   bool service_store_works = true;
   bool event_store_works = true;
   std::size_t unwritten_events = 0;  ///< that wait for the store
@@ -26,7 +27,7 @@ struct Status {
 /// What is wrong, a sentence each; empty when all is well.
 QStringList FaultsOf(const Status &status);
 
-/// The status in the text form of Prometheus. Of the addresses of the feeds it has no queries, which may hold a key.
+/// The status in the text form of Prometheus. The feeds are in it where this mirror asks them.
 QByteArray MetricsText(const Status &status);
 
 }  // namespace borvane::mirror

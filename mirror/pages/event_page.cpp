@@ -1,5 +1,7 @@
 #include "pages/event_page.h"
 
+#include <algorithm>
+
 #include "http/html_page.h"
 #include "pages/coordinates.h"
 #include "pages/figures.h"
@@ -47,8 +49,10 @@ QString CreditOf(const Event &event) {
 }
 
 /// Whether the Survey has a page about the event.
-bool IsOfTheSurvey(const Event &event) {
-  return event.credit.isEmpty() || event.credit.startsWith("U.S. Geological Survey");
+bool IsOfTheSurvey(const Event &event, const PageFacts &facts) {
+  return event.credit.isEmpty() || std::any_of(facts.sources.begin(), facts.sources.end(), [&](const Credit &source) {
+           return source.is_survey && source.text == event.credit;
+         });
 }
 
 QString TitleOf(const Event &event) {
@@ -88,7 +92,7 @@ QByteArray Links(const Event &event, quint16 port, const PageFacts &facts) {
       list +=
           "<li><a href=\"" + PageAddress(area, port) + "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
   list += "<li><a href=\"" + MapPath(event) + "\">Recent earthquakes around this one</a></li>\n";
-  if (IsOfTheSurvey(event))
+  if (IsOfTheSurvey(event, facts))
     list += "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/" + HtmlText(event.id) +
             "\">The U.S. Geological Survey's page about this event</a></li>\n";
   return list + "<li><a href=\"/\">All pages</a></li>\n</ul>\n";

@@ -11,7 +11,8 @@ namespace borvane::mirror {
 /// A source of events, as pages name it.
 struct Credit {
   QString name;
-  QString text;  ///< whom to thank
+  QString text;            ///< whom to thank
+  bool is_survey = false;  ///< whether it is the US Geological Survey, which has a page about each of its events
 };
 
 /// What pages say and go by besides the events.

@@ -23,15 +23,19 @@ TEST(MirrorVersion, IsNoneOfAnotherProgram) {
     EXPECT_EQ(MirrorVersion(answer), std::nullopt) << answer;
 }
 
-TEST(MirrorVersion, IsThatOfAMirrorOfTheSamePagesOnly) {
+TEST(IsMirrorOfOurPages, IsTrueWhereItSaysSoOrNothing) {
   const std::string head = "HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\n";
-  EXPECT_EQ(MirrorVersion(head + "Borvane-Pages: 1\r\n\r\n"), "99.0.1");
-  EXPECT_EQ(MirrorVersion("HTTP/1.1 200 OK\r\nborvane-pages:1 \r\nServer: borvane-mirror/9\r\n\r\n"), "9");
+  EXPECT_TRUE(IsMirrorOfOurPages(head + "\r\n"));
+  EXPECT_TRUE(IsMirrorOfOurPages(head + "Borvane-Pages: 1\r\n\r\n"));
+  EXPECT_TRUE(IsMirrorOfOurPages("HTTP/1.1 200 OK\r\nborvane-pages:1 \r\nServer: borvane-mirror/9\r\n\r\n"));
+  EXPECT_FALSE(IsMirrorOfOurPages("HTTP/1.1 200 OK\r\nServer: another/1.0\r\nBorvane-Pages: 1\r\n\r\n"));
+  EXPECT_FALSE(IsMirrorOfOurPages(head + "Borvane-Pages: 1\r\n"));
   for (const char *pages : {"2", "10", "", "x", "0"}) {
-    EXPECT_EQ(MirrorVersion(head + "Borvane-Pages: " + pages + "\r\n\r\n"), std::nullopt) << pages;
-    EXPECT_EQ(MirrorVersion(std::string("HTTP/1.1 200 OK\r\nBorvane-Pages: ") + pages +
-                            "\r\nServer: borvane-mirror/2.3.5\r\n\r\n"),
-              std::nullopt)
+    const std::string last = head + "Borvane-Pages: " + pages + "\r\n\r\n";
+    EXPECT_FALSE(IsMirrorOfOurPages(last)) << pages;
+    EXPECT_EQ(MirrorVersion(last), "99.0.1");
+    EXPECT_FALSE(IsMirrorOfOurPages(std::string("HTTP/1.1 200 OK\r\nBorvane-Pages: ") + pages +
+                                    "\r\nServer: borvane-mirror/2.3.5\r\n\r\n"))
         << pages;
   }
 }

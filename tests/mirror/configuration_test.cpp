@@ -76,9 +76,9 @@ TEST(Configuration, KnowsEveryOptionThatTheHelpNames) {
 }
 
 TEST(Configuration, PutsFilesBesideItself) {
-  const Options options = Read("store = \"a/b.sqlite\"\n[live]\nauthorities = \"ca.pem\"\n").options;
+  const Options options = Read("store = \"a/b.sqlite\"\ncatalogue = \"c.geojson\"\n").options;
   EXPECT_EQ(options.store.file, "/etc/a/b.sqlite");
-  EXPECT_EQ(options.live.authorities, "/etc/ca.pem");
+  EXPECT_EQ(options.catalogue, "/etc/c.geojson");
   EXPECT_EQ(Read("store = \"/var/lib/b.sqlite\"").options.store.file, "/var/lib/b.sqlite");
 }
 
@@ -131,7 +131,9 @@ span = "recent"
 }
 
 TEST(Configuration, ListsAllKindsWhereItSaysAll) {
-  EXPECT_EQ(Read("[live]\nkinds = \"all\"").options.live.kinds, QStringList());
+  const Configuration configuration = Read("[live]\nkinds = \"all\"");
+  EXPECT_EQ(configuration.faults, QStringList());
+  EXPECT_EQ(configuration.options.live.kinds, QStringList("all"));
 }
 
 TEST(Configuration, ChangesTheBoxesOfAreas) {
@@ -186,6 +188,7 @@ TEST(Configuration, KeepsEveryCharacterOfATextInQuotes) {
 TEST(Configuration, RefusesWhatItCannotUse) {
   const char *source = "[[source]]\nname = \"A\"\ncredit = \"B\"\n";
   const QByteArray feed = QByteArray(source) + "[[source.feed]]\nurl = \"https://a.example/x\"\n";
+  const QByteArray area = "[[area]]\nname = \"Alaska\"\nsouth = 1\nnorth = 2\nwest = 3\neast = 4\n";
   const std::vector<std::pair<QByteArray, const char *>> faults = {
       {"listen = \"\"", "1: listen: needs a value"},
       {"listen = \"127.0.0.1:x\"", "is not an address and port to listen on"},
@@ -202,6 +205,9 @@ TEST(Configuration, RefusesWhatItCannotUse) {
       {"[live]\ndays-shown = 9223372036854775807", "2: days-shown: must be a whole number"},
       {"[live]\ndays-shown = 8\ndays-kept = 7", "days-kept must not be less than days-shown"},
       {"[live]\nkinds = [1]", "2: kinds: must be a text in quotes"},
+      {"[live]\nkinds = []", "2: kinds: needs at least one kind, or \"all\""},
+      {"[live]\nauthorities = \"/missing/ca.pem\"", "2: authorities: there is no file /missing/ca.pem"},
+      {"[live]\nauthorities = \"/\"", "2: authorities: there is no file / that can be read"},
       {"[live]\ndays = 1", "2: unknown key \"days\""},
       {"source = 1", "1: source: must be tables, each with the heading [[source]]"},
       {"source = [1]", "1: source: must be tables"},
@@ -219,6 +225,7 @@ TEST(Configuration, RefusesWhatItCannotUse) {
       {feed + "period = \"29s\"", "4: period: must not be less than 30s"},
       {feed + "span = \"367d\"", "at most 366 days"},
       {"area = 1", "1: area: must be tables, each with the heading [[area]]"},
+      {area + area, "7: there is another area of the name \"Alaska\""},
       {"[[area]]\nname = \"Atlantis\"", "1: there is no area \"Atlantis\""},
       {"[[area]]\nname = \"Alaska\"\nsouth = 1\nnorth = 2\nwest = 3", "1: an area needs south, north, west and east"},
       {"[[area]]\nname = \"Alaska\"\nsouth = 3\nnorth = 2\nwest = 3\neast = 4", "1: south must not be greater than"},
@@ -273,6 +280,23 @@ TEST_F(SetupFile, CountsLessThanTheCommandLine) {
   EXPECT_EQ(setup.options.hosts, QStringList("c"));
   EXPECT_EQ(setup.options.catalogue, folder_.filePath("x"));
   EXPECT_EQ(ReadSetup({"--config", file}).options.hosts, QStringList({"a", "b"}));
+}
+
+TEST_F(SetupFile, DoesNotMoveTheMirrorThatAMonitorStarts) {
+  const QString file = Write("a.toml", "listen = \"192.0.2.10:8080\"\n");
+  const mirror::Setup setup = ReadSetup({"--config", file, "--attended", folder_.path()});
+  EXPECT_EQ(setup.faults, QStringList());
+  EXPECT_EQ(setup.options.addresses, std::vector<QHostAddress>());
+  EXPECT_EQ(setup.options.port, mirror_port);
+  EXPECT_EQ(ReadSetup({"--config", file, "--attended=x", "--listen", "127.0.0.1:2"}).options.port, 2);
+  EXPECT_EQ(ReadSetup({"--config", file}).options.port, 8080);
+}
+
+TEST_F(SetupFile, HasItsCertificatesBesideItself) {
+  const QString authorities = Write("ca.pem", "certificates");
+  const mirror::Setup setup = ReadSetup({"--config", Write("a.toml", "[live]\nauthorities = \"ca.pem\"\n")});
+  EXPECT_EQ(setup.faults, QStringList());
+  EXPECT_EQ(setup.options.live.authorities, authorities);
 }
 
 TEST_F(SetupFile, IsTheOneOfTheEnvironmentWhereTheCommandLineNamesNone) {

@@ -347,6 +347,13 @@ TEST_F(ConfiguredMirror, ServesByTheFileInTheConfigurationFolder) {
   EXPECT_EQ(Get(mirror.Port(), "/borvane/version.txt", "maker.localhost").value().body, "987");
 }
 
+TEST(Mirror, WarnsOfANameOfItsOwnThatBeginsWithALabel) {
+  MirrorProcess mirror({"--host", "alaska.school.example", "--host", "quakes.school.example"});
+  ASSERT_NE(mirror.Port(), 0);
+  ASSERT_TRUE(mirror.LogsWithin("\"alaska.school.example\" begins with a label", 60'000));
+  EXPECT_FALSE(mirror.Errors().contains("quakes.school.example"));
+}
+
 TEST(Mirror, SaysThatItsPagesAreTheSample) {
   MirrorProcess mirror;
   const QByteArray event = "/recenteqs/Quakes/" + SampleEvents().front().id.toLatin1() + ".html";
@@ -402,7 +409,7 @@ TEST(Mirror, IsNoneOfThoseWhoseMonitorReadsOtherPages) {
   visitor->write("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nBorvane-Pages: 2\r\n\r\n");
   visitor->waitForBytesWritten();
   EXPECT_EQ(mirror.StatusWithin(30'000), 1);
-  EXPECT_TRUE(mirror.Errors().contains("another program listens there"));
+  EXPECT_TRUE(mirror.Errors().contains("borvane-mirror 99.0.1 is there, whose pages this version cannot read"));
 }
 
 TEST(Mirror, TellsAnotherWebServerOnThePortApart) {

@@ -133,17 +133,21 @@ TEST_F(RereadingMirror, StillEndsAtSigterm) {
 
 TEST_F(RereadingMirror, EndsWhereItsTerminalGoes) {
   Configure("");
-  const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-  ASSERT_GE(terminal, 0);
-  ASSERT_EQ(::grantpt(terminal), 0);
-  ASSERT_EQ(::unlockpt(terminal), 0);
-  MirrorProcess mirror({"--config", file_}, {.errors_to = ::ptsname(terminal)});
-  ASSERT_NE(mirror.Port(), 0);
-  mirror.Signal(SIGHUP);
-  EXPECT_TRUE(Lists(mirror)) << "the terminal is there";
-  ::close(terminal);
-  mirror.Signal(SIGHUP);
-  EXPECT_EQ(mirror.StatusWithin(60'000), 0);
+  for (const bool is_for_errors : {true, false}) {
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(::grantpt(terminal), 0);
+    ASSERT_EQ(::unlockpt(terminal), 0);
+    Surroundings surroundings;
+    (is_for_errors ? surroundings.errors_to : surroundings.input_from) = ::ptsname(terminal);
+    MirrorProcess mirror({"--config", file_}, surroundings);
+    ASSERT_NE(mirror.Port(), 0);
+    mirror.Signal(SIGHUP);
+    EXPECT_TRUE(Lists(mirror)) << "the terminal is there";
+    ::close(terminal);
+    mirror.Signal(SIGHUP);
+    EXPECT_EQ(mirror.StatusWithin(60'000), 0) << (is_for_errors ? "errors" : "input");
+  }
 }
 
 }  // namespace

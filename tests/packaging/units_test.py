@@ -66,6 +66,19 @@ class Units(unittest.TestCase):
         self.assertIn("\noffline = true", whole.read_text(encoding="utf-8"))
         self.assertEqual(0, run(self.mirror, "--check-config", "--config", whole).returncode)
 
+    def test_installs_nothing_outside_its_prefix(self):
+        installed = run("cmake", "-DCMAKE_INSTALL_PREFIX=/prefix", "-P", self.units / "cmake_install.cmake", DESTDIR=str(self.folder))
+        self.assertEqual(0, installed.returncode, installed.stderr)
+        self.assertEqual([self.folder / "prefix"], list(self.folder.iterdir()))
+        files = [file.name for file in self.folder.rglob("*") if file.is_file()]
+        self.assertEqual(["borvane-mirror.service", "borvane-mirror.service", "borvane-mirror.toml", "live.md", "service.md"], sorted(files))
+
+    def test_comes_back_once_a_monitors_mirror_has_ended(self):
+        for kind in ("system", "user"):
+            text = self.write_unit(kind).read_text(encoding="utf-8")
+            self.assertIn("\nRestart=always\n", text)
+            self.assertIn("\nRestartPreventExitStatus=2\n", text)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -20,6 +20,7 @@ LISTS = ("table", "tree", "tree table")  # the roles of lists; their cells are n
 TIMEOUT = 60  # seconds until what a test waits for counts as missing; a busy machine is slow
 
 OFFLINE = Path(__file__).resolve().parent.parent / "offline.toml"  # for every mirror, also one that a monitor starts
+NO_PROXY_THERE = "http://127.0.0.1:9"  # should a mirror not take notice of it, no request leaves the computer either
 
 FONTS = """<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
@@ -99,6 +100,7 @@ class Desk:
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             PULSE_SERVER=f"unix:{self.sockets}/no-sound",
             BORVANE_MIRROR_CONFIG=str(OFFLINE),
+            https_proxy=NO_PROXY_THERE,
         )
         os.environ["DISPLAY"] = ":" + self._start_and_read("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_and_read(

@@ -121,8 +121,14 @@ class Live(SystemTest):
         self.configure("[live]", 'kinds = ["earthquake", "quarry blast"]')
         mirror.send_signal(signal.SIGHUP)
         self.wait_for_page("Sometown", "Quarry")
+        self.configure("[live]", 'kinds = ["explosion"]')
+        mirror.send_signal(signal.SIGHUP)
+        self.wait_until("an empty list", lambda: "Sometown" not in self.page())
+        self.configure("[live]", 'kinds = "all"')
+        mirror.send_signal(signal.SIGHUP)
+        self.wait_for_page("Sometown", "Quarry")
 
-    def test_a_mirror_of_the_monitors_own_asks_nobody_when_it_is_offline(self):
+    def test_a_mirror_asks_nobody_when_the_file_of_the_environment_has_it_offline(self):
         with unittest.mock.patch.dict(os.environ, BORVANE_MIRROR_CONFIG=str(self.configure("offline = true"))):
             port = self.run_mirror()
         self.use_hosts(lambda name: f"{name.lower()}.localhost:{port}")

@@ -92,8 +92,10 @@ void MirrorStarter::OnAnswer() {
   answer_ += question_.readAll().toStdString();
   if (IsUnfinishedHead(answer_))
     return;
-  if (MirrorVersion(answer_))
+  if (IsMirrorOfOurPages(answer_))
     OnMirrorFound();
+  else if (MirrorVersion(answer_))
+    OnNoMirror("is a borvane-mirror whose pages this version cannot read");
   else
     OnNoMirror("is not borvane-mirror");
 }

@@ -166,6 +166,16 @@ TEST_F(MirrorStarterTest, LeavesAForeignProgramAtThePortAloneAndLogsItOnce) {
   EXPECT_EQ(log(), QStringList(ProgramAt(port) + "is not borvane-mirror"));
 }
 
+TEST_F(MirrorStarterTest, LeavesAMirrorOfOtherPagesAloneAndSaysWhatItIs) {
+  WriteMirror();
+  ScriptedServer other(Writes("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nBorvane-Pages: 2\r\n\r\n"));
+  const auto port = static_cast<quint16>(std::stoi(other.port()));
+  LookAt(port);
+
+  EXPECT_TRUE(LogsWithin(ProgramAt(port) + "is a borvane-mirror whose pages this version cannot read"));
+  EXPECT_EQ(Starts(), 0);
+}
+
 TEST_F(MirrorStarterTest, LeavesAProgramThatHangsUpAlone) {
   WriteMirror();
   ScriptedServer foreign(Writes("HTTP/1.1 200 OK\r\nServer: borvane-mirror/2"));

@@ -107,6 +107,17 @@ TEST(FeedPoller, GivesTheReadingOfEachFeedInTheirOrder) {
   }
 }
 
+TEST(FeedPoller, NamesNoQueryWhichMayHoldAKey) {
+  const FeedServer server(Sends(HttpAnswer("500 Oh", "")));
+  PollerRig rig({FeedAt(server.Url("/query?key=secret"))});
+  rig.poller.Start();
+  ASSERT_TRUE(RunUntil([&] { return rig.poller.States()[0].failures == 1; }));
+  EXPECT_TRUE(server.Requests().first().startsWith("GET /query?key=secret "));
+  EXPECT_EQ(rig.poller.States()[0].url, server.Url("/query"));
+  EXPECT_EQ(rig.poller.States()[0].period, 60s);
+  EXPECT_EQ(rig.log, QStringList("the feed " + server.Url("/query") + " cannot be used: answered with the status 500"));
+}
+
 TEST(FeedPoller, AsksAHostForOneFeedAtATime) {
   QList<QPointer<QTcpSocket>> held;
   const FeedServer server([&](QTcpSocket &connection) { held += &connection; });

@@ -363,6 +363,7 @@ TEST_F(LiveEventsTest, ListOnlyTheKindsThatAreAskedFor) {
   };
   EXPECT_EQ(listed({"earthquake"}), QStringList({"quake", "unknown"}));
   EXPECT_EQ(listed({"quarry blast"}), QStringList({"blast"}));
+  EXPECT_EQ(listed({"all"}), QStringList({"blast", "quake", "unknown"}));
   EXPECT_EQ(listed({}), QStringList());
 }
 

@@ -16,7 +16,12 @@ Status Live() {
           .events = 250,
           .is_live = true,
           .data_time = noon - minute_ms,
-          .feeds = {{.url = "https://a.example/x", .last_success = noon - minute_ms, .failures = 2, .fault = {}}}};
+          .feeds = {{.url = "https://a.example/x",
+                     .period = std::chrono::minutes(1),
+                     .last_success = noon - minute_ms,
+                     .failures = 2,
+                     .fault = {}}},
+          .asking_since = noon - 1000 * minute_ms};
 }
 
 TEST(FaultsOf, AreNoneWhereAllIsWell) {
@@ -33,16 +38,47 @@ TEST(FaultsOf, AreThoseOfTheStores) {
   EXPECT_EQ(FaultsOf(status), QStringList("The service's store does not work."));
 }
 
-TEST(FaultsOf, AreOldDataOfAllFeeds) {
+TEST(FaultsOf, AreFeedsThatDoNotAnswerAnyMore) {
   Status status = Live();
   status.data_time = noon - 61 * minute_ms;
   EXPECT_EQ(FaultsOf(status), QStringList()) << "a feed that has nothing new";
   status.feeds.push_back({.url = "https://b.example/", .last_success = 0, .failures = 1, .fault = "gone"});
-  EXPECT_EQ(FaultsOf(status), QStringList()) << "one of two";
+  EXPECT_EQ(FaultsOf(status),
+            QStringList("The feed https://b.example/ has not answered since 2026-06-18 19:20:00 UTC."))
+      << "one of two";
+  status.asking_since = noon - 59 * minute_ms;
+  EXPECT_EQ(FaultsOf(status), QStringList()) << "it has not been asked for long";
+}
+
+TEST(FaultsOf, GoByThePeriodOfEachFeed) {
+  Status status = Live();
   status.feeds[0].last_success = noon - 61 * minute_ms;
+  EXPECT_EQ(FaultsOf(status),
+            QStringList("The feed https://a.example/x has not answered since 2026-06-19 10:59:00 UTC."));
+  status.feeds[0].period = std::chrono::hours(6);
+  EXPECT_EQ(FaultsOf(status), QStringList());
+  status.feeds[0].last_success = noon - 721 * minute_ms;
+  EXPECT_EQ(FaultsOf(status),
+            QStringList("The feed https://a.example/x has not answered since 2026-06-18 23:59:00 UTC."));
+}
+
+TEST(FaultsOf, AreOldDataWhereAnotherMirrorAsks) {
+  Status status = Live();
+  status.asking_since = 0;
+  status.feeds[0].last_success = noon - 500 * minute_ms;
+  EXPECT_EQ(FaultsOf(status), QStringList());
+  status.data_time = noon - 61 * minute_ms;
   EXPECT_EQ(FaultsOf(status), QStringList("No feed has answered since 2026-06-19 10:59:00 UTC."));
-  status.data_time = noon - minute_ms;
-  EXPECT_EQ(FaultsOf(status), QStringList()) << "another mirror asks";
+  status.data_time = 0;
+  EXPECT_EQ(FaultsOf(status), QStringList("No feed has answered yet."));
+}
+
+TEST(MetricsText, HasNoFeedsThatAnotherMirrorAsks) {
+  Status status = Live();
+  EXPECT_TRUE(MetricsText(status).contains("\nborvane_asks_feeds 1\n"));
+  status.asking_since = 0;
+  EXPECT_TRUE(MetricsText(status).contains("\nborvane_asks_feeds 0\n"));
+  EXPECT_FALSE(MetricsText(status).contains("borvane_feed_"));
 }
 
 TEST(FaultsOf, AreNoDataAtAll) {
@@ -82,6 +118,9 @@ TEST(MetricsText, HasEachFigureWithItsHelp) {
             "# HELP borvane_data_timestamp_seconds When the newest data were made, 0 for none.\n"
             "# TYPE borvane_data_timestamp_seconds gauge\n"
             "borvane_data_timestamp_seconds 1781870340.000\n"
+            "# HELP borvane_asks_feeds Whether this mirror asks the feeds, and not another one for all.\n"
+            "# TYPE borvane_asks_feeds gauge\n"
+            "borvane_asks_feeds 1\n"
             "# HELP borvane_feed_last_success_timestamp_seconds When the feed last answered, 0 for never.\n"
             "# TYPE borvane_feed_last_success_timestamp_seconds gauge\n"
             "borvane_feed_last_success_timestamp_seconds{feed=\"1\",url=\"https://a.example/x\"} 1781870340.000\n"
@@ -90,12 +129,11 @@ TEST(MetricsText, HasEachFigureWithItsHelp) {
             "borvane_feed_failures_total{feed=\"1\",url=\"https://a.example/x\"} 2\n");
 }
 
-TEST(MetricsText, HasNoQueryOfAFeedAndNoLineThatAnAddressBreaks) {
+TEST(MetricsText, HasNoLineThatAnAddressBreaks) {
   Status status = Live();
-  status.feeds = {{.url = "https://a.example/q?key=secret", .last_success = 0, .failures = 0, .fault = {}},
-                  {.url = "https://a.example/\"\\\n?key=secret", .last_success = 0, .failures = 0, .fault = {}}};
+  status.feeds = {{.url = "https://a.example/q", .last_success = 0, .failures = 0, .fault = {}},
+                  {.url = "https://a.example/\"\\\n", .last_success = 0, .failures = 0, .fault = {}}};
   const QByteArray text = MetricsText(status);
-  EXPECT_FALSE(text.contains("secret"));
   EXPECT_TRUE(text.contains("borvane_feed_failures_total{feed=\"1\",url=\"https://a.example/q\"} 0\n"));
   EXPECT_TRUE(text.contains("borvane_feed_failures_total{feed=\"2\",url=\"https://a.example/\\\"\\\\\\n\"} 0\n"));
 }

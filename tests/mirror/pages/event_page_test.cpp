@@ -123,6 +123,18 @@ TEST(EventPage, LinksToTheListsThatHoldTheEvent) {
   EXPECT_TRUE(page.contains("href=\"/\""));
 }
 
+TEST(EventPage, LinksToTheSurveyWhateverItsCreditIs) {
+  Event event = Castaic();
+  event.credit = "USGS";
+  const auto links = [&](bool is_survey) {
+    const PageFacts facts = {.sources = {{.name = "A", .text = "USGS", .is_survey = is_survey},
+                                         {.name = "B", .text = "Another", .is_survey = true}}};
+    return EventPage(event, Catalogue({event}), 8080, facts).contains("earthquake.usgs.gov");
+  };
+  EXPECT_TRUE(links(true));
+  EXPECT_FALSE(links(false));
+}
+
 TEST(EventPage, DrawsTheEventAndItsNeighbours) {
   Event near = Castaic();
   near.id = "near";

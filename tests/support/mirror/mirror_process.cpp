@@ -34,6 +34,8 @@ MirrorProcess::MirrorProcess(QStringList arguments, const Surroundings &surround
   });
   if (!surroundings.errors_to.isEmpty())
     process_.setStandardErrorFile(surroundings.errors_to, QIODevice::Append);
+  if (!surroundings.input_from.isEmpty())
+    process_.setStandardInputFile(surroundings.input_from);
   process_.start(BORVANE_MIRROR, arguments);
 }
 

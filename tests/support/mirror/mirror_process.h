@@ -24,6 +24,7 @@ struct Surroundings {
   OpenFiles files = {};
   rlim_t largest_file = RLIM_INFINITY;  ///< in bytes: no file that the program writes grows beyond it
   QString errors_to = {};               ///< a file for standard error, in place of this object
+  QString input_from = {};              ///< a file for standard input
 };
 
 /// The real program, started on a free port of the loopback address; it ends with this object.
