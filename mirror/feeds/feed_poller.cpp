@@ -300,7 +300,7 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
 
 void FeedPoller::SeeLeftOut(Polled &polled, int left_out) {
   if (std::exchange(polled.state.left_out, left_out) != left_out)
-    log_(QString("the feed %1 has events that cannot be read: %2").arg(polled.feed.url).arg(left_out));
+    log_(QString("the feed %1 has events that cannot be read: %2").arg(polled.state.url).arg(left_out));
 }
 
 void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {

@@ -136,7 +136,8 @@ void PostgresqlServer::Run(const QString &program, const QStringList &arguments,
     process.start("runuser", QStringList{"-u", account_, "--", path} + arguments);
   process.write(input);
   process.closeWriteChannel();
-  EXPECT_TRUE(process.waitForFinished(server_timeout_ms)) << qPrintable(program) << ": " << qPrintable(process.errorString());
+  EXPECT_TRUE(process.waitForFinished(server_timeout_ms))
+      << qPrintable(program) << ": " << qPrintable(process.errorString());
   QFile output(folder_.filePath("output"));
   EXPECT_TRUE(output.open(QFile::ReadOnly));
   EXPECT_EQ(process.exitCode(), 0) << qPrintable(program) << ": " << output.readAll().constData();

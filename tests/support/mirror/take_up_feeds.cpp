@@ -60,7 +60,8 @@ void LeadOnceAllowed(const QString &store) {
   live.Start(0);
   while (!may_poll)
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-  live.Take({.url = "hour", .span = Recent()}, ReadingOf({GivenAt("ci1", QDateTime::currentMSecsSinceEpoch() - one_hour)}, 0));
+  live.Take({.url = "hour", .span = Recent()},
+            ReadingOf({GivenAt("ci1", QDateTime::currentMSecsSinceEpoch() - one_hour)}, 0));
   live.Finish(60'000);
   std::printf("leads\n");
   std::fflush(stdout);
