@@ -124,16 +124,25 @@ TEST(AttendedMirror, TakesUpTheSocketThatAKilledOneLeftBehind) {
 }
 
 TEST(AttendedMirror, EndsWhenAnotherProgramHasItsSocket) {
-  quint16 port = 0;
-  {
-    MirrorProcess free;
-    port = free.Port();
+  QByteArray errors;
+  QByteArray expected;
+  // Another program may take the port before the mirror does.
+  for (int attempts = 0; attempts < 10; ++attempts) {
+    quint16 port = 0;
+    {
+      MirrorProcess free;
+      port = free.Port();
+    }
+    QLocalServer other;
+    ASSERT_TRUE(other.listen(SocketAt(port)));
+    MirrorProcess mirror({"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port)});
+    EXPECT_EQ(mirror.StatusWithin(10'000), 1);
+    errors = mirror.Errors();
+    expected = "borvane-mirror: another program listens at " + QFile::encodeName(SocketAt(port)) + '\n';
+    if (!errors.contains("cannot listen on 127.0.0.1"))
+      break;
   }
-  QLocalServer other;
-  ASSERT_TRUE(other.listen(SocketAt(port)));
-  MirrorProcess mirror({"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port)});
-  EXPECT_EQ(mirror.StatusWithin(10'000), 1);
-  EXPECT_EQ(mirror.Errors(), "borvane-mirror: another program listens at " + QFile::encodeName(SocketAt(port)) + '\n');
+  EXPECT_EQ(errors, expected);
 }
 
 TEST(AttendedMirror, LetsNoOtherUserConnect) {
