@@ -225,7 +225,7 @@ class ConfigurationReader {
 
   QString ReadReadableFile(const QString &name, const toml::node &node) {
     const std::optional<QString> text = ReadText(name, node);
-    const QString file = PathOf(text.value_or(QString()));
+    QString file = PathOf(text.value_or(QString()));
     const QFileInfo info(file);
     if (text && !(info.isFile() && info.isReadable()))
       Fault(node.source(), name + ": there is no file " + file + " that can be read");
@@ -233,7 +233,7 @@ class ConfigurationReader {
   }
 
   QStringList ReadKinds(const QString &name, const toml::node &node) {
-    const QStringList kinds = ReadTexts(name, node);
+    QStringList kinds = ReadTexts(name, node);
     if (static_cast<std::size_t>(kinds.size()) > most_kinds)
       Fault(node.source(), name + QString(": there may be at most %1").arg(most_kinds));
     if (const toml::array *array = node.as_array(); array && array->empty())

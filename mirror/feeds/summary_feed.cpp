@@ -33,7 +33,7 @@ QString MetadataFault(const QJsonObject &metadata, qsizetype events, qint64 now)
   const qint64 generated = TimeOf(metadata["generated"_L1]);
   if (generated == 0)
     return "it does not say when it was made";
-  if (const QString fault = FaultOfTime(generated, now); !fault.isEmpty())
+  if (QString fault = FaultOfTime(generated, now); !fault.isEmpty())
     return fault;
   if (const QJsonValue status = metadata["status"_L1]; status.isDouble() && status.toInt() != good_status)
     return QString("its status is %1").arg(status.toDouble());
