@@ -307,6 +307,7 @@ void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
   const Clocks now = surroundings_.clocks();
   polled.schedule.Succeeded(now.elapsed, answer.lifetime);
   polled.state.last_success = now.of_day.count();
+  polled.state.lifetime = answer.lifetime.value_or(std::chrono::seconds(0));
   if (!std::exchange(polled.state.fault, {}).isEmpty())
     log_(QString("the feed %1 can be used again").arg(polled.state.url));
 }

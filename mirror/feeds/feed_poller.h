@@ -19,12 +19,13 @@ namespace borvane::mirror {
 
 /// How a feed fares, for whoever watches the mirror.
 struct FeedState {
-  QString url;                     ///< without its query, which may hold a key
-  std::chrono::seconds period{0};  ///< of the feed
-  qint64 last_success = 0;         ///< in milliseconds since 1970 UTC; 0 for never
-  quint64 failures = 0;            ///< since the mirror has started
-  int left_out = 0;                ///< what was no event in the last good reading
-  QString fault;                   ///< of the last request; empty when it went well
+  QString url;                       ///< without its query, which may hold a key
+  std::chrono::seconds period{0};    ///< of the feed
+  std::chrono::seconds lifetime{0};  ///< of the last good answer, as its server has given it
+  qint64 last_success = 0;           ///< in milliseconds since 1970 UTC; 0 for never
+  quint64 failures = 0;              ///< since the mirror has started
+  int left_out = 0;                  ///< what was no event in the last good reading
+  QString fault;                     ///< of the last request; empty when it went well
 };
 
 /// Asks for the configured feeds, each when it is due, one request at a time for each host. The answers are read in a

@@ -2,15 +2,19 @@
 
 #include <QDateTime>
 #include <algorithm>
-#include <limits>
 
 namespace borvane::mirror {
 
 namespace {
 
+/// How old the data may be where another mirror asks. What a feed confirms without a change does not make them newer
+/// there, so this is longer than any answer of a feed may live.
+constexpr qint64 patience_of_follower_ms = std::chrono::milliseconds(std::chrono::hours(48)).count();
+
 /// How long the feed may go without an answer.
 qint64 PatienceMs(const FeedState &feed) {
-  return std::chrono::milliseconds(std::max<std::chrono::seconds>(std::chrono::hours(1), 2 * feed.period)).count();
+  const std::chrono::seconds pause = std::max(feed.period, feed.lifetime);
+  return std::chrono::milliseconds(std::max<std::chrono::seconds>(std::chrono::hours(1), 2 * pause)).count();
 }
 
 QString TimeText(qint64 time) {
@@ -63,15 +67,12 @@ QByteArray StoresText(const Status &status) {
                       QByteArray::number(qulonglong{status.unwritten_events}));
 }
 
-/// What is wrong where another mirror asks: the time of the data says how it fares.
+/// What is wrong where another mirror asks. How the feeds fare is for that one to say.
 QStringList FaultsOfFollower(const Status &status) {
   if (status.data_time == 0)
     return {"No feed has answered yet."};
-  qint64 patience = std::numeric_limits<qint64>::max();
-  for (const FeedState &feed : status.feeds)
-    patience = std::min(patience, PatienceMs(feed));
-  if (status.now - status.data_time > patience)
-    return {"No feed has answered since " + TimeText(status.data_time) + '.'};
+  if (status.now - status.data_time > patience_of_follower_ms)
+    return {"The newest data were made at " + TimeText(status.data_time) + '.'};
   return {};
 }
 
@@ -84,8 +85,11 @@ QStringList FaultsOfFeeds(const Status &status) {
   QStringList faults;
   for (const FeedState &feed : status.feeds) {
     const qint64 since = std::max(feed.last_success, status.asking_since);
-    if (status.now - since > PatienceMs(feed))
-      faults.append("The feed " + feed.url + " has not answered since " + TimeText(since) + '.');
+    if (status.now - since <= PatienceMs(feed))
+      continue;
+    // Whether it answered an earlier run or another mirror is not known here.
+    const QString beginning = feed.last_success < status.asking_since ? "this mirror began to ask for it at " : "";
+    faults.append("The feed " + feed.url + " has not answered since " + beginning + TimeText(since) + '.');
   }
   return faults;
 }

@@ -179,6 +179,7 @@ TEST(FeedPoller, DoesNotAskWhileTheAnswerLives) {
   ExpectNoMoreThan(server, 1);
   rig.Pass(1s);
   EXPECT_TRUE(HasBeenAsked(server, 2));
+  EXPECT_EQ(rig.poller.States()[0].lifetime, 300s);
 }
 
 TEST(FeedPoller, GivesNothingWhenNothingIsNew) {

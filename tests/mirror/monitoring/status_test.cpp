@@ -44,8 +44,14 @@ TEST(FaultsOf, AreFeedsThatDoNotAnswerAnyMore) {
   EXPECT_EQ(FaultsOf(status), QStringList()) << "a feed that has nothing new";
   status.feeds.push_back({.url = "https://b.example/", .last_success = 0, .failures = 1, .fault = "gone"});
   EXPECT_EQ(FaultsOf(status),
-            QStringList("The feed https://b.example/ has not answered since 2026-06-18 19:20:00 UTC."))
+            QStringList("The feed https://b.example/ has not answered since this mirror began to ask for it at "
+                        "2026-06-18 19:20:00 UTC."))
       << "one of two";
+  status.feeds[1].last_success = noon - 2000 * minute_ms;
+  EXPECT_EQ(FaultsOf(status),
+            QStringList("The feed https://b.example/ has not answered since this mirror began to ask for it at "
+                        "2026-06-18 19:20:00 UTC."))
+      << "it may have answered another mirror since";
   status.asking_since = noon - 59 * minute_ms;
   EXPECT_EQ(FaultsOf(status), QStringList()) << "it has not been asked for long";
 }
@@ -62,13 +68,26 @@ TEST(FaultsOf, GoByThePeriodOfEachFeed) {
             QStringList("The feed https://a.example/x has not answered since 2026-06-18 23:59:00 UTC."));
 }
 
-TEST(FaultsOf, AreOldDataWhereAnotherMirrorAsks) {
+TEST(FaultsOf, GoByTheLifetimeOfALongLivedAnswer) {
+  Status status = Live();
+  status.feeds[0].last_success = noon - 119 * minute_ms;
+  status.feeds[0].lifetime = std::chrono::minutes(60);
+  EXPECT_EQ(FaultsOf(status), QStringList());
+  status.feeds[0].last_success = noon - 121 * minute_ms;
+  EXPECT_EQ(FaultsOf(status),
+            QStringList("The feed https://a.example/x has not answered since 2026-06-19 09:59:00 UTC."));
+}
+
+TEST(FaultsOf, AreVeryOldDataWhereAnotherMirrorAsks) {
+  constexpr qint64 hour_ms = 60 * minute_ms;
   Status status = Live();
   status.asking_since = 0;
   status.feeds[0].last_success = noon - 500 * minute_ms;
   EXPECT_EQ(FaultsOf(status), QStringList());
-  status.data_time = noon - 61 * minute_ms;
-  EXPECT_EQ(FaultsOf(status), QStringList("No feed has answered since 2026-06-19 10:59:00 UTC."));
+  status.data_time = noon - 47 * hour_ms;
+  EXPECT_EQ(FaultsOf(status), QStringList()) << "feeds in which nothing has changed";
+  status.data_time = noon - 49 * hour_ms;
+  EXPECT_EQ(FaultsOf(status), QStringList("The newest data were made at 2026-06-17 11:00:00 UTC."));
   status.data_time = 0;
   EXPECT_EQ(FaultsOf(status), QStringList("No feed has answered yet."));
 }
