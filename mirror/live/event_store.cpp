@@ -64,6 +64,7 @@ std::vector<EventRecord> EachOnce(const std::vector<EventRecord> &records) {
   for (const EventRecord &record : records)
     last[KeyOf(record)] = &record;
   std::vector<EventRecord> result;
+  result.reserve(last.size());
   for (const auto &[key, record] : last)
     result.push_back(*record);
   return result;
