@@ -95,8 +95,11 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
   patience_timer_.setInterval(settings_.timing.patience);
   connect(&look_timer_, &QTimer::timeout, this, [this] { Read(); });
   connect(&retry_timer_, &QTimer::timeout, this, [this] {
-    if (!is_read_)
+    if (!is_read_ || !can_read_)
       Read();
+    // What has failed while nothing waits is the deletion of what is too old.
+    if (!can_write_ && !under_way_ && waiting_.empty())
+      Retain();
     WriteWhatWaits();
   });
   connect(&patience_timer_, &QTimer::timeout, this, [this] { Lead(true); });
@@ -131,7 +134,7 @@ void EventStore::Read() {
   };
   store_.Submit(Access::Read, work, [this, found](const std::optional<QByteArray> &result) {
     is_reading_ = false;
-    OnOutcome(result.has_value());
+    OnOutcome(Access::Read, result.has_value());
     OnRead(result.has_value(), *found);
   });
 }
@@ -253,7 +256,7 @@ void EventStore::WriteWhatWaits() {
   };
   store_.Submit(Access::Write, work, [this, found](const std::optional<QByteArray> &result) {
     const std::shared_ptr<const Batch> batch = std::exchange(under_way_, nullptr);
-    OnOutcome(result.has_value());
+    OnOutcome(Access::Write, result.has_value());
     if (result) {
       unwritten_ -= batch->records.size();
       changes_until_check_ -= static_cast<int>(batch->records.size());
@@ -279,7 +282,7 @@ void EventStore::OnWritten(const Found &found) {
   WriteWhatWaits();
 }
 
-/// Deletes what is not to be kept, a portion at a time. What fails here is done after the next change.
+/// Deletes what is not to be kept, a portion at a time. What fails here is tried again.
 void EventStore::Retain() {
   if (is_retaining_)
     return;
@@ -292,7 +295,7 @@ void EventStore::Retain() {
   };
   store_.Submit(Access::Write, work, [this, counts](const std::optional<QByteArray> &result) {
     is_retaining_ = false;
-    OnOutcome(result.has_value());
+    OnOutcome(Access::Write, result.has_value());
     if (result == "more")
       Retain();
     else if (result && counts)
@@ -300,8 +303,12 @@ void EventStore::Retain() {
   });
 }
 
-void EventStore::OnOutcome(bool has_worked) {
-  works_ = has_worked;
+void EventStore::OnOutcome(Access access, bool has_worked) {
+  if (access == Access::Write)
+    can_write_ = has_worked;
+  // A store that can be written can be read.
+  if (access == Access::Read || has_worked)
+    can_read_ = has_worked;
   if (has_worked)
     return;
   retry_timer_.start();

@@ -76,8 +76,8 @@ class EventStore final : public QObject {
   /// Lets events run until all is on the disk, or the time is up. Returns whether it is.
   bool WaitUntilWritten(int milliseconds) const;
 
-  /// Whether the store did what it was asked for last.
-  bool Works() const { return works_; }
+  /// Whether the store did what it was asked for last. A read does not end a failure to write.
+  bool Works() const { return can_read_ && can_write_; }
 
   /// How many records are not yet on the disk.
   std::size_t Unwritten() const { return unwritten_; }
@@ -104,7 +104,7 @@ class EventStore final : public QObject {
   void WriteWhatWaits();
   void OnWritten(const Found &found);
   void Retain();
-  void OnOutcome(bool has_worked);
+  void OnOutcome(Access access, bool has_worked);
   void Lead(bool leads);
 
   const QStringList sources_;
@@ -120,7 +120,8 @@ class EventStore final : public QObject {
   std::shared_ptr<const Batch> under_way_;            ///< the one that is being written
   std::size_t unwritten_ = 0;                         ///< how many records both have
   qint64 time_of_data_ = 0;
-  bool works_ = true;
+  bool can_read_ = true;   ///< whether the last read worked
+  bool can_write_ = true;  ///< whether the last write worked
   std::optional<bool> leads_;
   bool is_retaining_ = false;
   int changes_until_check_ = 0;
