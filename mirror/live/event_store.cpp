@@ -93,9 +93,9 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
   look_timer_.setInterval(settings_.timing.look_interval);
   retry_timer_.setInterval(settings_.timing.retry_interval);
   patience_timer_.setInterval(settings_.timing.patience);
-  connect(&look_timer_, &QTimer::timeout, this, [this] { Read(); });
+  connect(&look_timer_, &QTimer::timeout, this, [this] { Look(); });
   connect(&retry_timer_, &QTimer::timeout, this, [this] {
-    if (!is_read_ || !can_read_)
+    if (!is_complete_ || !can_read_)
       Read();
     // What has failed while nothing waits is the deletion of what is too old.
     if (!can_write_ && !under_way_ && waiting_.empty())
@@ -107,33 +107,51 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
 
 void EventStore::Start(std::chrono::milliseconds span) {
   span_ = span;
-  if (is_shared_) {
-    look_timer_.start();
+  look_timer_.start();
+  if (is_shared_)
     patience_timer_.start();
-  }
   Read();
 }
 
+/// Looks for other mirrors' changes, and for a clock that was set back.
+void EventStore::Look() {
+  NoteTime();
+  if (is_shared_ || (!is_complete_ && !retry_timer_.isActive()))
+    Read();
+}
+
+/// What was read by a clock that was ahead lacks events that are not so old.
+void EventStore::NoteTime() {
+  const qint64 now = settings_.clock();
+  if (now < time_)
+    is_complete_ = false;
+  time_ = now;
+}
+
 void EventStore::Read() {
+  NoteTime();
   if (is_reading_)
     return;
   is_reading_ = true;
+  const bool reads_all = !std::exchange(is_complete_, true);
   const auto found = std::make_shared<Found>();
-  const qint64 since = settings_.clock() - span_.count();
-  const auto work = [found, since, number = number_, identity = identity_, is_first = !is_read_, sources = sources_,
+  const qint64 since = time_ - span_.count();
+  const auto work = [found, since, number = number_, identity = identity_, reads_all, sources = sources_,
                      is_shared = is_shared_](Database &database) {
     *found = {};
     found->leads = !is_shared || TakesTheLead(database);
     found->state = ReadState(database);
     found->exists = true;
-    if (is_first || found->state.identity != identity)
+    if (reads_all || found->state.identity != identity)
       found->records = ReadRecords(database, QueryOfEventsSince(), {since}, sources);
     else if (found->state.number != number)
       found->records = ReadRecords(database, QueryOfChangesAfter(), {number, since}, sources);
     return QByteArray("read");
   };
-  store_.Submit(Access::Read, work, [this, found](const std::optional<QByteArray> &result) {
+  store_.Submit(Access::Read, work, [this, found, reads_all](const std::optional<QByteArray> &result) {
     is_reading_ = false;
+    if (!result && reads_all)
+      is_complete_ = false;
     OnOutcome(Access::Read, result.has_value());
     OnRead(result.has_value(), *found);
   });

@@ -71,6 +71,19 @@ TEST_F(EventsOnPostgreSQL, AreSeenByTheMirrorsThatFollow) {
   EXPECT_EQ(follower->Lines(), QStringList());
 }
 
+TEST_F(EventsOnPostgreSQL, AreAllSeenAfterAClockThatWasAheadIsRight) {
+  const auto leader = Start(address_);
+  leader->Write({Said("early")}, start_of_test);
+  EventsUnderTest follower(address_);
+  follower.SetTime(start_of_test + 100 * one_day);
+  follower.Start();
+  leader->Write({Said("late")}, start_of_test + one_minute);
+  EXPECT_TRUE(WaitFor([&] { return follower.TimeOfData() == start_of_test + one_minute; }));
+  EXPECT_EQ(follower.Records().size(), 0U);
+  follower.SetTime(start_of_test + 2 * one_minute);
+  EXPECT_TRUE(WaitFor([&] { return follower.Knows(Said("early")) && follower.Knows(Said("late")); }));
+}
+
 TEST_F(EventsOnPostgreSQL, LiveBesideTheServicesTables) {
   server_.Execute(service_, "create schema borvane;\ncreate table borvane.event (x int);\n");
   const auto events = Start(address_);
