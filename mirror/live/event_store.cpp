@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace borvane::mirror {
@@ -17,6 +18,10 @@ constexpr int store_timeout_ms = 20'000;
 /// How far ahead of the clock a stored time may be. What is further comes from a clock that was wrong, and would outdo
 /// all that comes.
 constexpr qint64 most_ahead = 24 * 60 * 60'000;
+
+/// How many records one transaction writes when all that is known is written: these may be too many to be written
+/// before the store counts as silent.
+constexpr std::size_t records_of_transaction = 5'000;
 
 /// The lock that a server's session holds whose mirror leads: two numbers of our own.
 constexpr const char *leader_lock = "1651470966, 1";
@@ -68,6 +73,17 @@ std::vector<EventRecord> EachOnce(const std::vector<EventRecord> &records) {
   for (const auto &[key, record] : last)
     result.push_back(*record);
   return result;
+}
+
+/// The records, in parts that can each be written in one transaction in time.
+std::vector<std::vector<EventRecord>> PartsOf(const std::vector<EventRecord> &records) {
+  std::vector<std::vector<EventRecord>> parts;
+  for (std::span<const EventRecord> rest = records; !rest.empty();) {
+    const auto part = rest.first(std::min(rest.size(), records_of_transaction));
+    parts.emplace_back(part.begin(), part.end());
+    rest = rest.subspan(part.size());
+  }
+  return parts;
 }
 
 }  // namespace
@@ -185,7 +201,8 @@ void EventStore::OnRead(bool has_worked, Found &found) {
     callbacks_.take(std::move(found.records), time_of_data);
   }
   if (is_another)
-    Write(callbacks_.everything(), time_of_data_);
+    for (const std::vector<EventRecord> &part : PartsOf(callbacks_.everything()))
+      Write(part, time_of_data_);
   patience_timer_.stop();
   Lead(found.leads);
 }
@@ -226,7 +243,7 @@ void EventStore::Write(const std::vector<EventRecord> &records, qint64 time_of_d
     WriteWhatWaits();
 }
 
-/// Makes one batch of all that wait: the last state of each event. If that is still more than half of what may wait,
+/// Keeps of all that wait the last state of each event. If that is still more than half of what may wait,
 /// the oldest events go.
 void EventStore::GiveUpSome() {
   std::vector<EventRecord> records;
@@ -244,8 +261,8 @@ void EventStore::GiveUpSome() {
   }
   unwritten_ = records.size() + (under_way_ ? under_way_->records.size() : 0);
   waiting_.clear();
-  waiting_.push_back(
-      std::make_shared<const Batch>(Batch{.records = std::move(records), .time_of_data = time_of_data_}));
+  for (std::vector<EventRecord> &part : PartsOf(records))
+    waiting_.push_back(std::make_shared<const Batch>(Batch{.records = std::move(part), .time_of_data = time_of_data_}));
 }
 
 void EventStore::WriteWhatWaits() {
