@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace borvane::mirror {
@@ -17,6 +18,10 @@ constexpr int store_timeout_ms = 20'000;
 /// How far ahead of the clock a stored time may be. What is further comes from a clock that was wrong, and would outdo
 /// all that comes.
 constexpr qint64 most_ahead = 24 * 60 * 60'000;
+
+/// How many records one transaction writes when all that is known is written: these may be too many to be written
+/// before the store counts as silent.
+constexpr std::size_t records_of_transaction = 5'000;
 
 /// The lock that a server's session holds whose mirror leads: two numbers of our own.
 constexpr const char *leader_lock = "1651470966, 1";
@@ -64,9 +69,21 @@ std::vector<EventRecord> EachOnce(const std::vector<EventRecord> &records) {
   for (const EventRecord &record : records)
     last[KeyOf(record)] = &record;
   std::vector<EventRecord> result;
+  result.reserve(last.size());
   for (const auto &[key, record] : last)
     result.push_back(*record);
   return result;
+}
+
+/// The records, in parts that can each be written in one transaction in time.
+std::vector<std::vector<EventRecord>> PartsOf(const std::vector<EventRecord> &records) {
+  std::vector<std::vector<EventRecord>> parts;
+  for (std::span<const EventRecord> rest = records; !rest.empty();) {
+    const auto part = rest.first(std::min(rest.size(), records_of_transaction));
+    parts.emplace_back(part.begin(), part.end());
+    rest = rest.subspan(part.size());
+  }
+  return parts;
 }
 
 }  // namespace
@@ -92,10 +109,13 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
   look_timer_.setInterval(settings_.timing.look_interval);
   retry_timer_.setInterval(settings_.timing.retry_interval);
   patience_timer_.setInterval(settings_.timing.patience);
-  connect(&look_timer_, &QTimer::timeout, this, [this] { Read(); });
+  connect(&look_timer_, &QTimer::timeout, this, [this] { Look(); });
   connect(&retry_timer_, &QTimer::timeout, this, [this] {
-    if (!is_read_)
+    if (!is_complete_ || !can_read_)
       Read();
+    // What has failed while nothing waits is the deletion of what is too old.
+    if (!can_write_ && !under_way_ && waiting_.empty())
+      Retain();
     WriteWhatWaits();
   });
   connect(&patience_timer_, &QTimer::timeout, this, [this] { Lead(true); });
@@ -103,34 +123,52 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
 
 void EventStore::Start(std::chrono::milliseconds span) {
   span_ = span;
-  if (is_shared_) {
-    look_timer_.start();
+  look_timer_.start();
+  if (is_shared_)
     patience_timer_.start();
-  }
   Read();
 }
 
+/// Looks for other mirrors' changes, and for a clock that was set back.
+void EventStore::Look() {
+  NoteTime();
+  if (is_shared_ || (!is_complete_ && !retry_timer_.isActive()))
+    Read();
+}
+
+/// What was read by a clock that was ahead lacks events that are not so old.
+void EventStore::NoteTime() {
+  const qint64 now = settings_.clock();
+  if (now < time_)
+    is_complete_ = false;
+  time_ = now;
+}
+
 void EventStore::Read() {
+  NoteTime();
   if (is_reading_)
     return;
   is_reading_ = true;
+  const bool reads_all = !std::exchange(is_complete_, true);
   const auto found = std::make_shared<Found>();
-  const qint64 since = settings_.clock() - span_.count();
-  const auto work = [found, since, number = number_, identity = identity_, is_first = !is_read_, sources = sources_,
+  const qint64 since = time_ - span_.count();
+  const auto work = [found, since, number = number_, identity = identity_, reads_all, sources = sources_,
                      is_shared = is_shared_](Database &database) {
     *found = {};
     found->leads = !is_shared || TakesTheLead(database);
     found->state = ReadState(database);
     found->exists = true;
-    if (is_first || found->state.identity != identity)
+    if (reads_all || found->state.identity != identity)
       found->records = ReadRecords(database, QueryOfEventsSince(), {since}, sources);
     else if (found->state.number != number)
       found->records = ReadRecords(database, QueryOfChangesAfter(), {number, since}, sources);
     return QByteArray("read");
   };
-  store_.Submit(Access::Read, work, [this, found](const std::optional<QByteArray> &result) {
+  store_.Submit(Access::Read, work, [this, found, reads_all](const std::optional<QByteArray> &result) {
     is_reading_ = false;
-    OnOutcome(result.has_value());
+    if (!result && reads_all)
+      is_complete_ = false;
+    OnOutcome(Access::Read, result.has_value());
     OnRead(result.has_value(), *found);
   });
 }
@@ -163,7 +201,8 @@ void EventStore::OnRead(bool has_worked, Found &found) {
     callbacks_.take(std::move(found.records), time_of_data);
   }
   if (is_another)
-    Write(callbacks_.everything(), time_of_data_);
+    for (const std::vector<EventRecord> &part : PartsOf(callbacks_.everything()))
+      Write(part, time_of_data_);
   patience_timer_.stop();
   Lead(found.leads);
 }
@@ -204,7 +243,7 @@ void EventStore::Write(const std::vector<EventRecord> &records, qint64 time_of_d
     WriteWhatWaits();
 }
 
-/// Makes one batch of all that wait: the last state of each event. If that is still more than half of what may wait,
+/// Keeps of all that wait the last state of each event. If that is still more than half of what may wait,
 /// the oldest events go.
 void EventStore::GiveUpSome() {
   std::vector<EventRecord> records;
@@ -222,8 +261,8 @@ void EventStore::GiveUpSome() {
   }
   unwritten_ = records.size() + (under_way_ ? under_way_->records.size() : 0);
   waiting_.clear();
-  waiting_.push_back(
-      std::make_shared<const Batch>(Batch{.records = std::move(records), .time_of_data = time_of_data_}));
+  for (std::vector<EventRecord> &part : PartsOf(records))
+    waiting_.push_back(std::make_shared<const Batch>(Batch{.records = std::move(part), .time_of_data = time_of_data_}));
 }
 
 void EventStore::WriteWhatWaits() {
@@ -252,7 +291,7 @@ void EventStore::WriteWhatWaits() {
   };
   store_.Submit(Access::Write, work, [this, found](const std::optional<QByteArray> &result) {
     const std::shared_ptr<const Batch> batch = std::exchange(under_way_, nullptr);
-    OnOutcome(result.has_value());
+    OnOutcome(Access::Write, result.has_value());
     if (result) {
       unwritten_ -= batch->records.size();
       changes_until_check_ -= static_cast<int>(batch->records.size());
@@ -278,7 +317,7 @@ void EventStore::OnWritten(const Found &found) {
   WriteWhatWaits();
 }
 
-/// Deletes what is not to be kept, a portion at a time. What fails here is done after the next change.
+/// Deletes what is not to be kept, a portion at a time. What fails here is tried again.
 void EventStore::Retain() {
   if (is_retaining_)
     return;
@@ -291,7 +330,7 @@ void EventStore::Retain() {
   };
   store_.Submit(Access::Write, work, [this, counts](const std::optional<QByteArray> &result) {
     is_retaining_ = false;
-    OnOutcome(result.has_value());
+    OnOutcome(Access::Write, result.has_value());
     if (result == "more")
       Retain();
     else if (result && counts)
@@ -299,8 +338,12 @@ void EventStore::Retain() {
   });
 }
 
-void EventStore::OnOutcome(bool has_worked) {
-  works_ = has_worked;
+void EventStore::OnOutcome(Access access, bool has_worked) {
+  if (access == Access::Write)
+    can_write_ = has_worked;
+  // A store that can be written can be read.
+  if (access == Access::Read || has_worked)
+    can_read_ = has_worked;
   if (has_worked)
     return;
   retry_timer_.start();

@@ -51,7 +51,7 @@ class EventStore final : public QObject {
 
   /// How often and how long; a test is less patient.
   struct Timing {
-    std::chrono::milliseconds look_interval{1'000};   ///< how often it is looked for another mirror's changes
+    std::chrono::milliseconds look_interval{1'000};   ///< how often it is looked for what has changed
     std::chrono::milliseconds retry_interval{5'000};  ///< after a failure
     std::chrono::milliseconds patience{30'000};       ///< how long the server may be silent before this mirror leads
   };
@@ -64,7 +64,8 @@ class EventStore final : public QObject {
   /// `sources` are the names under which the records' sources are kept.
   EventStore(const StoreAddress &address, QStringList sources, Settings settings, Callbacks callbacks);
 
-  /// Reads the events whose origin is at most `span` ago, and from now on those that other mirrors write.
+  /// Reads the events whose origin is at most `span` ago, and from now on those that other mirrors write. When the
+  /// clock has been set back all of them are read again: by a clock that was ahead, some were too old.
   void Start(std::chrono::milliseconds span);
 
   /// Writes the records, those of one call in one transaction. `time_of_data` is the time of the feed that gave them.
@@ -76,8 +77,8 @@ class EventStore final : public QObject {
   /// Lets events run until all is on the disk, or the time is up. Returns whether it is.
   bool WaitUntilWritten(int milliseconds) const;
 
-  /// Whether the store did what it was asked for last.
-  bool Works() const { return works_; }
+  /// Whether the store did what it was asked for last. A read does not end a failure to write.
+  bool Works() const { return can_read_ && can_write_; }
 
   /// How many records are not yet on the disk.
   std::size_t Unwritten() const { return unwritten_; }
@@ -97,6 +98,8 @@ class EventStore final : public QObject {
     qint64 time_of_data = 0;
   };
 
+  void Look();
+  void NoteTime();
   void Read();
   void OnRead(bool has_worked, Found &found);
   bool DropUnwritten(std::vector<EventRecord> &records) const;
@@ -104,7 +107,7 @@ class EventStore final : public QObject {
   void WriteWhatWaits();
   void OnWritten(const Found &found);
   void Retain();
-  void OnOutcome(bool has_worked);
+  void OnOutcome(Access access, bool has_worked);
   void Lead(bool leads);
 
   const QStringList sources_;
@@ -113,6 +116,8 @@ class EventStore final : public QObject {
   const bool is_shared_;  ///< a server's database
   std::chrono::milliseconds span_{0};
   bool is_read_ = false;                              ///< whether the store has been read
+  bool is_complete_ = false;                          ///< whether all of the span has been read
+  qint64 time_ = 0;                                   ///< the clock's when it was last looked at
   bool is_reading_ = false;                           ///< whether it is being read
   std::optional<QByteArray> identity_;                ///< of the store that was read; nothing while there is none
   qint64 number_ = 0;                                 ///< of the last change that is known
@@ -120,7 +125,8 @@ class EventStore final : public QObject {
   std::shared_ptr<const Batch> under_way_;            ///< the one that is being written
   std::size_t unwritten_ = 0;                         ///< how many records both have
   qint64 time_of_data_ = 0;
-  bool works_ = true;
+  bool can_read_ = true;   ///< whether the last read worked
+  bool can_write_ = true;  ///< whether the last write worked
   std::optional<bool> leads_;
   bool is_retaining_ = false;
   int changes_until_check_ = 0;

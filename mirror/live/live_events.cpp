@@ -6,8 +6,6 @@
 #include <numeric>
 #include <utility>
 
-#include "live/source_merge.h"
-
 namespace borvane::mirror {
 
 namespace {
@@ -268,18 +266,32 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
   // The double of an event at the edge may lie on its other side.
   const qint64 since = now - days * ms_of_day;
   constexpr qint64 edge = 60'000;
+  const MergedEvents merged = MergeSources(PresentSince(since - edge));
+
+  ShownIds ids;
+  std::vector<Event> shown = EventsOf(merged, since, ids);
+  const bool lists_all = kinds.contains("all");
+  for (Event &event : shown)
+    event.is_listed = lists_all || kinds.contains(event.kind.isEmpty() ? QString("earthquake") : event.kind);
+  return std::make_shared<const Catalogue>(std::move(shown), OtherIdsOf(ids));
+}
+
+/// The events of each source since then, the source of the highest rank first, without those that are gone.
+std::vector<std::vector<const Event *>> LiveEvents::PresentSince(qint64 since) const {
   std::vector<std::vector<const Event *>> sources;
   for (const int source : by_rank_) {
     std::vector<const Event *> &events = sources.emplace_back();
     for (const auto &[id, record] : known_[static_cast<std::size_t>(source)].records)
-      if (!record.is_gone && record.event.origin_time >= since - edge)
+      if (!record.is_gone && record.event.origin_time >= since)
         events.push_back(&record.event);
   }
+  return sources;
+}
 
-  const MergedEvents merged = MergeSources(std::move(sources));
-  const bool lists_all = kinds.contains("all");
+/// The merged events since then under the ids under which they are shown. These are noted in `ids`, for the doubles as
+/// well.
+std::vector<Event> LiveEvents::EventsOf(const MergedEvents &merged, qint64 since, ShownIds &ids) const {
   std::vector<Event> shown;
-  QHash<const Event *, QString> shown_ids;
   QSet<QString> taken;
   for (const Event *event : merged.shown) {
     if (event->origin_time < since)
@@ -288,22 +300,25 @@ std::shared_ptr<const Catalogue> LiveEvents::Shown(qint64 now, int days, const Q
     if (taken.contains(event->id))
       shown.back().id = IdBesideOthers(*event);
     taken.insert(shown.back().id);
-    shown_ids.insert(event, shown.back().id);
-    shown.back().is_listed = lists_all || kinds.contains(event->kind.isEmpty() ? QString("earthquake") : event->kind);
+    ids.insert(event, shown.back().id);
   }
   for (const auto &[other, event] : merged.doubles)
-    if (shown_ids.contains(event))
-      shown_ids.insert(other, shown_ids.value(event));
+    if (ids.contains(event))
+      ids.insert(other, ids.value(event));
+  return shown;
+}
 
+/// All ids under which the sources know the events that are shown under `ids`, those of the highest rank first.
+std::vector<OtherId> LiveEvents::OtherIdsOf(const ShownIds &ids) const {
   std::vector<OtherId> other_ids;
   for (const int source : by_rank_)
     for (const auto &[id, record] : known_[static_cast<std::size_t>(source)].records)
-      if (const auto found = std::as_const(shown_ids).find(&record.event); found != shown_ids.cend()) {
+      if (const auto found = ids.find(&record.event); found != ids.end()) {
         other_ids.push_back({.id = id, .event = *found});
         for (const QString &other : record.other_ids)
           other_ids.push_back({.id = other, .event = *found});
       }
-  return std::make_shared<const Catalogue>(std::move(shown), other_ids);
+  return other_ids;
 }
 
 /// The id of an event that is not the one which another source calls so: its source's name before its own.

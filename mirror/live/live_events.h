@@ -16,6 +16,7 @@
 #include "feeds/feed.h"
 #include "feeds/feed_reading.h"
 #include "live/event_record.h"
+#include "live/source_merge.h"
 
 namespace borvane::mirror {
 
@@ -71,6 +72,7 @@ class LiveEvents {
     std::map<qint64, qint64> few_since;
   };
   struct Taking;
+  using ShownIds = QHash<const Event *, QString>;  ///< under which id an event is shown, or the one that it is
 
   static QString FaultOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
   static QString LossOf(Known &known, const FeedSpan &span, const FeedReading &reading, qint64 now);
@@ -80,6 +82,9 @@ class LiveEvents {
   static const EventRecord *Put(Known &known, EventRecord record);
   void Prune(qint64 now);
   static void EraseIf(Known &known, const std::function<bool(const EventRecord &)> &is_out);
+  std::vector<std::vector<const Event *>> PresentSince(qint64 since) const;
+  std::vector<Event> EventsOf(const MergedEvents &merged, qint64 since, ShownIds &ids) const;
+  std::vector<OtherId> OtherIdsOf(const ShownIds &ids) const;
   QString IdBesideOthers(const Event &event) const;
   QString Shared(const QString &text);
 

@@ -13,7 +13,7 @@ namespace {
 constexpr qint64 most_milliseconds_apart = 30'000;
 constexpr double most_kilometres_apart = 100;
 constexpr double most_magnitudes_apart = 1.5 + 1e-9;  // 4.7 and 3.2 are more than 1.5 apart in binary
-constexpr std::size_t most_compared = 50;             // events with one: aftershocks come at ten in a minute
+constexpr std::size_t most_compared = 50;             // with one; a dense aftershock sequence has ten a minute
 constexpr double radius_of_the_earth = 6371;          // kilometres
 
 double KilometresBetween(const Event &a, const Event &b) {

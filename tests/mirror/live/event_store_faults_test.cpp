@@ -108,6 +108,22 @@ TEST_F(EventFileFaults, LoseNothingWhenTheFileIsRemoved) {
   EXPECT_EQ(events.Lines(), QStringList());
 }
 
+TEST_F(EventFileFaults, WriteManyEventsAgainInSeveralTransactions) {
+  EventsUnderTest events(address_);
+  events.Start();
+  std::vector<EventRecord> many;
+  for (int i = 0; i < 5'001; ++i)
+    many.push_back(Said(QString("ci%1").arg(i)));
+  events.Write(many);
+  RemoveFile();
+  events.Write({Said("after")});
+  EXPECT_TRUE(WaitFor([&] { return events.Replacements() == 1 && events.store().Unwritten() == 0; }));
+  EXPECT_EQ(Stored(), events.Records());
+  Database database(address_);
+  database.Open();
+  EXPECT_EQ(database.Row("select number from state").at(0).toInt(), 3);
+}
+
 TEST_F(EventFileFaults, LoseNothingWhenTheFileIsReplacedByAnotherMirrors) {
   EventsUnderTest events(address_);
   events.Start();

@@ -71,6 +71,19 @@ TEST_F(EventsOnPostgreSQL, AreSeenByTheMirrorsThatFollow) {
   EXPECT_EQ(follower->Lines(), QStringList());
 }
 
+TEST_F(EventsOnPostgreSQL, AreAllSeenAfterAClockThatWasAheadIsRight) {
+  const auto leader = Start(address_);
+  leader->Write({Said("early")}, start_of_test);
+  EventsUnderTest follower(address_);
+  follower.SetTime(start_of_test + 100 * one_day);
+  follower.Start();
+  leader->Write({Said("late")}, start_of_test + one_minute);
+  EXPECT_TRUE(WaitFor([&] { return follower.TimeOfData() == start_of_test + one_minute; }));
+  EXPECT_EQ(follower.Records().size(), 0U);
+  follower.SetTime(start_of_test + 2 * one_minute);
+  EXPECT_TRUE(WaitFor([&] { return follower.Knows(Said("early")) && follower.Knows(Said("late")); }));
+}
+
 TEST_F(EventsOnPostgreSQL, LiveBesideTheServicesTables) {
   server_.Execute(service_, "create schema borvane;\ncreate table borvane.event (x int);\n");
   const auto events = Start(address_);
@@ -96,6 +109,34 @@ TEST_F(EventsOnPostgreSQL, AreKeptWhileTheServerIsGoneAndWrittenWhenItIsBack) {
   EXPECT_TRUE(WaitFor([&] { return follower->Knows(Said("first")) && follower->Knows(Said("second")); }));
   EXPECT_TRUE(WaitFor([&] { return leader->Leads() != follower->Leads(); })) << "one of the two leads";
   EXPECT_EQ(leader->Lines().size(), 2);
+}
+
+TEST_F(EventsOnPostgreSQL, AreKnownNotToBeWrittenWhileTheOthersCanBeRead) {
+  const auto leader = Start(address_);
+  EXPECT_TRUE(Leads(leader));
+  const auto other = Start(address_);
+  server_.Execute(service_,
+                  "create function borvane_events.fail() returns trigger language plpgsql as $$ begin raise exception "
+                  "using errcode = 'disk_full', message = 'could not extend file'; end $$;\n"
+                  "create trigger full_disk before insert on borvane_events.event for each row "
+                  "when (new.place = 'too much') execute function borvane_events.fail();\n");
+  EventRecord too_much = Said("ci1");
+  too_much.event.place = "too much";
+  leader->WriteLater({too_much});
+  EXPECT_TRUE(WaitFor([&] { return !leader->store().Works(); }));
+  for (const char *id : {"ci2", "ci3", "ci4", "ci5"}) {
+    other->Write({Said(id)});
+    bool has_worked = false;
+    EXPECT_TRUE(WaitFor([&] {
+      has_worked = has_worked || leader->store().Works();
+      return leader->Knows(Said(id));
+    }));
+    EXPECT_FALSE(has_worked) << id;
+  }
+  EXPECT_TRUE(other->store().Works());
+  server_.Execute(service_, "drop trigger full_disk on borvane_events.event;\n");
+  EXPECT_TRUE(leader->store().WaitUntilWritten(60'000));
+  EXPECT_TRUE(leader->store().Works());
 }
 
 TEST_F(EventsOnPostgreSQL, AreAskedForByAMirrorThatFindsNoServer) {

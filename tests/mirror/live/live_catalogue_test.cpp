@@ -141,6 +141,16 @@ TEST_F(LiveCatalogueTest, ServesAgainWhatAClockThatWasAheadHasHidden) {
   EXPECT_TRUE(WaitFor([this] { return Ids() == "ci1"; }));
 }
 
+TEST_F(LiveCatalogueTest, ServesWhatAClockThatWasAheadAtTheStartHasHidden) {
+  live_->Take(week_, ReadingOf({Given("ci1")}));
+  EXPECT_TRUE(live_->Finish(60'000));
+  now_ += 100 * one_day;
+  Restart();
+  EXPECT_EQ(Ids(), "");
+  now_ = start_of_test + one_minute;
+  EXPECT_TRUE(WaitFor([this] { return Ids() == "ci1"; }));
+}
+
 TEST_F(LiveCatalogueTest, BelievesNoTimeOfTheFutureThatTheStoreHas) {
   now_ = start_of_test + 21 * one_day;
   live_->Take(centre_, ReadingOf({Given("gfz1", 0, 2)}, 0));
