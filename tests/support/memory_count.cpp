@@ -17,6 +17,9 @@ void *operator new(std::size_t size) {
   throw std::bad_alloc();
 }
 
+// The sanitizer's own form for arrays does not call the one above.
+void *operator new[](std::size_t size) { return operator new(size); }
+
 void *operator new(std::size_t size, const std::nothrow_t & /*never_throws*/) noexcept {
   ++allocations;
   return std::malloc(size);
@@ -24,6 +27,8 @@ void *operator new(std::size_t size, const std::nothrow_t & /*never_throws*/) no
 
 void operator delete(void *memory) noexcept { std::free(memory); }
 void operator delete(void *memory, std::size_t /*size*/) noexcept { std::free(memory); }
+void operator delete[](void *memory) noexcept { std::free(memory); }
+void operator delete[](void *memory, std::size_t /*size*/) noexcept { std::free(memory); }
 
 namespace borvane {
 
