@@ -34,7 +34,7 @@ StoreAddress EventStoreAddress(const StoreAddress &service);
 /// SQLite file every mirror leads.
 class EventStore final : public QObject {
  public:
-  /// What the store tells its owner, in the owner's thread.
+  /// What the store reports to its owner, in the owner's thread.
   struct Callbacks {
     /// What was read: at the start, once, even when the store has nothing, and then what another mirror has written.
     /// What is not yet written here is not among it. `time_of_data` is the time of the newest feed among it, 0 if there

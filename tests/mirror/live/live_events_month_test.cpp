@@ -36,8 +36,8 @@ class World {
       Revise(survey_[Place()], now);
     if (survey_.size() > 10 && OneIn(60))
       Delete(now);
-    while (!told_.empty() && told_.front().until < now)
-      told_.pop_front();
+    while (!withdrawn_.empty() && withdrawn_.front().until < now)
+      withdrawn_.pop_front();
     while (!survey_.empty() && survey_.front().event.origin_time < now - 7 * one_day)
       survey_.pop_front();
     while (centre_.size() > 50)
@@ -48,8 +48,8 @@ class World {
   FeedReading NewestEvents(qint64 now) const {
     const std::size_t count = std::min<std::size_t>(survey_.size(), 200);
     std::vector<FeedEvent> events(survey_.end() - static_cast<std::ptrdiff_t>(count), survey_.end());
-    for (const Told &told : told_)
-      events.push_back(told.event);
+    for (const Withdrawn &withdrawn : withdrawn_)
+      events.push_back(withdrawn.event);
     return ReadingOf(std::move(events), now);
   }
   FeedReading WholeWeekOfEvents(qint64 now) const {
@@ -59,7 +59,7 @@ class World {
   FeedReading EventsOfTheCentre() const { return ReadingOf(std::vector<FeedEvent>(centre_.begin(), centre_.end()), 0); }
 
  private:
-  struct Told {
+  struct Withdrawn {
     FeedEvent event;
     qint64 until;
   };
@@ -73,8 +73,8 @@ class World {
   void Delete(qint64 now) {
     const auto event = survey_.begin() + static_cast<std::ptrdiff_t>(Place());
     if (OneIn(2)) {
-      told_.push_back({.event = *event, .until = now + 10 * one_minute});
-      told_.back().event.deleted = true;
+      withdrawn_.push_back({.event = *event, .until = now + 10 * one_minute});
+      withdrawn_.back().event.deleted = true;
     }
     survey_.erase(event);
   }
@@ -116,7 +116,7 @@ class World {
   std::mt19937 random_{1};
   std::deque<FeedEvent> survey_;  ///< in the order of their origin times
   std::deque<FeedEvent> centre_;
-  std::deque<Told> told_;
+  std::deque<Withdrawn> withdrawn_;
   int count_ = 0;
 };
 

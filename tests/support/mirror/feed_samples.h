@@ -33,7 +33,7 @@ inline FeedEvent Given(const QString &id, qint64 updated = start_of_test - 30 * 
   return given;
 }
 
-/// The same with a magnitude that tells it from others.
+/// The same with a magnitude by which it is recognised.
 inline FeedEvent Given(const QString &id, qint64 updated, double magnitude) {
   FeedEvent given = Given(id, updated);
   given.event.magnitude = magnitude;
