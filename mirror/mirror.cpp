@@ -38,7 +38,7 @@ QString AlreadyServed(const QString &place, const QString &version) {
 /// The server's limits, with no more connections than this process may have files open. The system gives no answer to
 /// one more, and nothing else could be opened, the catalogue among it.
 Limits LimitsOfThisProcess() {
-  constexpr int other_files = 30;
+  constexpr int other_files = 30 + RepeatedBodies::most;
   constexpr int fewest_connections = 10;
   Limits limits;
   const int files = AllowOpenFiles(limits.connections + limits.refusals + other_files);

@@ -141,6 +141,7 @@ void Connection::Give(const Answer &answer, Afterwards afterwards) {
   } else {
     body_ = body;
     shared_.bodies.Add(body_);
+    file_ = shared_.repeated_bodies.FileOf(body_);
   }
   sent_ = 0;
   afterwards_ = afterwards;
@@ -149,16 +150,30 @@ void Connection::Give(const Answer &answer, Afterwards afterwards) {
 }
 
 void Connection::SendOn() {
-  if (state_ == State::Sending && SendFrom(head_, 0) && SendFrom(body_, head_.size()))
+  if (state_ == State::Sending && SendHead() && SendBody())
     OnSent();
 }
 
-/// Sends what is left of the bytes that begin at `start` of the answer; whether that was all of them.
-bool Connection::SendFrom(const QByteArray &bytes, qsizetype start) {
-  const qsizetype from = sent_ - start;
-  if (from >= bytes.size())
+/// Sends what is left of the head; whether that was all of it.
+bool Connection::SendHead() {
+  if (sent_ >= head_.size())
     return true;
-  const qsizetype count = socket_.Send(QByteArrayView(bytes).sliced(from));
+  const QByteArrayView rest = QByteArrayView(head_).sliced(sent_);
+  return OnSome(socket_.Send(rest, HasUnsentBody()), rest.size());
+}
+
+/// Sends what is left of the body; whether that was all of it.
+bool Connection::SendBody() {
+  const qsizetype from = sent_ - head_.size();
+  const qsizetype left = body_.size() - from;
+  if (left == 0)
+    return true;
+  return OnSome(file_ ? socket_.SendFile(*file_, from, left) : socket_.Send(QByteArrayView(body_).sliced(from)), left);
+}
+
+/// Notes that `count` bytes of those that were left have been sent, or that the connection is broken. Returns whether
+/// they were all.
+bool Connection::OnSome(qsizetype count, qsizetype left) {
   if (count < 0) {
     Abort();
     return false;
@@ -166,10 +181,9 @@ bool Connection::SendFrom(const QByteArray &bytes, qsizetype start) {
   sent_ += count;
   if (count > 0)
     RestartTime();
-  const bool is_whole = from + count == bytes.size();
-  if (!is_whole)
+  if (count < left)
     socket_.WatchSending(true);
-  return is_whole;
+  return count == left;
 }
 
 void Connection::OnSent() {
@@ -192,6 +206,7 @@ void Connection::DropBody() {
   if (HasUnsentBody())
     shared_.bodies.Remove(body_);
   body_.clear();
+  file_.reset();
 }
 
 void Connection::Close() {

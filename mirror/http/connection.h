@@ -5,6 +5,7 @@
 
 #include "http/handler.h"
 #include "http/limits.h"
+#include "http/repeated_bodies.h"
 #include "http/socket.h"
 #include "http/traffic.h"
 #include "http/unsent_bodies.h"
@@ -20,6 +21,7 @@ class Connection : public QObject {
     const Limits &limits;
     Handler &handler;
     UnsentBodies &bodies;
+    RepeatedBodies &repeated_bodies;
     Traffic &traffic;
   };
 
@@ -60,7 +62,9 @@ class Connection : public QObject {
   void Refuse(int status);
   void Give(const Answer &answer, Afterwards afterwards);
   void SendOn();
-  bool SendFrom(const QByteArray &bytes, qsizetype start);
+  bool SendHead();
+  bool SendBody();
+  bool OnSome(qsizetype count, qsizetype left);
   void OnSent();
   void DropBody();
   void Close();
@@ -79,7 +83,8 @@ class Connection : public QObject {
 
   QByteArray head_;  ///< of the answer that is being sent, with the body when that is short
   QByteArray body_;
-  qsizetype sent_ = 0;  ///< bytes of head and body
+  std::shared_ptr<const MemoryFile> file_;  ///< with the bytes of the body; null when it is sent from where it is
+  qsizetype sent_ = 0;                      ///< bytes of head and body
   Afterwards afterwards_ = Afterwards::KeepAlive;
 
   State state_ = State::Idle;

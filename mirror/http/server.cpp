@@ -44,7 +44,8 @@ void Server::Take(qintptr descriptor) {
     CloseDescriptor(descriptor);
     return;
   }
-  auto *connection = new Connection(descriptor, address, {limits_, handler_, bodies_, traffic_}, this);
+  auto *connection =
+      new Connection(descriptor, address, {limits_, handler_, bodies_, repeated_bodies_, traffic_}, this);
   connections_.insert(connection, {client, is_refused});
   connect(connection, &QObject::destroyed, this, [this, connection] { Forget(connection); });
   if (is_refused) {

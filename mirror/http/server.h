@@ -47,6 +47,7 @@ class Server : public QObject {
   const Limits limits_;
   Handler &handler_;
   UnsentBodies bodies_;
+  RepeatedBodies repeated_bodies_;
   Traffic traffic_;
   std::vector<std::unique_ptr<Listener>> listeners_;
   QHash<Connection *, Place> connections_;

@@ -9,6 +9,10 @@
 #else
 #include <cerrno>
 
+#ifdef Q_OS_LINUX
+#include <sys/sendfile.h>
+#endif
+
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -28,6 +32,7 @@ using Handle = SOCKET;
 using Length = int;
 constexpr int end_sending = SD_SEND;
 constexpr int no_signal = 0;
+constexpr int more = 0;
 
 bool IsBlocked() { return ::WSAGetLastError() == WSAEWOULDBLOCK; }
 bool IsGone() { return ::WSAGetLastError() == WSAECONNRESET; }
@@ -43,6 +48,11 @@ bool MakeNonBlocking(Handle handle) {
 using Handle = int;
 using Length = std::size_t;
 constexpr int end_sending = SHUT_WR;
+#ifdef MSG_MORE
+constexpr int more = MSG_MORE;
+#else
+constexpr int more = 0;
+#endif
 #ifdef MSG_NOSIGNAL
 constexpr int no_signal = MSG_NOSIGNAL;
 #else
@@ -94,12 +104,30 @@ Received Socket::Receive(QByteArray &bytes) {
   return Received::Bytes;
 }
 
-qsizetype Socket::Send(QByteArrayView bytes) {
-  const auto count = ::send(HandleOf(descriptor_), bytes.data(), static_cast<Length>(bytes.size()), no_signal);
+qsizetype Socket::Send(QByteArrayView bytes, bool more_follows) {
+  const auto count = ::send(HandleOf(descriptor_), bytes.data(), static_cast<Length>(bytes.size()),
+                            no_signal | (more_follows ? more : 0));
   if (count < 0)
     return IsBlocked() ? 0 : -1;
   return static_cast<qsizetype>(count);
 }
+
+#ifdef Q_OS_LINUX
+
+qsizetype Socket::SendFile(const MemoryFile &file, qsizetype from, qsizetype size) {
+  off_t offset = from;
+  const auto count = ::sendfile(HandleOf(descriptor_), file.descriptor(), &offset, static_cast<std::size_t>(size));
+  if (count < 0)
+    return IsBlocked() ? 0 : -1;
+  return count;
+}
+
+#else
+
+// There is no such file.
+qsizetype Socket::SendFile(const MemoryFile & /*file*/, qsizetype /*from*/, qsizetype /*size*/) { return -1; }
+
+#endif
 
 void Socket::EndSending() { ::shutdown(HandleOf(descriptor_), end_sending); }
 

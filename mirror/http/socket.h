@@ -5,6 +5,8 @@
 #include <QSocketNotifier>
 #include <functional>
 
+#include "http/memory_file.h"
+
 namespace borvane::mirror {
 
 /// What an attempt to receive came to.
@@ -33,8 +35,11 @@ class Socket {
   Received Receive(QByteArray &bytes);
 
   /// Sends from the start of `bytes` what there is room for. Gives how many bytes that were; -1 when the connection is
-  /// broken.
-  qsizetype Send(QByteArrayView bytes);
+  /// broken. With `more_follows` the system may wait for what comes next, to send both in one packet.
+  qsizetype Send(QByteArrayView bytes, bool more_follows = false);
+
+  /// The same with `size` bytes of the file from the byte `from` on.
+  qsizetype SendFile(const MemoryFile &file, qsizetype from, qsizetype size);
 
   /// Ends the sending side: the client receives the end after what was sent before.
   void EndSending();

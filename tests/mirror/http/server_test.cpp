@@ -35,6 +35,25 @@ TEST(Server, AnswersManyRequestsOnOneConnection) {
   }
 }
 
+TEST(Server, SendsTheSameLongBodyToSeveralClientsAgainAndAgain) {
+  const EchoServer server;
+  Client client(server.Port());
+  Client other(server.Port());
+  Client slow(server.Port());
+  slow.socket().setReadBufferSize(1);
+  slow.Send(QByteArray("GET /page HTTP/1.1\r\n\r\n").repeated(3));
+  for (int i = 0; i < 5; ++i)
+    for (Client *each : {&client, &other}) {
+      each->Send("GET /page HTTP/1.1\r\n\r\nHEAD /page HTTP/1.1\r\n\r\nGET /1 HTTP/1.1\r\n\r\n");
+      EXPECT_EQ(each->Read().value().body, EchoHandler::Page());
+      EXPECT_EQ(each->Read(false).value().headers["content-length"], "1000000");
+      EXPECT_EQ(each->Read().value().body, "GET /1");
+    }
+  slow.socket().setReadBufferSize(0);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(slow.Read().value().body, EchoHandler::Page());
+}
+
 TEST(Server, AnswersTwoRequestsOfOnePacketInTheirOrder) {
   const EchoServer server;
   Client client(server.Port());

@@ -7,7 +7,7 @@
 namespace borvane::mirror {
 
 /// Answers with the request's method and target; "/big" with ten million bytes of its own, "/shared" with as many that
-/// all such answers share. A refusal repeats the target.
+/// all such answers share, "/page" with a million that they share. A refusal repeats the target.
 class EchoHandler : public Handler {
  public:
   bool Serves(const QByteArray & /*target*/, const QByteArray & /*host*/) const override { return true; }
@@ -21,6 +21,8 @@ class EchoHandler : public Handler {
       first_big_ = answer.body;
     if (request.target == "/shared")
       answer.body = shared_;
+    if (request.target == "/page")
+      answer.body = Page();
     reply(answer);
   }
 
@@ -31,6 +33,17 @@ class EchoHandler : public Handler {
   }
 
   int Requests() const { return requests_; }
+
+  /// The body of "/page". No two parts of it are alike.
+  static const QByteArray &Page() {
+    static const QByteArray page = [] {
+      QByteArray text;
+      for (int i = 0; i < 100'000; ++i)
+        text += QByteArray::number(i).rightJustified(9, '0') + '\n';
+      return text;
+    }();
+    return page;
+  }
 
   /// Whether a connection still holds the first answer to "/big".
   bool IsFirstBigHeld() const { return !first_big_.isDetached(); }
