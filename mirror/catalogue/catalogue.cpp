@@ -7,6 +7,7 @@ namespace borvane::mirror {
 
 Catalogue::Catalogue(std::vector<Event> events, const std::vector<OtherId> &other_ids) : events_(std::move(events)) {
   QSet<QString> seen;
+  seen.reserve(std::ssize(events_));
   std::erase_if(events_, [&](const Event &event) {
     const qsizetype before = seen.size();
     seen.insert(event.id);
@@ -14,6 +15,7 @@ Catalogue::Catalogue(std::vector<Event> events, const std::vector<OtherId> &othe
   });
   std::stable_sort(events_.begin(), events_.end(),
                    [](const Event &a, const Event &b) { return a.origin_time > b.origin_time; });
+  places_.reserve(std::ssize(events_) + std::ssize(other_ids));
   for (std::size_t i = 0; i < events_.size(); ++i)
     places_.insert(events_[i].id, i);
   for (const auto &[id, event] : other_ids)

@@ -292,7 +292,10 @@ std::vector<std::vector<const Event *>> LiveEvents::PresentSince(qint64 since) c
 /// well.
 std::vector<Event> LiveEvents::EventsOf(const MergedEvents &merged, qint64 since, ShownIds &ids) const {
   std::vector<Event> shown;
+  shown.reserve(merged.shown.size());
+  ids.reserve(std::ssize(merged.shown) + std::ssize(merged.doubles));
   QSet<QString> taken;
+  taken.reserve(std::ssize(merged.shown));
   for (const Event *event : merged.shown) {
     if (event->origin_time < since)
       continue;
@@ -311,6 +314,7 @@ std::vector<Event> LiveEvents::EventsOf(const MergedEvents &merged, qint64 since
 /// All ids under which the sources know the events that are shown under `ids`, those of the highest rank first.
 std::vector<OtherId> LiveEvents::OtherIdsOf(const ShownIds &ids) const {
   std::vector<OtherId> other_ids;
+  other_ids.reserve(2 * static_cast<std::size_t>(ids.size()));
   for (const int source : by_rank_)
     for (const auto &[id, record] : known_[static_cast<std::size_t>(source)].records)
       if (const auto found = ids.find(&record.event); found != ids.end()) {

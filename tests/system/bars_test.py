@@ -47,9 +47,7 @@ class BarsTest(SystemTest):
         """Opens the menu of a bar, by its key if nothing else is given, and chooses an entry with the keyboard."""
         entries = ENTRIES[next(title for title in ENTRIES if self.number_of(title) == window)]
         self.desk.activate(window)
-        before = self.desk.shown_windows(self.monitor.program)
-        open_menu() if open_menu else self.desk.press("Menu")
-        self.wait_until("the menu", lambda: self.desk.shown_windows(self.monitor.program) - before)
+        self.desk.open_menu(self.monitor.program, open_menu or (lambda: self.desk.press("Menu")))
         self.desk.press(*["Down"] * (entries.index(entry) + 1), "Return")
 
     def wait_for_the_window(self):

@@ -180,6 +180,24 @@ class Desk:
         """The numbers of the program's windows on the screen, also of those without a title, as a menu is."""
         return set(self.x("xdotool", "search", "--onlyvisible", "--all", "--pid", str(program.pid), "--class", ".").split())
 
+    def is_tool_tip(self, number):
+        """Whether the window is a tool tip, which may appear at any time and has no title, as a menu has none."""
+        return "_TOOLTIP" in self.x("xprop", "-id", number, "_NET_WM_WINDOW_TYPE")
+
+    def open_menu(self, program, action):
+        """Returns the number of the menu that opens when `action` is done."""
+        def menu():
+            return next((number for number in self.shown_windows(program) - before if not self.is_tool_tip(number)), None)
+        before = self.shown_windows(program)
+        action()
+        return wait_for("the menu", menu)
+
+    def click_entry(self, menu, place, count):
+        """Clicks the entry at that place, from 1, of a menu with `count` entries and no line between them."""
+        lines = self.x("xdotool", "getwindowgeometry", "--shell", menu).splitlines()
+        x, y, width, height = (int(line.partition("=")[2]) for line in lines if re.match("X=|Y=|WIDTH=|HEIGHT=", line))
+        self.click_at(x + width // 2, y + height * (2 * place - 1) // (2 * count))
+
     def stacking(self):
         """The numbers of the windows of all programs, the lowest first."""
         listed = self.x("xprop", "-root", "_NET_CLIENT_LIST_STACKING")

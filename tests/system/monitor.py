@@ -93,9 +93,7 @@ class Monitor:
 
     def open_menu(self, action):
         """Returns the number of the menu that opens when `action` is done."""
-        before = self.shown_windows()
-        action()
-        return wait_for("the menu", lambda: self.shown_windows() - before).pop()
+        return self.desk.open_menu(self.program, action)
 
     def press_in_menu(self, menu, *keys):
         """Presses keys, the last of which closes the menu."""

@@ -55,11 +55,9 @@ class TrayIcon(TrayTest):
         self.desk.click_at(*self.wait_until("the icon", self.icon), button)
 
     def choose(self, place):
-        """Opens the icon's menu and chooses the entry at that place, from 1, with the keyboard."""
-        before = self.desk.shown_windows(self.monitor.program)
-        self.click_icon(button=3)
-        self.wait_until("the menu", lambda: self.desk.shown_windows(self.monitor.program) - before)
-        self.desk.press(*["Down"] * place, "Return")
+        """Opens the icon's menu and clicks the entry at that place, from 1."""
+        menu = self.desk.open_menu(self.monitor.program, lambda: self.click_icon(button=3))
+        self.desk.click_entry(menu, place, 2)
 
     def cover(self):
         """Opens a window of another program and returns its number; it has the keyboard."""
