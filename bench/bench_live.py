@@ -1,6 +1,6 @@
 """How fast the mirror serves a page while it takes up a feed that changes each second, compared with nginx, which serves the same bytes
-as a file while another mirror takes up the same feed; how long an event of the feed takes to its row; and how 10,000 monitors that ask
-as monitors do get on.
+as a file while another mirror takes up the same feed; how long an event of the feed takes to its row; what memory 10,000 events take;
+when a mirror with a year of events in its store has sent its first page; and how 10,000 monitors that ask as monitors do get on.
 
 The feed has 2,000 events of a week, of which 1,000 are on the page. For the time to the row the mirror has 20,000 in its store, of
 which 10,000 are on the page.
@@ -12,12 +12,15 @@ import asyncio
 import contextlib
 import os
 import pathlib
+import re
+import sqlite3
 import statistics
 import subprocess
 import sys
 import tempfile
 import threading
 import time
+import urllib.error
 
 from bench_mirror import HOST, NGINX, NO_PROXY_THERE, OFFLINE, PATH, free_port, get, requests_a_second, wait_for
 
@@ -26,6 +29,8 @@ from feed_server import FeedServer, event  # noqa: E402
 
 EVENTS = 2000
 EVENTS_IN_THE_STORE = 20_000
+EVENTS_IN_MEMORY = 10_000
+EVENTS_OF_A_YEAR = 250_000
 MONITORS = 10_000
 PERIOD = 490  # seconds from one refresh of a monitor to the next
 ADDRESSES = 20  # from which they ask
@@ -147,6 +152,64 @@ def time_to_the_row(build, folder, rounds):
     print(f"a new event is on its page after {statistics.median(times) * 1000:.0f} ms (at most {max(times) * 1000:.0f})")
 
 
+def private_kilobytes(process):
+    """The memory that the process shares with no other."""
+    lines = pathlib.Path(f"/proc/{process.pid}/smaps_rollup").read_text().splitlines()
+    return sum(int(line.split()[1]) for line in lines if line.startswith("Private_"))
+
+
+def memory_with(build, folder, events):
+    """The private memory of a mirror that has served every page of its index with these events."""
+    with FeedServer(events) as feed, live_mirror(build, folder, feed, "1min") as (mirror, port):
+        for address in re.findall(r'href="http://([a-z]+\.localhost):\d+(/[^"]*)"', get(port, "/").decode("windows-1252")):
+            with contextlib.suppress(urllib.error.HTTPError):
+                get(port, address[1], address[0])
+        time.sleep(1)
+        return private_kilobytes(mirror)
+
+
+def compare_memory(build, folder):
+    empty = memory_with(build, folder / "empty", [])
+    full = memory_with(build, folder / "full", feed_events(EVENTS_IN_MEMORY, 0.9))
+    print(f"{EVENTS_IN_MEMORY} events: {full / 1024:.1f} MB of private memory, {(full - empty) / 1024:.1f} MB more than without events")
+
+
+def fill_store(file, count):
+    """Adds the events of the last year to the store that a mirror has created."""
+    now = int(time.time() * 1000)
+    step = 365 * 86_400_000 // count
+    rows = [(b"Bench", f"yy{number}".encode(), b"", now - number * step, now, now, 0, 34 + number % 70 / 400, -118 + number % 100 / 400,
+             11.6, 1 + number % 40 / 10, f"{number % 60} km SSW of Ridgecrest, CA".encode(), b"yy", b"earthquake", 1)
+            for number in range(count)]
+    with contextlib.closing(sqlite3.connect(file)) as store, store:
+        store.executemany(f"insert into event (source, id, other_ids, origin_time, updated, seen, gone, latitude, longitude, depth, "
+                          f"magnitude, place, network, kind, changed) values ({', '.join('?' * len(rows[0]))})", rows)
+        store.execute("update state set number = 1, time_of_data = ?", (now,))
+
+
+def time_to_the_first_page(build, folder, count, rounds):
+    """From the start of the mirror to the end of its first page, which has the last week of its store."""
+    with FeedServer([]) as feed, live_mirror(build, folder, feed):
+        pass
+    fill_store(folder / "service-events.sqlite", count)
+    port = int(re.search(r":(\d+)\"\n\[\[source", (folder / "mirror.toml").read_text())[1])
+    times = []
+    for _ in range(rounds):
+        begin = time.monotonic()
+        with program(build / "bin/borvane-mirror", "--config", folder / "mirror.toml"):
+            while True:
+                try:
+                    page = get(port)
+                    break
+                except urllib.error.URLError:
+                    time.sleep(0.001)
+            times.append(time.monotonic() - begin)
+        if page.count(b"/Quakes/yy") < count * 7 // 366:
+            raise SystemExit(f"the first page has {page.count(b'/Quakes/yy')} events of the store")
+    print(f"with {count} events in the store the first page is sent {statistics.median(times) * 1000:.0f} ms after the start "
+          f"(at most {max(times) * 1000:.0f})")
+
+
 async def monitor(port, number, seconds, results):
     """One monitor: a request at a moment of its own, then another each period."""
     address = f"127.0.0.{2 + number % ADDRESSES}"
@@ -195,6 +258,8 @@ def main():
         folder.chmod(0o755)  # nginx started by root runs its workers as another user
         compare_with_nginx(build, folder, *((1, 1) if once else (3, 5)))
         time_to_the_row(build, folder, 1 if once else 10)
+        compare_memory(build, folder)
+        time_to_the_first_page(build, folder / "year", EVENTS_OF_A_YEAR, 1 if once else 10)
         # A tenth of the monitors in a tenth of the period asks as often as all in the whole.
         serve_monitors(build, folder, MONITORS // 100 if once else MONITORS, PERIOD / 100 if once else PERIOD)
 

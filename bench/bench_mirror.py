@@ -72,8 +72,8 @@ def wait_for(port):
     raise SystemExit(f"nothing listens on port {port}")
 
 
-def get(port):
-    request = urllib.request.Request(f"http://127.0.0.1:{port}{PATH}", headers={"Host": HOST})
+def get(port, path=PATH, host=HOST):
+    request = urllib.request.Request(f"http://127.0.0.1:{port}{path}", headers={"Host": host})
     with urllib.request.urlopen(request, timeout=10) as answer:
         return answer.read()
 

@@ -17,8 +17,9 @@ namespace borvane::mirror {
 
 namespace {
 
-/// How long the start waits for the events of the store: a page that comes later than this looks late.
-constexpr int store_patience_ms = 200;
+/// How long the first page waits for the events of the store. Who gets the sample instead, because the disk is slow, has
+/// it until the next refresh.
+constexpr int store_patience_ms = 1'000;
 
 /// How long the end waits for the store.
 constexpr int end_patience_ms = 2'000;

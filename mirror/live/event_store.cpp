@@ -1,7 +1,10 @@
 #include "live/event_store.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QThread>
 #include <algorithm>
 #include <map>
 #include <set>
@@ -360,7 +363,10 @@ void EventStore::Lead(bool leads) {
 }
 
 bool EventStore::WaitUntilRead(int milliseconds) const {
-  return RunUntil([this] { return is_read_; }, milliseconds);
+  // The thread's results are posted. Sockets wait: a page that is asked for meanwhile is to have the events.
+  for (const QDeadlineTimer deadline(milliseconds); !is_read_ && !deadline.hasExpired(); QThread::msleep(1))
+    QCoreApplication::sendPostedEvents();
+  return is_read_;
 }
 
 bool EventStore::WaitUntilWritten(int milliseconds) const {
