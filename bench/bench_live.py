@@ -29,6 +29,7 @@ from feed_server import FeedServer, event  # noqa: E402
 
 EVENTS = 2000
 EVENTS_IN_THE_STORE = 20_000
+EVENTS_OF_AN_HOUR = 200
 EVENTS_IN_MEMORY = 10_000
 EVENTS_OF_A_YEAR = 250_000
 MONITORS = 10_000
@@ -141,8 +142,8 @@ def time_to_the_row(build, folder, rounds):
     events = feed_events(EVENTS_IN_THE_STORE, 0.4)
     with FeedServer(events) as feed, live_mirror(build, folder / "row", feed, span="recent") as (_, port):
         for number in range(len(events), len(events) + rounds):
-            # The mirror keeps the others: from then on the feed is as short as one of the last hours.
-            feed.events = [event(number, 3.3, "9 km N of Newtown, CA", 0), *events[:EVENTS - number % EVENTS]]
+            # The mirror keeps the others: from then on the feed is as short as one of the last hours, each time by one event longer.
+            feed.events = [event(number, 3.3, "9 km N of Newtown, CA", 0), *events[:EVENTS_OF_AN_HOUR + number % len(events)]]
             while f"tt{number}.html".encode() not in get(port):
                 pass
             seen = time.monotonic()

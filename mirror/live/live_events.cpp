@@ -288,37 +288,43 @@ std::vector<std::vector<const Event *>> LiveEvents::PresentSince(qint64 since) c
   return sources;
 }
 
-/// The merged events since then under the ids under which they are shown. These are noted in `ids`, for the doubles as
-/// well.
+/// The merged events since then under the ids under which they are shown, newest first. These are noted in `ids`, for
+/// the doubles as well.
 std::vector<Event> LiveEvents::EventsOf(const MergedEvents &merged, qint64 since, ShownIds &ids) const {
-  std::vector<Event> shown;
-  shown.reserve(merged.shown.size());
+  std::vector<std::pair<const Event *, QString>> named;
+  named.reserve(merged.shown.size());
   ids.reserve(std::ssize(merged.shown) + std::ssize(merged.doubles));
   QSet<QString> taken;
-  taken.reserve(std::ssize(merged.shown));
   for (const Event *event : merged.shown) {
     if (event->origin_time < since)
       continue;
-    shown.push_back(*event);
-    if (taken.contains(event->id))
-      shown.back().id = IdBesideOthers(*event);
-    taken.insert(shown.back().id);
-    ids.insert(event, shown.back().id);
+    const auto &[shown, id] = named.emplace_back(event, taken.contains(event->id) ? IdBesideOthers(*event) : event->id);
+    ids.insert(shown, id);
+    // Of one source no two events have the same id.
+    if (known_.size() > 1)
+      taken.insert(id);
   }
   for (const auto &[other, event] : merged.doubles)
     if (ids.contains(event))
       ids.insert(other, ids.value(event));
+
+  std::stable_sort(named.begin(), named.end(),
+                   [](const auto &a, const auto &b) { return a.first->origin_time > b.first->origin_time; });
+  std::vector<Event> shown;
+  shown.reserve(named.size());
+  for (const auto &[event, id] : named)
+    shown.emplace_back(*event).id = id;
   return shown;
 }
 
 /// All ids under which the sources know the events that are shown under `ids`, those of the highest rank first.
 std::vector<OtherId> LiveEvents::OtherIdsOf(const ShownIds &ids) const {
   std::vector<OtherId> other_ids;
-  other_ids.reserve(2 * static_cast<std::size_t>(ids.size()));
   for (const int source : by_rank_)
     for (const auto &[id, record] : known_[static_cast<std::size_t>(source)].records)
       if (const auto found = ids.find(&record.event); found != ids.end()) {
-        other_ids.push_back({.id = id, .event = *found});
+        if (id != *found)
+          other_ids.push_back({.id = id, .event = *found});
         for (const QString &other : record.other_ids)
           other_ids.push_back({.id = other, .event = *found});
       }
