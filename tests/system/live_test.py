@@ -4,14 +4,12 @@ import os
 import signal
 import unittest
 import unittest.mock
-import urllib.error
-import urllib.request
 
 from feed_server import FeedServer, event
+from feeding import PATH, read_page, write_configuration
 from system_test import SystemTest
 
 AREA = "Los Angeles"
-PATH = "/recenteqs/Maps/Los_Angeles.html"
 
 
 class Live(SystemTest):
@@ -29,24 +27,15 @@ class Live(SystemTest):
         self.feed.__exit__()
 
     def configure(self, *lines):
-        """The file of a mirror that asks the feed each second, with a store of its own."""
-        file = self.folder / "mirror.toml"
-        file.write_text("\n".join([f'store = "{self.folder / "service.sqlite"}"', *lines, '[[source]]', 'name = "Test"',
-                                   'credit = "Network of the tests"', '[[source.feed]]', f'url = "{self.feed.address}"',
-                                   'period = "1s"', 'span = "7d"', ""]), encoding="utf-8")
-        return file
+        """The file of a mirror that asks the feed, with a store of its own."""
+        return write_configuration(self.folder / "mirror.toml", self.feed, self.folder / "service.sqlite", *lines)
 
     def start_live_mirror(self, *lines):
         self.port = self.start_mirror("--config", self.configure(*lines))
         return self.desk.programs[-1]
 
     def page(self, path=PATH):
-        request = urllib.request.Request(f"http://127.0.0.1:{self.port}{path}", headers={"Host": "southern.localhost"})
-        try:
-            with urllib.request.urlopen(request, timeout=60) as answer:
-                return answer.read().decode("windows-1252")
-        except urllib.error.HTTPError as refusal:
-            return refusal.read().decode()
+        return read_page(self.port, path)
 
     def wait_for_page(self, *texts):
         return self.wait_until(f"{texts} on the page", lambda: all(text in (page := self.page()) for text in texts) and page)

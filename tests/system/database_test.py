@@ -1,0 +1,92 @@
+#!/usr/bin/env python3
+"""Mirrors that keep the events at a database server: several of them share it."""
+import signal
+import time
+import unittest
+
+from feed_server import FeedServer, event
+from feeding import PATH, read_page, write_configuration
+from postgresql import Postgresql
+from system_test import SystemTest
+
+FIRST, SECOND = 0, 1
+
+
+class DatabaseTest(SystemTest):
+    def setUp(self):
+        super().setUp()
+        self.database = self.enterContext(Postgresql("fsync=off"))
+        # One feed, at an address for each mirror: so it is seen who asks.
+        events = [event(1, 2.1, "4 km W of Sometown, CA", 30)]
+        self.feeds = [self.enterContext(FeedServer(events)) for _ in (FIRST, SECOND)]
+        self.ports = {}
+
+    def run_one(self, number, store=None):
+        """Starts a mirror and returns its process."""
+        file = write_configuration(self.folder / f"{number}.toml", self.feeds[number], store or self.database.address)
+        self.ports[number] = self.run_mirror("--config", file)
+        return self.desk.programs[-1]
+
+    def start(self, number, store=None):
+        """Starts a mirror, waits until it serves the feed's events, and returns its process."""
+        mirror = self.run_one(number, store)
+        self.wait_for_page(number, "Sometown")
+        return mirror
+
+    def page(self, number, path=PATH, host="southern.localhost"):
+        return read_page(self.ports[number], path, host)
+
+    def wait_for_page(self, number, text, path=PATH):
+        self.wait_until(f"{text} on the page {path} of mirror {number}", lambda: text in self.page(number, path))
+
+    def publish(self, number, place):
+        """Puts an event into the feed."""
+        events = [event(number, 3.3, f"9 km N of {place}, CA", 1), *self.feeds[FIRST].events]
+        for feed in self.feeds:
+            feed.events = events
+
+    def has_asked(self, number):
+        return len(self.feeds[number].requests) > 0
+
+    def asks(self, number):
+        """Whether the mirror itself says that it asks."""
+        return "\nborvane_asks_feeds 1\n" in self.page(number, "/metrics")
+
+
+class Sharing(DatabaseTest):
+    def test_one_of_two_asks_and_both_serve_what_it_gets(self):
+        self.start(FIRST)
+        self.start(SECOND)
+        delays = []
+        for number, place in enumerate(("Anytown", "Othertown", "Elsewhere"), 2):
+            self.publish(number, place)
+            self.wait_for_page(FIRST, place)
+            served = time.monotonic()
+            self.wait_for_page(SECOND, place)
+            delays.append(time.monotonic() - served)
+        # The second one looks each second. A busy machine may be late, but hardly every time.
+        self.assertLess(min(delays), 5, delays)
+        self.assertFalse(self.has_asked(SECOND))
+        self.assertEqual([True, False], [self.asks(FIRST), self.asks(SECOND)])
+        self.assertEqual(["ok\n", "ok\n"], [self.page(FIRST, "/health"), self.page(SECOND, "/health")])
+
+    def test_the_other_one_asks_when_the_one_that_asks_is_killed(self):
+        leader = self.start(FIRST)
+        self.start(SECOND)
+        self.assertFalse(self.has_asked(SECOND))
+        leader.send_signal(signal.SIGKILL)
+        leader.wait()
+        self.wait_until("the other one to ask", lambda: self.has_asked(SECOND))
+        self.publish(2, "Latertown")
+        self.wait_for_page(SECOND, "Latertown")
+        self.assertIn("Sometown", self.page(SECOND))
+
+        self.feeds[FIRST].requests.clear()
+        self.start(FIRST)
+        self.wait_for_page(FIRST, "Latertown")
+        self.assertFalse(self.has_asked(FIRST), "one that comes back leaves the feed to the other one")
+        self.assertEqual([False, True], [self.asks(FIRST), self.asks(SECOND)])
+
+
+if __name__ == "__main__":
+    unittest.main()
