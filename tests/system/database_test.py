@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Mirrors that keep the events at a database server: several of them share it."""
+"""Mirrors that keep the events at a database server: several of them share it, or it takes no changes for a while."""
 import signal
 import time
 import unittest
 
 from feed_server import FeedServer, event
 from feeding import PATH, read_page, write_configuration
-from postgresql import Postgresql
+from postgresql import DATABASE, USER, Postgresql
 from system_test import SystemTest
 
 FIRST, SECOND = 0, 1
@@ -86,6 +86,56 @@ class Sharing(DatabaseTest):
         self.wait_for_page(FIRST, "Latertown")
         self.assertFalse(self.has_asked(FIRST), "one that comes back leaves the feed to the other one")
         self.assertEqual([False, True], [self.asks(FIRST), self.asks(SECOND)])
+
+
+class DatabaseWithoutChanges(DatabaseTest):
+    """A database that takes none for a while."""
+
+    def let_write(self, off_or_on):
+        """Counts for new connections, so all are ended."""
+        self.database.execute("set default_transaction_read_only = off;\n"
+                              f"alter database {DATABASE} set default_transaction_read_only = {off_or_on};\n"
+                              f"select pg_terminate_backend(pid, 5000) from pg_stat_activity where usename = '{USER}';\n")
+
+    def fill(self):
+        self.database.execute("create function fail() returns trigger language plpgsql as $$ begin raise exception using errcode = "
+                              "'disk_full', message = 'could not extend file'; end $$;\n"
+                              "create trigger full_disk before insert or update on borvane_events.event execute function fail();\n"
+                              "create trigger full_disk before insert or update on borvane_events.state execute function fail();\n")
+
+    def make_room(self):
+        self.database.execute("drop function fail() cascade;\n")
+
+    def check_that_nothing_is_lost(self, spoil, reason, mend):
+        mirror = self.start(FIRST)
+        spoil()
+        self.publish(2, "Latertown")
+        self.wait_for_page(FIRST, "Latertown")
+        self.wait_for_page(FIRST, "The events' store does not work.", "/health")
+        self.publish(3, "Lasttown")
+        self.wait_for_page(FIRST, "Lasttown")
+        self.assertIn("Sometown", self.page(FIRST))
+        self.assertNotIn("works again", self.desk.output_of(mirror))
+
+        mend()
+        self.wait_until("the store to work again", lambda: self.page(FIRST, "/health") == "ok\n")
+        self.assertIn("\nborvane_unwritten_events 0\n", self.page(FIRST, "/metrics"))
+        address = f"postgresql://{USER}@127.0.0.1:{self.database.port}/{DATABASE}"
+        self.assertEqual([f"borvane-mirror: the events' store {address} does not work: ERROR: {reason}",
+                          f"borvane-mirror: the events' store {address} works again"],
+                         [line for line in self.desk.output_of(mirror).splitlines() if "store" in line])
+        # Another one has all of it from the database.
+        self.start(SECOND)
+        for place in ("Latertown", "Lasttown"):
+            self.assertIn(place, self.page(SECOND))
+        self.assertFalse(self.has_asked(SECOND))
+
+    def test_loses_nothing_while_it_is_read_only(self):
+        self.check_that_nothing_is_lost(lambda: self.let_write("on"), "cannot execute UPDATE in a read-only transaction",
+                                        lambda: self.let_write("off"))
+
+    def test_loses_nothing_while_its_disk_is_full(self):
+        self.check_that_nothing_is_lost(self.fill, "could not extend file", self.make_room)
 
 
 if __name__ == "__main__":

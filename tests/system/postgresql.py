@@ -31,8 +31,7 @@ class Postgresql:
         self._run("initdb", "--auth=trust", "--no-sync", "--username=test", "--encoding=UTF8", "--locale=C", "-D", self._folder / "data")
         (self._folder / "data" / "pg_hba.conf").write_text("local all test trust\nhost all all 127.0.0.1/32 scram-sha-256\n")
         self.start()
-        self._run("psql", "-q", "-v", "ON_ERROR_STOP=1", "-h", self._folder, "-p", self.port, "-U", "test", "postgres",
-                  input=f"create role {USER} login password '{PASSWORD}';\ncreate database {DATABASE} owner {USER};\n")
+        self._run_sql("postgres", f"create role {USER} login password '{PASSWORD}';\ncreate database {DATABASE} owner {USER};\n")
         return self
 
     def __exit__(self, *_):
@@ -45,6 +44,13 @@ class Postgresql:
 
     def stop(self):
         self._run("pg_ctl", "-s", "-w", "-D", self._folder / "data", "-m", "fast", "stop")
+
+    def execute(self, sql):
+        """Runs SQL in the database, as the server's own user."""
+        self._run_sql(DATABASE, sql)
+
+    def _run_sql(self, database, sql):
+        self._run("psql", "-q", "-v", "ON_ERROR_STOP=1", "-h", self._folder, "-p", self.port, "-U", "test", database, input=sql)
 
     def _run(self, program, *arguments, input=None):
         [*_, newest] = sorted(Path("/usr/lib/postgresql").iterdir(), key=lambda version: int(version.name))

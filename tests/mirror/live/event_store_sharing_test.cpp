@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QProcess>
+#include <functional>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -28,6 +29,42 @@ class EventsOnPostgreSQL : public testing::Test {
   }
   static bool Follows(const std::unique_ptr<EventsUnderTest> &events) {
     return WaitFor([&] { return events->Leads() == false; });
+  }
+
+  /// What is taken up while the database takes no changes is in it as soon as it does again. Meanwhile its last state
+  /// can be read, and the log has one line with the reason.
+  void ExpectNothingLost(const std::function<void()> &spoil, const QString &reason,
+                         const std::function<void()> &mend) const {
+    const EventRecord before = Said("before");
+    const EventRecord revised = Said("before", 0, 3.0, start_of_test + 2);
+    const auto leader = Start(address_);
+    EXPECT_TRUE(Leads(leader));
+    leader->Write({before}, start_of_test);
+
+    spoil();
+    leader->WriteLater({Said("first")}, start_of_test + 1);
+    leader->WriteLater({revised, Said("second")}, start_of_test + 2);
+    EXPECT_TRUE(WaitFor([&] { return !leader->store().Works(); }));
+    const auto other = Start(address_);
+    EXPECT_EQ(other->Records(), std::vector<EventRecord>{before});
+    EXPECT_EQ(other->TimeOfData(), start_of_test);
+    EXPECT_FALSE(leader->store().WaitUntilWritten(500)) << "several attempts";
+    EXPECT_EQ(leader->store().Unwritten(), 3U);
+    ASSERT_EQ(leader->Lines().size(), 1);
+    EXPECT_TRUE(leader->Lines()[0].contains(" does not work: ERROR: " + reason)) << leader->Lines()[0].toStdString();
+
+    mend();
+    EXPECT_TRUE(leader->store().WaitUntilWritten(60'000));
+    EXPECT_TRUE(leader->store().Works());
+    EXPECT_TRUE(WaitFor([&] { return other->Records() == leader->Records(); }));
+    EXPECT_TRUE(WaitFor([&] { return other->TimeOfData() == start_of_test + 2; }));
+    EXPECT_EQ(other->Records().size(), 3U);
+    EXPECT_TRUE(other->Knows(revised));
+    EXPECT_EQ(leader->Lines().size(), 2);
+    EXPECT_EQ(other->Lines(), QStringList());
+    Database database(address_);
+    database.Open();
+    EXPECT_EQ(database.Row("select magnitude from revision").value(0).toDouble(), before.event.magnitude);
   }
 
   PostgresqlServer &server_ = PostgresqlServer::Shared();
@@ -109,6 +146,39 @@ TEST_F(EventsOnPostgreSQL, AreKeptWhileTheServerIsGoneAndWrittenWhenItIsBack) {
   EXPECT_TRUE(WaitFor([&] { return follower->Knows(Said("first")) && follower->Knows(Said("second")); }));
   EXPECT_TRUE(WaitFor([&] { return leader->Leads() != follower->Leads(); })) << "one of the two leads";
   EXPECT_EQ(leader->Lines().size(), 2);
+}
+
+TEST_F(EventsOnPostgreSQL, AreKeptWhileTheDatabaseIsReadOnlyAndWrittenWhenItIsNot) {
+  const auto let_write = [this](const char *off_or_on) {
+    const QString database =
+        QString("alter database \"%1\" set default_transaction_read_only = ").arg(service_.database);
+    server_.Execute(service_, "set default_transaction_read_only = off;\n" + database + off_or_on + ";\n");
+  };
+  const auto spoil = [&] {
+    let_write("on");
+    server_.EndConnections(service_);
+  };
+  ExpectNothingLost(spoil, "cannot execute UPDATE in a read-only transaction", [&] { let_write("off"); });
+}
+
+TEST_F(EventsOnPostgreSQL, AreKeptWhileTheDiskIsFullAndWrittenWhenItIsNot) {
+  const QStringList tables = {"state", "event", "revision"};
+  const auto for_each_table = [&](const QString &statement) {
+    QString sql;
+    for (const QString &table : tables)
+      sql += statement.arg("borvane_events." + table) + ";\n";
+    return sql;
+  };
+  const auto spoil = [&] {
+    server_.Execute(
+        service_,
+        "create function borvane_events.fail() returns trigger language plpgsql as $$ begin raise exception "
+        "using errcode = 'disk_full', message = 'could not extend file'; end $$;\n" +
+            for_each_table("create trigger full_disk before insert or update on %1 "
+                           "execute function borvane_events.fail()"));
+  };
+  ExpectNothingLost(spoil, "could not extend file",
+                    [&] { server_.Execute(service_, for_each_table("drop trigger full_disk on %1")); });
 }
 
 TEST_F(EventsOnPostgreSQL, AreKnownNotToBeWrittenWhileTheOthersCanBeRead) {
