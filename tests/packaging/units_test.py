@@ -73,6 +73,14 @@ class Units(unittest.TestCase):
         files = [file.name for file in self.folder.rglob("*") if file.is_file()]
         self.assertEqual(["borvane-mirror.service", "borvane-mirror.service", "borvane-mirror.toml", "live.md", "service.md"], sorted(files))
 
+    def test_has_a_password_from_the_file_that_the_docs_name(self):
+        text = self.write_unit("system").read_text(encoding="utf-8")
+        configuration = Path(re.search(r"^ExecStart=\S+ --config (\S+)$", text, re.M)[1])
+        [file] = re.findall(r"^EnvironmentFile=-(\S+)$", text, re.M)
+        self.assertEqual(configuration.with_name("borvane-mirror.env"), Path(file))
+        docs = (Path(__file__).parents[2] / "docs/live.md").read_text(encoding="utf-8")
+        self.assertIn("`borvane-mirror.env` beside the configuration has the line `PGPASSWORD=...`", " ".join(docs.split()))
+
     def test_comes_back_once_a_monitors_mirror_has_ended(self):
         for kind in ("system", "user"):
             text = self.write_unit(kind).read_text(encoding="utf-8")

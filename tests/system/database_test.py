@@ -1,12 +1,17 @@
 #!/usr/bin/env python3
-"""Mirrors that keep the events at a database server: several of them share it, or it takes no changes for a while."""
+"""Mirrors that keep the events at a database server: several of them share it, it takes no changes for a while, it wants a password."""
+import os
+import re
 import signal
 import time
 import unittest
+import unittest.mock
+import urllib.parse
+from pathlib import Path
 
 from feed_server import FeedServer, event
 from feeding import PATH, read_page, write_configuration
-from postgresql import DATABASE, USER, Postgresql
+from postgresql import DATABASE, PASSWORD, USER, Postgresql
 from system_test import SystemTest
 
 FIRST, SECOND = 0, 1
@@ -136,6 +141,68 @@ class DatabaseWithoutChanges(DatabaseTest):
 
     def test_loses_nothing_while_its_disk_is_full(self):
         self.check_that_nothing_is_lost(self.fill, "could not extend file", self.make_room)
+
+
+class Password(DatabaseTest):
+    """The password of the database, for the service's tables and those of the events."""
+
+    def setUp(self):
+        super().setUp()
+        # Without the password, as it is logged.
+        self.address = f"postgresql://{USER}@127.0.0.1:{self.database.port}/{DATABASE}"
+
+    def use_service(self, number):
+        return self.page(number, "/cgi-bin/borvane/control.pl?cmd=setonline&macid=1&AppVersion=235", "maker.localhost")
+
+    def assert_prints_nowhere(self, password, mirror, number):
+        """Neither in the log nor where others can read it, as it is or as addresses have it."""
+        texts = [self.desk.output_of(mirror), Path(f"/proc/{mirror.pid}/cmdline").read_text(encoding="utf-8"),
+                 *(self.page(number, path) for path in ("/", PATH, "/health", "/metrics"))]
+        for text in texts:
+            self.assertNotIn(password, urllib.parse.unquote(text))
+
+    def check_that_it_is_used(self, store):
+        mirror = self.start(FIRST, store)
+        self.assertEqual("ok", self.use_service(FIRST))
+        # The second one has its events from the database.
+        self.start(SECOND, store)
+        self.assertFalse(self.has_asked(SECOND))
+
+        # What is logged of a server that goes and comes has the address.
+        self.database.stop()
+        self.wait_for_page(FIRST, "The events' store does not work.", "/health")
+        self.assertIn("503", self.use_service(FIRST))
+        self.database.start()
+        self.wait_until("both stores to work again", lambda: self.use_service(FIRST) == "ok" and self.page(FIRST, "/health") == "ok\n")
+        self.assertIn(self.address, self.desk.output_of(mirror))
+        self.assert_prints_nowhere(PASSWORD, mirror, FIRST)
+
+    def test_is_taken_from_the_environment_and_printed_nowhere(self):
+        with unittest.mock.patch.dict(os.environ, PGPASSWORD=PASSWORD):
+            self.check_that_it_is_used(self.address)
+
+    def test_is_taken_from_the_users_file_of_passwords_and_printed_nowhere(self):
+        file = self.desk.home / ".pgpass"
+        file.write_text(f"127.0.0.1:{self.database.port}:{DATABASE}:{USER}:" + PASSWORD.replace(":", r"\:") + "\n", encoding="utf-8")
+        file.chmod(0o600)
+        self.check_that_it_is_used(self.address)
+
+    def test_in_the_address_of_the_configuration_is_printed_nowhere(self):
+        self.check_that_it_is_used(self.database.address)
+
+    def test_that_is_wrong_is_a_line_in_the_log_without_it(self):
+        wrong = "not-the-password"
+        with unittest.mock.patch.dict(os.environ, PGPASSWORD=wrong):
+            mirror = self.run_one(FIRST, self.address)
+        line = f"borvane-mirror: the events' store {self.address} does not work: .*password authentication failed for user"
+        self.wait_until("the line in the log", lambda: re.search(line, self.desk.output_of(mirror)))
+        self.assertIn("503", self.use_service(FIRST))
+        self.wait_for_page(FIRST, "The events' store does not work.", "/health")
+        self.assert_prints_nowhere(wrong, mirror, FIRST)
+
+    def test_that_is_missing_is_a_line_in_the_log(self):
+        mirror = self.run_one(FIRST, self.address)
+        self.wait_until("the line in the log", lambda: "fe_sendauth: no password supplied" in self.desk.output_of(mirror))
 
 
 if __name__ == "__main__":
