@@ -1,15 +1,19 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
 #include "catalogue/sample.h"
 #include "support/mirror/client.h"
 #include "support/mirror/mirror_process.h"
+#include "support/mirror/sample_pages.h"
 #include "support/plain_scanners.h"
 
 // The real program over a real socket.
@@ -137,6 +141,52 @@ TEST(Mirror, ServesThePageOfEachRowsLink) {
     EXPECT_TRUE(page.body.contains("<dd>" + QByteArray::fromStdString(row[plain::column::magnitude]) + "</dd>"))
         << row[plain::column::link];
   }
+}
+
+/// Where the links of a page lead to in this mirror: all of its index, elsewhere the first to each folder.
+QList<QUrl> LinksOf(const QUrl &address, const QByteArray &page) {
+  static const QRegularExpression link(R"(<a href="([^"]*))", QRegularExpression::CaseInsensitiveOption);
+  const QUrl base = page.contains("<base href=\"/\">") ? address.resolved(QUrl("/")) : address;
+  QList<QUrl> found;
+  QSet<QUrl> folders;
+  for (QRegularExpressionMatchIterator links = link.globalMatch(QString::fromLatin1(page)); links.hasNext();) {
+    const QUrl target = base.resolved(QUrl(links.next().captured(1)));
+    const QUrl folder = target.adjusted(QUrl::RemoveFilename);
+    if (target.port() == address.port() && (address.path() == "/" || !folders.contains(folder)))
+      found.append(target);
+    folders.insert(folder);
+  }
+  return found;
+}
+
+TEST(Mirror, ServesWellFormedPagesForLightAndDarkWhereverALinkLeads) {
+  MirrorProcess mirror;
+  const QUrl root(QString("http://localhost:%1/").arg(mirror.Port()));
+  QList<QUrl> waiting = {root, root.resolved(QUrl("/borvane/")), root.resolved(QUrl("/products.html"))};
+  QSet<QUrl> seen(waiting.begin(), waiting.end());
+  int events = 0;
+  while (!waiting.isEmpty()) {
+    const QUrl address = waiting.takeFirst();
+    const std::string name = address.toString().toStdString();
+    const std::optional<Response> page =
+        Get(mirror.Port(), address.path(QUrl::FullyEncoded).toLatin1(), address.authority().toLatin1());
+    ASSERT_TRUE(page) << name;
+    EXPECT_EQ(page->status, 200) << name;
+    // What the monitor reads there is no XML.
+    QByteArray body = page->body;
+    body.replace("ALIGN=right", "ALIGN=\"right\"").replace("<td nowrap>", "<td>").replace("<base href=\"/\">", "");
+    EXPECT_EQ(FaultOf(body), "") << name;
+    EXPECT_TRUE(body.contains("color-scheme: light dark;")) << name;
+    EXPECT_TRUE(body.contains("@media (prefers-color-scheme: dark)")) << name;
+    events += body.contains("<dt>Id:</dt>") ? 1 : 0;
+    for (const QUrl &link : LinksOf(address, page->body))
+      if (!seen.contains(link)) {
+        seen.insert(link);
+        waiting.append(link);
+      }
+  }
+  EXPECT_GT(seen.size(), 30);
+  EXPECT_GT(events, 10);
 }
 
 TEST(Mirror, AnswersAnUnknownPathWithAPage) {
