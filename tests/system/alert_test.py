@@ -25,8 +25,8 @@ class Alert(AlertingTest):
 
         popup = self.desk.window(monitor.program, POPUP)
         self.wait_until("the end of the refresh", lambda: monitor.shows("Last Refresh"))
+        self.wait_until("the popup above the others", lambda: self.desk.stacking()[-1] == popup)
         self.assertEqual(other, self.desk.active())
-        self.assertEqual(popup, self.desk.stacking()[-1])
 
         self.desk.activate(monitor.window)
         self.desk.activate(other)

@@ -139,11 +139,7 @@ class Bars(BarsTest):
     def open_maximized_window(self):
         """A window of another program over the whole screen, which has the keyboard; its number."""
         window = self.open_other_program()
-        states = lambda: set(re.findall(r"_NET_WM_STATE_MAXIMIZED_(\w+)", self.desk.x("xprop", "-id", window, "_NET_WM_STATE")))
-        left, top = (int(found) for found in re.findall(r"Absolute upper-left [XY]: +(-?\d+)", self.desk.x("xwininfo", "-id", window)))
-        in_the_title = str(left + 200), str(top - 8)
-        self.desk.x("xdotool", "mousemove", *in_the_title, "click", "--repeat", "2", "--delay", "50", "1")
-        self.wait_until("the window to be maximized", lambda: states() == {"HORZ", "VERT"})
+        self.desk.double_click_title(window)
         self.move_pointer_away()
         return window
 
@@ -217,8 +213,11 @@ class Edge(BarsTest):
     def open_long_bar(self, choice, **settings):
         self.start_watching(EdgeDetect=choice, **{"Refresh": str(int(self.PERIOD * 1000)), **settings})
         bar = self.monitor.open_bar(LONG_BAR)
-        self.assertEqual((0, 0, SCREEN_WIDTH), self.place(bar))
+        self.wait_for_its_place(bar)
         return bar
+
+    def wait_for_its_place(self, bar):
+        self.wait_until("the bar across the top of the screen", lambda: self.place(bar) == (0, 0, SCREEN_WIDTH))
 
     def touch(self):
         self.desk.x("xdotool", "mousemove", str(SCREEN_WIDTH - 42), "5", "mousemove", str(SCREEN_WIDTH - 40), "6")
@@ -236,12 +235,12 @@ class Edge(BarsTest):
     def test_the_bar_moves_and_comes_back_on_the_fourth_tick(self):
         bar = self.open_long_bar(MOVE)
         self.assert_comes_back_on_the_fourth_tick(lambda: self.place(bar)[0] == -60)
-        self.assertEqual((0, 0, SCREEN_WIDTH), self.place(bar))
+        self.wait_for_its_place(bar)
 
     def test_the_bar_hides_and_comes_back_on_the_fourth_tick(self):
         bar = self.open_long_bar(HIDE)
         self.assert_comes_back_on_the_fourth_tick(lambda: not self.number_of(LONG_BAR))
-        self.assertEqual((0, 0, SCREEN_WIDTH), self.place(bar))
+        self.wait_for_its_place(bar)
 
     def test_a_bar_that_comes_back_leaves_the_keyboard_to_another_program(self):
         self.open_long_bar(HIDE)

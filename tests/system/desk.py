@@ -44,6 +44,14 @@ def wait_for(what, condition, timeout=TIMEOUT):
         time.sleep(0.05)
 
 
+def at_rest(place):
+    """What `place` returns, if it returns it twice with a moment in between; None while the thing moves or is not there. What has just
+    opened may still be moved, and a click would miss it."""
+    before = place()
+    time.sleep(0.1)
+    return before if place() == before else None
+
+
 def _die_with_parent():
     """Makes a started program end with this process, however this one ends."""
     set_parent_death_signal = 1
@@ -224,6 +232,22 @@ class Desk:
     def click_at(self, x, y, button=1):
         subprocess.run(["xdotool", "mousemove", str(x), str(y), "click", str(button)], check=True, timeout=TIMEOUT)
 
+    def is_maximized(self, window):
+        """Whether the window fills the screen both ways."""
+        return {"HORZ", "VERT"} <= set(re.findall(r"_NET_WM_STATE_MAXIMIZED_(\w+)", self.x("xprop", "-id", window, "_NET_WM_STATE")))
+
+    def double_click_title(self, window):
+        """Maximises the window, or restores its size. On a busy machine two clicks can be too far apart for a double click."""
+        was_maximized = self.is_maximized(window)
+
+        def double_click():
+            left, top = (int(number) for number in re.findall(r"Absolute upper-left [XY]: +(-?\d+)", self.x("xwininfo", "-id", window)))
+            self.x("xdotool", "mousemove", str(left + 300), str(top - 8), "click", "--repeat", "2", "--delay", "50", "1")
+            with contextlib.suppress(TimeoutError):
+                return wait_for("the other size", lambda: self.is_maximized(window) != was_maximized, timeout=5)
+            return False
+        wait_for("a double click on the title", double_click)
+
     def screenshot(self, path, window="root"):
         """Writes the screen, or one window of it, as a picture."""
         subprocess.run(["import", "-silent", "-window", window, str(path)], check=True, timeout=TIMEOUT)
@@ -284,10 +308,14 @@ class Desk:
         """The accessible with that name and role, as soon as it shows."""
         return wait_for(f"{role or 'something'} named {name}", lambda: self.look(program, name, role))
 
-    def click(self, accessible, button=1):
-        """A real click on the middle of the accessible."""
+    def middle(self, accessible):
+        """The middle of the accessible on the screen."""
         extents = accessible.get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
-        self.click_at(extents.x + extents.width // 2, extents.y + extents.height // 2, button)
+        return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+    def click(self, accessible, button=1):
+        """A real click on the middle of the accessible, once that is at rest."""
+        self.click_at(*wait_for("a place to click at", lambda: at_rest(lambda: self.middle(accessible))), button)
 
     def is_enabled(self, accessible):
         return accessible.get_state_set().contains(self.atspi.StateType.ENABLED)

@@ -24,7 +24,7 @@ class Ending(SystemTest):
 
     def test_esc_asks_first_and_no_continues(self):
         self.monitor.press_key("Escape")
-        self.desk.window(self.monitor.program, QUESTION)
+        self.desk.activate(self.desk.window(self.monitor.program, QUESTION))
         self.desk.click(self.desk.find(self.monitor.program, "No", "push button"))
         self.wait_until("the question to close", lambda: QUESTION not in self.desk.windows(self.monitor.program))
         self.assertTrue(self.is_running())
@@ -32,7 +32,7 @@ class Ending(SystemTest):
 
     def test_esc_and_yes_end_it(self):
         self.monitor.press_key("Escape")
-        self.desk.window(self.monitor.program, QUESTION)
+        self.desk.activate(self.desk.window(self.monitor.program, QUESTION))
         self.desk.click(self.desk.find(self.monitor.program, "Yes", "push button"))
         self.wait_for_the_end()
 

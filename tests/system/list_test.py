@@ -45,7 +45,7 @@ class List(SystemTest):
         self.server.page = b"<PRE>\n" + row("2.4", "4 km W of Newtown, CA") + PAGE.partition(b"\n")[2]
         self.monitor.press_key("r")
         self.wait_until("the new row in its place", lambda: self.magnitudes() == ["1.6", "2.0", "2.4", "3.1"])
-        self.assertEqual("2.4 - Borvane - Last Events", self.monitor.title())
+        self.wait_until("its magnitude in the title", lambda: self.monitor.title() == "2.4 - Borvane - Last Events")
 
     def test_click_reads_out_depth_and_place(self):
         self.monitor.click_row(2)

@@ -7,6 +7,7 @@ import sys
 import unittest
 from pathlib import Path
 
+from desk import at_rest
 from monitor import LONG_BAR, SHORT_BAR, TITLE
 from page_server import AREA, PAGE, PageServer
 from system_test import SystemTest
@@ -52,7 +53,8 @@ class TrayIcon(TrayTest):
         return None
 
     def click_icon(self, button=1):
-        self.desk.click_at(*self.wait_until("the icon", self.icon), button)
+        # The tray moves when it gets an icon.
+        self.desk.click_at(*self.wait_until("the icon at rest", lambda: at_rest(self.icon)), button)
 
     def choose(self, place):
         """Opens the icon's menu and clicks the entry at that place, from 1."""

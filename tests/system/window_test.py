@@ -23,14 +23,6 @@ class RecordsWindow(SystemTest):
         """Of the client area, as the screen has it."""
         return self.client_area("Width", "Height")
 
-    def double_click_title(self):
-        """Maximises the window, or restores its size."""
-        left, top = self.client_area("Absolute upper-left X", "Absolute upper-left Y")
-        self.desk.x("xdotool", "mousemove", str(left + 300), str(top - 8), "click", "--repeat", "2", "--delay", "60", "1")
-
-    def is_maximized(self):
-        return "MAXIMIZED_VERT" in self.desk.x("xprop", "-id", self.monitor.window, "_NET_WM_STATE")
-
     def list_width(self):
         """Of the list, which the window's Resize handler fits to the window."""
         return self.monitor.list("History").get_component_iface().get_extents(self.desk.atspi.CoordType.SCREEN).width
@@ -48,16 +40,16 @@ class RecordsWindow(SystemTest):
         self.assertEqual(DESIGN_SIZE, self.size())
         width = self.list_width()
         self.desk.activate(self.monitor.window)
-        self.double_click_title()
+        self.desk.double_click_title(self.monitor.window)
         self.wait_until("the large window", lambda: self.size()[0] > 1200)
         large = self.size()
         self.assert_stays(large)
-        self.assertTrue(self.is_maximized())
+        self.assertTrue(self.desk.is_maximized(self.monitor.window))
         self.assertEqual(width + large[0] - DESIGN_SIZE[0], self.list_width())
 
-        self.double_click_title()
+        self.desk.double_click_title(self.monitor.window)
         self.assert_stays(DESIGN_SIZE)
-        self.assertFalse(self.is_maximized())
+        self.assertFalse(self.desk.is_maximized(self.monitor.window))
         self.assertEqual(width, self.list_width())
 
     def test_applies_both_sides_of_a_new_size_at_once(self):
@@ -83,6 +75,7 @@ class RecordsWindow(SystemTest):
 
     def test_version_brings_a_minimised_window_back(self):
         program = self.monitor.program
+        self.desk.activate(self.monitor.window)
         self.desk.click(self.desk.find(program, "Version"))
         about = self.desk.window(program, "^Borvane 2007$")
         self.desk.x("xdotool", "windowminimize", "--sync", about)
