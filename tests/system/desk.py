@@ -124,6 +124,8 @@ class Desk:
         from gi.repository import Atspi
         self.atspi = Atspi
         Atspi.init()
+        # It would take a program that is silent for 0.8 s for one that has gone.
+        Atspi.set_timeout(1000 * TIMEOUT, 1000 * TIMEOUT)
 
     def _start_and_read(self, *command, option):
         """Starts a program that writes one line to the file descriptor in `option`, and returns the line."""
