@@ -190,14 +190,15 @@ class Desk:
         """The numbers of the program's windows on the screen, also of those without a title, as a menu is."""
         return set(self.x("xdotool", "search", "--onlyvisible", "--all", "--pid", str(program.pid), "--class", ".").split())
 
-    def is_tool_tip(self, number):
-        """Whether the window is a tool tip, which may appear at any time and has no title, as a menu has none."""
-        return "_TOOLTIP" in self.x("xprop", "-id", number, "_NET_WM_WINDOW_TYPE")
+    def is_menu(self, number):
+        """Whether a window without a title is still there and is no tool tip, which may come and go at any time."""
+        kind = self.x("xprop", "-id", number, "_NET_WM_WINDOW_TYPE")
+        return kind != "" and "_TOOLTIP" not in kind
 
     def open_menu(self, program, action):
         """Returns the number of the menu that opens when `action` is done."""
         def menu():
-            return next((number for number in self.shown_windows(program) - before if not self.is_tool_tip(number)), None)
+            return next((number for number in self.shown_windows(program) - before if self.is_menu(number)), None)
         before = self.shown_windows(program)
         action()
         return wait_for("the menu", menu)
