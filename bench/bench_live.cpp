@@ -37,6 +37,7 @@ class Live {
                .feeds = {week, hour},
                .clock = [] { return made + 60'000; }},
               {.changed = [this](const std::shared_ptr<const Catalogue> &events) { events_ = events; },
+               .restored = [] {},
                .may_poll = [](bool) {},
                .log = [](const QString &line) { std::cerr << line.toStdString() << '\n'; }}) {
     live_.Start(patience_ms);

@@ -153,6 +153,7 @@ void Mirror::StartLive() {
                               .clock = QDateTime::currentMSecsSinceEpoch},
       LiveCatalogue::Callbacks{
           .changed = [this](std::shared_ptr<const Catalogue> catalogue) { ShowLive(std::move(catalogue)); },
+          .restored = [this] { ForgetAnswers(); },
           .may_poll = [this](bool may_poll) { LetPoll(may_poll); },
           .log = log});
   FeedPoller::Surroundings surroundings;
@@ -169,6 +170,12 @@ void Mirror::LetPoll(bool may_poll) {
     asking_since_ = 0;
   else if (asking_since_ == 0)
     asking_since_ = QDateTime::currentMSecsSinceEpoch();
+}
+
+/// While another mirror asks the feeds, it takes up what the last answers to this one did not have.
+void Mirror::ForgetAnswers() {
+  if (!poller_->IsRunning())
+    poller_->ForgetAnswers();
 }
 
 /// The events and the facts about them from now on.

@@ -48,6 +48,7 @@ class Mirror {
   void ReadFile();
   void StartLive();
   void LetPoll(bool may_poll);
+  void ForgetAnswers();
   void Publish(std::shared_ptr<const Catalogue> catalogue, PageFacts facts);
   void ShowLive(std::shared_ptr<const Catalogue> catalogue);
   QString TakeReading(const Feed &feed, const FeedReading &reading);

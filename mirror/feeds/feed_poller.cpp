@@ -146,13 +146,8 @@ void FeedPoller::Start() {
   is_running_ = true;
   ++run_;
   seen_ = surroundings_.clocks();
-  for (const std::unique_ptr<Polled> &polled : feeds_) {
+  for (const std::unique_ptr<Polled> &polled : feeds_)
     polled->schedule.BeginAgain(seen_.elapsed);
-    // What was taken up in an earlier run may have been changed by another mirror.
-    polled->etag.clear();
-    polled->last_modified.clear();
-    polled->digest.clear();
-  }
   LookSoon();
 }
 
@@ -164,6 +159,14 @@ void FeedPoller::Stop() {
     if (polled->fetch)
       fetcher_.Cancel(*std::exchange(polled->fetch, std::nullopt));
     polled->is_read = false;
+  }
+}
+
+void FeedPoller::ForgetAnswers() {
+  for (const std::unique_ptr<Polled> &polled : feeds_) {
+    polled->etag.clear();
+    polled->last_modified.clear();
+    polled->digest.clear();
   }
 }
 

@@ -52,11 +52,16 @@ class FeedPoller final : public QObject {
   FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings);
   ~FeedPoller() override;
 
-  /// Asks for every feed, in their order, and again whenever one is due. Does nothing for one that has been started.
+  /// Asks for every feed, in their order, and again whenever one is due; not before the last answer's lifetime is over,
+  /// though it came before a Stop. Does nothing for one that has been started.
   void Start();
 
   /// Ends what is under way. Nothing is taken any more until the next Start.
   void Stop();
+
+  /// What was made of the answers so far is not the newest state any more: the next answer of each feed is taken even
+  /// if it is the same as the last one. To be called while the poller is stopped.
+  void ForgetAnswers();
 
   bool IsRunning() const { return is_running_; }
 

@@ -32,10 +32,10 @@ constexpr milliseconds least_sleep = 10s;
 }  // namespace
 
 FeedSchedule::FeedSchedule(std::chrono::seconds period, Milliseconds now)
-    : period_(period), asked_(now), due_(now), left_alone_(now) {}
+    : period_(period), asked_(now), due_(now), left_alone_(now), fresh_until_(now) {}
 
 FeedSchedule::Milliseconds FeedSchedule::Wait(Milliseconds now) const {
-  return std::max(Milliseconds(0), std::max(due_, left_alone_) - now);
+  return std::max(Milliseconds(0), std::max({due_, left_alone_, fresh_until_}) - now);
 }
 
 void FeedSchedule::Asked(Milliseconds now) {
@@ -44,7 +44,8 @@ void FeedSchedule::Asked(Milliseconds now) {
 }
 
 void FeedSchedule::Succeeded(Milliseconds now, std::optional<std::chrono::seconds> lifetime) {
-  due_ = std::max(asked_ + period_, now + lifetime.value_or(0s));
+  due_ = asked_ + period_;
+  fresh_until_ = now + lifetime.value_or(0s);
   failures_ = 0;
 }
 

@@ -20,7 +20,8 @@ class FeedSchedule {
   /// The first request is due at `now`.
   FeedSchedule(std::chrono::seconds period, Milliseconds now);
 
-  /// When the next request is due as far as this mirror is concerned; the server may want to be left alone for longer.
+  /// When the next request is due as far as this mirror is concerned; the server may want to be left alone for longer,
+  /// and what it last gave may hold for longer.
   Milliseconds Due() const { return due_; }
 
   /// How long until it may be sent; zero when it may.
@@ -41,15 +42,16 @@ class FeedSchedule {
   void LeaveAloneUntil(Milliseconds moment);
 
   /// The computer has slept, or the mirror did not ask for a while. As at first, a request is due at `now`, unless the
-  /// server wants to be left alone for longer.
+  /// server wants to be left alone for longer or its last answer still lives.
   void BeginAgain(Milliseconds now);
 
  private:
   Milliseconds period_;
   Milliseconds asked_;
   Milliseconds due_;
-  Milliseconds left_alone_;  ///< until when the server wants to be
-  int failures_ = 0;         ///< since it was answered well
+  Milliseconds left_alone_;   ///< until when the server wants to be
+  Milliseconds fresh_until_;  ///< how long the last good answer lives
+  int failures_ = 0;          ///< since it was answered well
 };
 
 /// A moment on the computer's clocks.

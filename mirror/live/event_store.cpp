@@ -182,6 +182,9 @@ void EventStore::OnRead(bool has_worked, Found &found) {
       Lead(true);
     return;
   }
+  // Who does not lead any more asks for nothing when it learns what the next leader has written.
+  if (!found.leads)
+    Lead(false);
   const bool is_first = !is_read_;
   const bool is_another = identity_ && found.exists && *identity_ != found.state.identity;
   is_read_ = true;

@@ -79,7 +79,10 @@ void LiveCatalogue::OnStored(std::vector<EventRecord> records, qint64 time_of_da
   const bool is_later = time_of_data > time_of_data_;
   time_of_data_ = std::max(time_of_data_, time_of_data);
   // A store in which no feed was ever taken up is no reason to show nothing.
-  if (events_.Restore(std::move(records), settings_.clock()) || is_later)
+  const bool is_new = events_.Restore(std::move(records), settings_.clock());
+  if (is_new)
+    callbacks_.restored();
+  if (is_new || is_later)
     Publish();
 }
 

@@ -33,6 +33,9 @@ class LiveCatalogue final : public QObject {
     /// The events to be served, whenever they have changed. The first call comes with the first events there are, from
     /// the store or from a feed; until then there is nothing to serve.
     std::function<void(std::shared_ptr<const Catalogue>)> changed;
+    /// The store had events that this mirror did not know, or knew otherwise: those of an earlier run or of another
+    /// mirror.
+    std::function<void()> restored;
     /// Whether this mirror asks the feeds, see EventStore.
     std::function<void(bool may_poll)> may_poll;
     StoreThread::Log log;

@@ -403,6 +403,21 @@ TEST(FeedPoller, AsksAtOnceWhenTheComputerHasSlept) {
   EXPECT_TRUE(HasBeenAsked(server, 2));
 }
 
+TEST(FeedPoller, DoesNotAskAfterSleepOrAPauseWhileTheAnswerLives) {
+  const FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({}), {"Cache-Control: max-age=300"})));
+  PollerRig rig({FeedAt(server.Url())});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  rig.Sleep(100s);
+  ExpectNoMoreThan(server, 1);
+  rig.poller.Stop();
+  rig.Pass(100s);
+  rig.poller.Start();
+  ExpectNoMoreThan(server, 1);
+  rig.Sleep(100s);
+  EXPECT_TRUE(HasBeenAsked(server, 2));
+}
+
 TEST(FeedPoller, LeavesAServerAloneWhateverTheClockOfTheDayIsSetTo) {
   FeedServer server(Sends(HttpAnswer("503 Later", "", {"Retry-After: 3600"})));
   PollerRig rig({FeedAt(server.Url())});
@@ -466,17 +481,34 @@ TEST(FeedPoller, TakesNothingWhenItHasBeenStopped) {
   ExpectNoMoreThan(server, 20);
 }
 
-TEST(FeedPoller, AsksForEverythingAfresh) {
-  const FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({"a"}), {"ETag: \"1\""})));
+TEST(FeedPoller, AsksForWhatIsNewWhenItIsStartedAgain) {
+  FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({"a"}), {"ETag: \"1\"", "Last-Modified: Fri"})));
   PollerRig rig({FeedAt(server.Url())});
   rig.poller.Start();
   ASSERT_TRUE(rig.HasTaken(1));
   rig.poller.Start();
   ExpectNoMoreThan(server, 1);
   rig.poller.Stop();
+  server.SetAnswer(Sends(HttpAnswer("304 Not Modified", "")));
+  rig.Pass(10s);
+  rig.poller.Start();
+  ASSERT_TRUE(RunUntil([&] { return rig.poller.States()[0].last_success == (today + 10s).count(); }));
+  EXPECT_TRUE(server.Requests()[1].contains("If-None-Match: \"1\"\r\nIf-Modified-Since: Fri\r\n"));
+  EXPECT_EQ(rig.taken.size(), 1);
+  EXPECT_EQ(rig.log, QStringList());
+}
+
+TEST(FeedPoller, TakesTheSameAnswerOnceMoreWhenItHasForgottenIt) {
+  const FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({"a"}), {"ETag: \"1\"", "Last-Modified: Fri"})));
+  PollerRig rig({FeedAt(server.Url())});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  rig.poller.Stop();
+  rig.poller.ForgetAnswers();
   rig.poller.Start();
   ASSERT_TRUE(rig.HasTaken(2));
   EXPECT_FALSE(server.Requests()[1].contains("If-None-Match"));
+  EXPECT_FALSE(server.Requests()[1].contains("If-Modified-Since"));
 }
 
 TEST(FeedPoller, MayBeStoppedByWhatTakesAReading) {

@@ -127,7 +127,7 @@ TEST(FeedSchedule, LeavesAServerAloneAlthoughAnAnswerOfBeforeWasGood) {
 TEST(FeedSchedule, AsksAtOnceAfterSleepWhateverItWasWaitingFor) {
   FeedSchedule after_success(3600s, start);
   after_success.Asked(start);
-  after_success.Succeeded(start, 7200s);
+  after_success.Succeeded(start, 5s);
   after_success.BeginAgain(start + 5s);
   EXPECT_EQ(after_success.Wait(start + 5s), 0s);
 
@@ -138,6 +138,22 @@ TEST(FeedSchedule, AsksAtOnceAfterSleepWhateverItWasWaitingFor) {
   EXPECT_EQ(after_failures.Wait(start + 5s), 0s);
   after_failures.Failed(start + 5s, Failure::NoAnswer, 0);
   EXPECT_EQ(after_failures.Wait(start + 5s), 10s) << "the network is often there some seconds after the computer";
+}
+
+TEST(FeedSchedule, DoesNotAskAfterSleepWhileTheLastAnswerLives) {
+  FeedSchedule schedule(60s, start);
+  schedule.Asked(start);
+  schedule.Succeeded(start + 2s, 300s);
+  schedule.BeginAgain(start + 102s);
+  EXPECT_EQ(schedule.Wait(start + 102s), 200s);
+  EXPECT_EQ(schedule.Wait(start + 302s), 0s);
+  schedule.BeginAgain(start + 8h);
+  EXPECT_EQ(schedule.Wait(start + 8h), 0s);
+
+  schedule.Asked(start + 8h);
+  schedule.Succeeded(start + 8h, {});
+  schedule.BeginAgain(start + 8h + 1s);
+  EXPECT_EQ(schedule.Wait(start + 8h + 1s), 0s) << "the newest answer has no lifetime";
 }
 
 TEST(FeedSchedule, LeavesAServerAloneAfterSleepForWhatIsLeftOfItsTime) {

@@ -18,7 +18,7 @@ class LiveCatalogueTest : public testing::Test {
   void Restart() {
     live_.reset();
     served_.reset();
-    publications_ = 0;
+    publications_ = restorations_ = 0;
     live_ = std::make_unique<LiveCatalogue>(
         LiveCatalogue::Settings{.store = {.file = folder_.filePath("service.sqlite")},
                                 .sources = TwoSources(),
@@ -33,6 +33,7 @@ class LiveCatalogueTest : public testing::Test {
                                        served_ = events;
                                        ++publications_;
                                      },
+                                 .restored = [this] { ++restorations_; },
                                  .may_poll = [this](bool may_poll) { may_poll_ = may_poll; },
                                  .log = [this](const QString &line) { lines_.append(line); }});
     live_->Start(60'000);
@@ -54,6 +55,7 @@ class LiveCatalogueTest : public testing::Test {
   qint64 now_ = start_of_test;
   std::shared_ptr<const Catalogue> served_;
   int publications_ = 0;
+  int restorations_ = 0;
   bool may_poll_ = false;
   QStringList lines_;
   std::unique_ptr<LiveCatalogue> live_;
@@ -103,6 +105,7 @@ TEST_F(LiveCatalogueTest, ServesAfterARestartWhatItServedBefore) {
   ASSERT_TRUE(served_);
   EXPECT_EQ(served_->events(), before);
   EXPECT_EQ(live_->TimeOfData(), start_of_test) << "its age can be seen";
+  EXPECT_EQ(restorations_, 1);
   EXPECT_EQ(lines_, QStringList());
 }
 
@@ -111,6 +114,7 @@ TEST_F(LiveCatalogueTest, ServesAfterARestartWhatAFeedWithoutEventsLeft) {
   EXPECT_TRUE(live_->Finish(60'000));
   Restart();
   EXPECT_EQ(live_->TimeOfData(), start_of_test);
+  EXPECT_EQ(restorations_, 0);
   EXPECT_EQ(Ids(), "");
 }
 

@@ -42,6 +42,7 @@ void TakeUp(const QString &store, int count, int patience_ms) {
   QString served;
   LiveCatalogue live(SettingsFor(store, [&number] { return start_of_test + number * one_minute; }),
                      {.changed = [&](const std::shared_ptr<const Catalogue> &events) { served = IdsOf(*events); },
+                      .restored = [] {},
                       .may_poll = [](bool) {},
                       .log = Log});
   live.Start(10'000);
@@ -55,6 +56,7 @@ void LeadOnceAllowed(const QString &store) {
   bool may_poll = false;
   LiveCatalogue live(SettingsFor(store, QDateTime::currentMSecsSinceEpoch),
                      {.changed = [](const std::shared_ptr<const Catalogue> &) {},
+                      .restored = [] {},
                       .may_poll = [&may_poll](bool may) { may_poll = may; },
                       .log = Log});
   live.Start(0);
