@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <numbers>
+#include <span>
 #include <tuple>
 
 namespace borvane::mirror {
@@ -46,22 +48,36 @@ bool IsNearer(const Pair &a, const Pair &b) {
          std::tie(b.milliseconds_apart, b.kilometres_apart, b.shown, b.other);
 }
 
+/// Those of `events`, which are in the order of time, that may be one with an event of `time`: the nearest in time, and
+/// no more than are compared.
+std::span<const Event *const> NearestInTime(const std::vector<const Event *> &events, qint64 time) {
+  constexpr qint64 too_far = most_milliseconds_apart + 1;
+  const auto middle = std::lower_bound(events.begin(), events.end(), time,
+                                       [](const Event *event, qint64 moment) { return event->origin_time < moment; });
+  auto first = middle;
+  auto last = middle;
+  while (static_cast<std::size_t>(last - first) < most_compared) {
+    const qint64 before = first == events.begin() ? too_far : time - (*std::prev(first))->origin_time;
+    const qint64 after = last == events.end() ? too_far : (*last)->origin_time - time;
+    if (std::min(before, after) > most_milliseconds_apart)
+      break;
+    before < after ? --first : ++last;
+  }
+  return {first, last};
+}
+
 /// All pairs of an event of either list, both in the order of time.
 std::vector<Pair> PairsOf(const std::vector<const Event *> &shown, const std::vector<const Event *> &others) {
   std::vector<Pair> pairs;
-  std::size_t first = 0;
   for (std::size_t i = 0; i < others.size(); ++i) {
     const Event &other = *others[i];
-    while (first < shown.size() && shown[first]->origin_time < other.origin_time - most_milliseconds_apart)
-      ++first;
-    for (std::size_t j = first; j < std::min(shown.size(), first + most_compared); ++j) {
-      const qint64 apart = shown[j]->origin_time - other.origin_time;
-      if (apart > most_milliseconds_apart)
-        break;
-      const double kilometres = KilometresBetween(*shown[j], other);
-      if (kilometres <= most_kilometres_apart && HaveLikeMagnitudes(*shown[j], other))
-        pairs.push_back(
-            {.milliseconds_apart = std::abs(apart), .kilometres_apart = kilometres, .shown = j, .other = i});
+    for (const Event *const &event : NearestInTime(shown, other.origin_time)) {
+      const double kilometres = KilometresBetween(*event, other);
+      if (kilometres <= most_kilometres_apart && HaveLikeMagnitudes(*event, other))
+        pairs.push_back({.milliseconds_apart = std::abs(event->origin_time - other.origin_time),
+                         .kilometres_apart = kilometres,
+                         .shown = static_cast<std::size_t>(&event - shown.data()),
+                         .other = i});
     }
   }
   std::sort(pairs.begin(), pairs.end(), IsNearer);

@@ -19,7 +19,8 @@ struct MergedEvents {
 /// Two events of two sources are one when their times are within 30 s, their epicentres within 100 km and their
 /// magnitudes within 1.5; one without a magnitude may be of any. Of such two the more trusted one stays. An event is
 /// never taken for two of one source: where several fit, those nearest in time belong together, then those nearest in
-/// space. An event is compared with at most 50 others; even a dense aftershock sequence has about ten a minute.
+/// space. An event is compared with at most 50 others, the nearest in time; even a dense aftershock sequence has about
+/// ten a minute.
 MergedEvents MergeSources(std::vector<std::vector<const Event *>> sources);
 
 }  // namespace borvane::mirror

@@ -122,6 +122,19 @@ TEST(MergeSources, ComparesOnlySomeOfThousandsAtOneTime) {
   EXPECT_EQ(merged.shown.size() + merged.doubles.size(), 40'000U);
 }
 
+TEST(MergeSources, ComparesWithThoseNearestInTimeWhereThereAreTooMany) {
+  for (const double sign : {1.0, -1.0}) {
+    std::vector<Event> first = {Away("same", sign * 20)};
+    for (int i = 0; i < 60; ++i) {
+      first.push_back(Away(QString("earlier%1").arg(i), sign * i / 10.0, 1'000));
+      first.push_back(Away(QString("later%1").arg(i), sign * (40 - i / 10.0), 1'000));
+    }
+    const QStringList without = Shown({first});
+    EXPECT_EQ(Shown({first, {Away("other", sign * 20.5)}}), without) << sign;
+    EXPECT_EQ(Shown({first, {Away("other", sign * 19.5)}}), without) << sign;
+  }
+}
+
 TEST(MergeSources, DoesNotDependOnTheOrderOfASourcesEvents) {
   std::vector<Event> first;
   std::vector<Event> second;
