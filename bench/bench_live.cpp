@@ -39,7 +39,7 @@ class Live {
               {.changed = [this](const std::shared_ptr<const Catalogue> &events) { events_ = events; },
                .restored = [] {},
                .may_poll = [](bool) {},
-               .log = [](const QString &line) { std::cerr << line.toStdString() << '\n'; }}) {
+               .log = [](LogLevel, const QString &line) { std::cerr << line.toStdString() << '\n'; }}) {
     live_.Start(patience_ms);
   }
 
@@ -111,7 +111,7 @@ class Year {
                      {.take = [](const std::vector<EventRecord> &, qint64) {},
                       .everything = [] { return std::vector<EventRecord>(); },
                       .lead = [](bool) {},
-                      .log = [](const QString &line) { std::cerr << line.toStdString() << '\n'; }});
+                      .log = [](LogLevel, const QString &line) { std::cerr << line.toStdString() << '\n'; }});
     constexpr int events_at_once = 10'000;
     for (int first = 0; first < count; first += events_at_once) {
       std::vector<EventRecord> records;

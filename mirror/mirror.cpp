@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 
 #include "catalogue/sample.h"
 #include "common/attendance.h"
@@ -60,7 +61,7 @@ Mirror::Mirror(Options options, QStringList arguments)
                 .newest_version = options_.newest_version,
                 .hosts = options_.hosts,
                 .clock = QDateTime::currentMSecsSinceEpoch,
-                .log = log_.At(LogLevel::Warning)}),
+                .log = std::cref(log_)}),
       server_(LimitsOfThisProcess(), router_) {
   log_.SetLeast(options_.log_level);
 }
@@ -142,7 +143,6 @@ void Mirror::ReadFile() {
 
 void Mirror::StartLive() {
   const LiveOptions &live = options_.live;
-  const Log::Write log = log_.At(LogLevel::Warning);
   live_ = std::make_unique<LiveCatalogue>(
       LiveCatalogue::Settings{.store = options_.store,
                               .sources = live.sources,
@@ -155,12 +155,12 @@ void Mirror::StartLive() {
           .changed = [this](std::shared_ptr<const Catalogue> catalogue) { ShowLive(std::move(catalogue)); },
           .restored = [this] { ForgetAnswers(); },
           .may_poll = [this](bool may_poll) { LetPoll(may_poll); },
-          .log = log});
+          .log = std::cref(log_)});
   FeedPoller::Surroundings surroundings;
   surroundings.authorities = live.authorities;
   poller_ = std::make_unique<FeedPoller>(
-      live.feeds, [this](const Feed &feed, const FeedReading &reading) { return TakeReading(feed, reading); }, log,
-      std::move(surroundings));
+      live.feeds, [this](const Feed &feed, const FeedReading &reading) { return TakeReading(feed, reading); },
+      std::cref(log_), std::move(surroundings));
   live_->Start(store_patience_ms);
 }
 

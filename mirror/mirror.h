@@ -9,7 +9,7 @@
 #include "http/router.h"
 #include "http/server.h"
 #include "live/live_catalogue.h"
-#include "log.h"
+#include "log/log.h"
 #include "monitoring/monitoring.h"
 #include "monitors.h"
 #include "options.h"

@@ -8,7 +8,7 @@
 
 #include "common/hosts.h"
 #include "feeds/feed.h"
-#include "log.h"
+#include "log/log.h"
 #include "pages/areas.h"
 #include "store/store_address.h"
 

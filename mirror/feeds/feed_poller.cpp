@@ -106,10 +106,10 @@ struct FeedPoller::Read {
   FeedReading reading;  ///< nothing when the digest is that of the last one
 };
 
-FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, Log log)
+FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log)
     : FeedPoller(std::move(feeds), std::move(take), std::move(log), Surroundings()) {}
 
-FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings)
+FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log, Surroundings surroundings)
     : take_(std::move(take)),
       log_(std::move(log)),
       surroundings_(std::move(surroundings)),
@@ -303,7 +303,8 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
 
 void FeedPoller::SeeLeftOut(Polled &polled, int left_out) {
   if (std::exchange(polled.state.left_out, left_out) != left_out)
-    log_(QString("the feed %1 has events that cannot be read: %2").arg(polled.state.url).arg(left_out));
+    log_(left_out > 0 ? LogLevel::Warning : LogLevel::Info,
+         QString("the feed %1 has events that cannot be read: %2").arg(polled.state.url).arg(left_out));
 }
 
 void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
@@ -312,7 +313,7 @@ void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {
   polled.state.last_success = now.of_day.count();
   polled.state.lifetime = answer.lifetime.value_or(std::chrono::seconds(0));
   if (!std::exchange(polled.state.fault, {}).isEmpty())
-    log_(QString("the feed %1 can be used again").arg(polled.state.url));
+    log_(LogLevel::Info, QString("the feed %1 can be used again").arg(polled.state.url));
 }
 
 void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &fault) {
@@ -323,7 +324,7 @@ void FeedPoller::Fail(Polled &polled, const FeedAnswer &answer, const QString &f
     LeaveAlone(polled.host, now + *answer.retry_after);
   ++polled.state.failures;
   if (std::exchange(polled.state.fault, LogText(fault)).isEmpty())
-    log_(QString("the feed %1 cannot be used: %2").arg(polled.state.url, polled.state.fault));
+    log_(LogLevel::Warning, QString("the feed %1 cannot be used: %2").arg(polled.state.url, polled.state.fault));
 }
 
 /// The host wants no request until then, for none of its feeds.

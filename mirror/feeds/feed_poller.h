@@ -14,6 +14,7 @@
 #include "feeds/feed_fetcher.h"
 #include "feeds/feed_reading.h"
 #include "feeds/feed_schedule.h"
+#include "log/log.h"
 
 namespace borvane::mirror {
 
@@ -35,7 +36,6 @@ class FeedPoller final : public QObject {
   /// Takes a good reading of the feed, in the poller's thread. Returns why it cannot be believed; empty when it is
   /// taken up.
   using Take = std::function<QString(const Feed &feed, FeedReading reading)>;
-  using Log = std::function<void(const QString &)>;
 
   /// What the poller asks of the computer; a test brings its own.
   struct Surroundings {
@@ -48,8 +48,8 @@ class FeedPoller final : public QObject {
 
   /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working,
   /// when it works again, and when the number of its events that cannot be read changes.
-  FeedPoller(std::vector<Feed> feeds, Take take, Log log);
-  FeedPoller(std::vector<Feed> feeds, Take take, Log log, Surroundings surroundings);
+  FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log);
+  FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log, Surroundings surroundings);
   ~FeedPoller() override;
 
   /// Asks for every feed, in their order, and again whenever one is due; not before the last answer's lifetime is over,
@@ -87,7 +87,7 @@ class FeedPoller final : public QObject {
   void LeaveAlone(const std::string &host, std::chrono::milliseconds until);
 
   const Take take_;
-  const Log log_;
+  const WriteLog log_;
   Surroundings surroundings_;
   std::vector<std::unique_ptr<Polled>> feeds_;
   FeedFetcher fetcher_;

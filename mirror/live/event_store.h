@@ -13,6 +13,7 @@
 
 #include "live/event_record.h"
 #include "live/event_tables.h"
+#include "log/log.h"
 #include "store/migrations.h"
 #include "store/store_thread.h"
 
@@ -46,7 +47,7 @@ class EventStore final : public QObject {
     /// events are worse than a feed that is asked twice.
     std::function<void(bool leads)> lead;
     /// A line when the store stops working, and when it works again.
-    StoreThread::Log log;
+    WriteLog log;
   };
 
   /// How often and how long; a test is less patient.

@@ -36,7 +36,8 @@ LiveCatalogue::LiveCatalogue(Settings settings, Callbacks callbacks)
                              qint64 time_of_data) { OnStored(std::move(records), time_of_data); },
               .everything = [this] { return events_.Records(); },
               .lead = callbacks_.may_poll,
-              .log = [log = callbacks_.log](const QString &line) { log("the events' store " + line); }}) {
+              .log = [log = callbacks_.log](LogLevel level,
+                                            const QString &line) { log(level, "the events' store " + line); }}) {
   connect(&aging_timer_, &QTimer::timeout, this, [this] { PublishAged(); });
 }
 

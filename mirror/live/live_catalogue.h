@@ -11,6 +11,7 @@
 
 #include "live/event_store.h"
 #include "live/live_events.h"
+#include "log/log.h"
 
 namespace borvane::mirror {
 
@@ -38,7 +39,7 @@ class LiveCatalogue final : public QObject {
     std::function<void()> restored;
     /// Whether this mirror asks the feeds, see EventStore.
     std::function<void(bool may_poll)> may_poll;
-    StoreThread::Log log;
+    WriteLog log;
   };
 
   LiveCatalogue(Settings settings, Callbacks callbacks);

@@ -43,8 +43,9 @@ Service::Service(Settings settings)
       report_rate_(settings_.limits.reports_a_minute),
       detail_rate_(settings_.limits.details_a_minute),
       reports_(std::make_shared<Reports>(settings_.retention)),
-      store_(settings_.store, reports_schema,
-             [log = settings_.log](const QString &line) { log("the service's store " + line); }) {}
+      store_(settings_.store, reports_schema, [log = settings_.log](LogLevel level, const QString &line) {
+        log(level, "the service's store " + line);
+      }) {}
 
 bool Service::Serves(const QByteArray &target, const QByteArray &host) const {
   const QByteArray path = PathOf(target);

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "http/handler.h"
+#include "log/log.h"
 #include "service/query.h"
 #include "service/rate_limit.h"
 #include "service/reports.h"
@@ -44,7 +45,7 @@ class Service : public Handler {
     RetentionLimits retention = {};
     ServiceLimits limits = {};
     Clock clock;
-    StoreThread::Log log;  ///< gets a line when the store stops working, and when it works again
+    WriteLog log;  ///< gets a line when the store stops working, and when it works again
   };
 
   explicit Service(Settings settings);

@@ -195,7 +195,7 @@ void StoreThread::Worker::Post(const Job &job, const std::optional<QByteArray> &
       Qt::QueuedConnection);
 }
 
-StoreThread::StoreThread(const StoreAddress &address, const Schema &schema, Log log, int timeout_ms)
+StoreThread::StoreThread(const StoreAddress &address, const Schema &schema, WriteLog log, int timeout_ms)
     : name_(address.Text()),
       log_(std::move(log)),
       timeout_ms_(timeout_ms),
@@ -260,12 +260,12 @@ void StoreThread::LogOutcome(Access access, const QString &failure) {
   if (failure.isEmpty()) {
     if (failing_ && (access == Access::Write || failing_ == Access::Read)) {
       failing_.reset();
-      log_(QString("%1 works again").arg(name_));
+      log_(LogLevel::Info, QString("%1 works again").arg(name_));
     }
     return;
   }
   if (!failing_)
-    log_(QString("%1 does not work: %2").arg(name_, failure));
+    log_(LogLevel::Warning, QString("%1 does not work: %2").arg(name_, failure));
   if (failing_ != Access::Write)
     failing_ = access;
 }

@@ -11,6 +11,7 @@
 #include <optional>
 #include <thread>
 
+#include "log/log.h"
 #include "store/database.h"
 #include "store/migrations.h"
 
@@ -28,11 +29,10 @@ class StoreThread : public QObject {
  public:
   using Work = std::function<QByteArray(Database &)>;
   using Done = std::function<void(const std::optional<QByteArray> &result)>;
-  using Log = std::function<void(const QString &)>;
 
   /// `log` gets a line that begins with the store's address when the store stops working, and when it works again. A
   /// job that is not done after `timeout_ms` counts as failed; if it has begun by then, it may still complete.
-  StoreThread(const StoreAddress &address, const Schema &schema, Log log, int timeout_ms = 10'000);
+  StoreThread(const StoreAddress &address, const Schema &schema, WriteLog log, int timeout_ms = 10'000);
   ~StoreThread() override;
 
   /// Runs `work` on the store, then calls `done` in the calling thread with the result, or with nothing when the store
@@ -57,7 +57,7 @@ class StoreThread : public QObject {
   void LogOutcome(Access access, const QString &failure);
 
   const QString name_;
-  const Log log_;
+  const WriteLog log_;
   const int timeout_ms_;
   quint64 last_number_ = 0;
   std::deque<Waiting> waiting_;    ///< in the order of their deadlines

@@ -29,7 +29,10 @@ class PollerRig {
   explicit PollerRig(std::vector<Feed> feeds)
       : poller(
             std::move(feeds), [this](const Feed &feed, FeedReading reading) { return Take(feed, std::move(reading)); },
-            [this](const QString &line) { log += line; },
+            [this](LogLevel level, const QString &line) {
+              levels += level;
+              log += line;
+            },
             {.clocks = [this] { return clocks_; }, .random = [] { return 0.0; }, .look_interval = 5ms}) {}
 
   /// Moves all clocks forward, as time does.
@@ -56,7 +59,8 @@ class PollerRig {
   QStringList taken;     ///< a line a reading: the feed's source and the ids
   qint64 generated = 0;  ///< of the last reading
   QStringList log;
-  QString refusal;  ///< what readings are refused with; empty for not at all
+  QList<LogLevel> levels;  ///< of the lines
+  QString refusal;         ///< what readings are refused with; empty for not at all
   std::function<void()> at_take = [] {};
   FeedPoller poller;
 
@@ -223,6 +227,7 @@ TEST(FeedPoller, LogsOneLineWhenAFeedFailsAndOneWhenItWorksAgain) {
   ASSERT_TRUE(rig.HasLogged(2));
   EXPECT_EQ(rig.log, QStringList({"the feed " + server.Url() + " cannot be used: answered with the status 500",
                                   "the feed " + server.Url() + " can be used again"}));
+  EXPECT_EQ(rig.levels, QList<LogLevel>({LogLevel::Warning, LogLevel::Info}));
   EXPECT_EQ(rig.poller.States()[0].fault, "");
   EXPECT_EQ(rig.poller.States()[0].failures, 4U);
 }
@@ -441,7 +446,7 @@ TEST(FeedPoller, ReadsTheClocksOfThisComputer) {
         is_taken = true;
         return QString();
       },
-      [](const QString &) {});
+      [](LogLevel, const QString &) {});
   poller.Start();
   ASSERT_TRUE(RunUntil([&] { return is_taken; }));
   RunFor(100);

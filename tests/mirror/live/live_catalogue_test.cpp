@@ -35,7 +35,7 @@ class LiveCatalogueTest : public testing::Test {
                                      },
                                  .restored = [this] { ++restorations_; },
                                  .may_poll = [this](bool may_poll) { may_poll_ = may_poll; },
-                                 .log = [this](const QString &line) { lines_.append(line); }});
+                                 .log = [this](LogLevel, const QString &line) { lines_.append(line); }});
     live_->Start(60'000);
   }
 

@@ -43,7 +43,7 @@ class EndedConnection : public testing::Test {
   PostgresqlServer &server_ = PostgresqlServer::Shared();
   const StoreAddress address_ = server_.MakeDatabase();
   std::atomic<int> attempts_ = 0;
-  StoreThread thread_{address_, reports_schema, [](const QString &) {}};
+  StoreThread thread_{address_, reports_schema, [](LogLevel, const QString &) {}};
 };
 
 TEST_F(EndedConnection, OfPostgreSQLIsReopenedForWhatWasNotCommitted) {

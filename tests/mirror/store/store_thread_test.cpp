@@ -65,7 +65,11 @@ class StoreThreadTest : public testing::Test {
   QTemporaryDir folder_;
   const StoreAddress address_ = {.file = folder_.filePath("service.sqlite")};
   QStringList lines_;
-  StoreThread::Log log_ = [this](const QString &line) { lines_.append(line); };
+  QList<LogLevel> levels_;  // of the lines
+  WriteLog log_ = [this](LogLevel level, const QString &line) {
+    levels_.append(level);
+    lines_.append(line);
+  };
   std::unique_ptr<StoreThread> thread_ = std::make_unique<StoreThread>(address_, reports_schema, log_, 60'000);
 };
 
@@ -182,6 +186,7 @@ TEST_F(StoreThreadTest, LogsWhenTheStoreFailsAndWhenItWorksAgain) {
   Succeed();
   Succeed();
   EXPECT_EQ(lines_.mid(1), QStringList(name + " works again"));
+  EXPECT_EQ(levels_, QList<LogLevel>({LogLevel::Warning, LogLevel::Info}));
 }
 
 TEST_F(StoreThreadTest, DoesNotTakeAReadForAProofThatWritesWork) {

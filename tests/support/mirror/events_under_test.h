@@ -47,7 +47,7 @@ class EventsUnderTest {
                       return Records();
                     },
                 .lead = [this](bool leads) { leads_ = leads; },
-                .log = [this](const QString &line) { lines_.append(line); }}) {}
+                .log = [this](LogLevel, const QString &line) { lines_.append(line); }}) {}
 
   EventStore &store() { return store_; }
 

@@ -18,7 +18,7 @@ class ServiceUnderTest {
                   .newest_version = "2.3.5",
                   .limits = limits,
                   .clock = [this] { return now_; },
-                  .log = [this](const QString &line) { lines_.append(line); }}) {}
+                  .log = [this](LogLevel, const QString &line) { lines_.append(line); }}) {}
 
   /// The answer to a GET, waited for; status 0 when none comes within 20 seconds.
   Answer Get(const QByteArray &target, const char *client = "10.0.0.1", const QByteArray &method = "GET") {

@@ -35,7 +35,7 @@ QString IdsOf(const Catalogue &catalogue) {
   return ids.join(' ');
 }
 
-void Log(const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); }
+void WriteLine(LogLevel /*level*/, const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); }
 
 void TakeUp(const QString &store, int count, int patience_ms) {
   int number = 0;
@@ -44,7 +44,7 @@ void TakeUp(const QString &store, int count, int patience_ms) {
                      {.changed = [&](const std::shared_ptr<const Catalogue> &events) { served = IdsOf(*events); },
                       .restored = [] {},
                       .may_poll = [](bool) {},
-                      .log = Log});
+                      .log = WriteLine});
   live.Start(10'000);
   for (number = 1; number <= count; ++number) {
     const QString fault = live.Take({.url = "week", .span = WholeWeek()}, ReadingNumber(number));
@@ -58,7 +58,7 @@ void LeadOnceAllowed(const QString &store) {
                      {.changed = [](const std::shared_ptr<const Catalogue> &) {},
                       .restored = [] {},
                       .may_poll = [&may_poll](bool may) { may_poll = may; },
-                      .log = Log});
+                      .log = WriteLine});
   live.Start(0);
   while (!may_poll)
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);

@@ -17,6 +17,9 @@ enum class LogLevel {
 /// The level of that name, "error", "warning" or "info"; nothing for any other name.
 std::optional<LogLevel> LogLevelOf(const QString &name);
 
+/// Takes a line for the log.
+using WriteLog = std::function<void(LogLevel level, const QString &text)>;
+
 /// A line of the log with its end. What could break it in two, or change a terminal, is a "?". For the journal of
 /// systemd it begins with the level, "<3>".
 QByteArray LogLine(LogLevel level, const QString &text, bool is_for_journal);
