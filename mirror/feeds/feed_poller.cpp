@@ -92,6 +92,8 @@ struct FeedPoller::Polled {
   std::optional<FeedFetcher::Number> fetch;  ///< under way
   bool is_read = false;                      ///< whether an answer is being read
 
+  int most_left_out = 0;  ///< of the readings since the last one from which nothing was
+
   // Of the answer that was taken up last.
   QByteArray etag;
   QByteArray last_modified;
@@ -283,10 +285,9 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
   polled.is_read = false;
   if (read.digest != polled.digest) {
     QString fault = std::move(read.reading.fault);
-    if (fault.isEmpty()) {
-      SeeLeftOut(polled, read.reading.left_out);
+    const int left_out = read.reading.left_out;
+    if (fault.isEmpty())
       fault = take_(polled.feed, std::move(read.reading));
-    }
     if (read.is_large)
       reader_.start(ReturnFreeMemory);
     if (!fault.isEmpty()) {
@@ -295,16 +296,24 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
       return;
     }
     polled.digest = read.digest;
+    SeeLeftOut(polled, left_out);
   }
   polled.etag = read.answer.etag;
   polled.last_modified = read.answer.last_modified;
   Succeed(polled, read.answer);
 }
 
+/// Logs the first events that cannot be read, more than ever since, and when there are none any more: a feed may have
+/// one more and one less in turn.
 void FeedPoller::SeeLeftOut(Polled &polled, int left_out) {
-  if (std::exchange(polled.state.left_out, left_out) != left_out)
-    log_(left_out > 0 ? LogLevel::Warning : LogLevel::Info,
+  polled.state.left_out = left_out;
+  if (left_out > polled.most_left_out) {
+    polled.most_left_out = left_out;
+    log_(LogLevel::Warning,
          QString("the feed %1 has events that cannot be read: %2").arg(polled.state.url).arg(left_out));
+  } else if (left_out == 0 && std::exchange(polled.most_left_out, 0) > 0) {
+    log_(LogLevel::Info, QString("all events of the feed %1 can be read again").arg(polled.state.url));
+  }
 }
 
 void FeedPoller::Succeed(Polled &polled, const FeedAnswer &answer) {

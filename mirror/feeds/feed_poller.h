@@ -47,7 +47,7 @@ class FeedPoller final : public QObject {
   };
 
   /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working,
-  /// when it works again, and when the number of its events that cannot be read changes.
+  /// when it works again, and when the number of its events that cannot be read rises or is none again.
   FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log);
   FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log, Surroundings surroundings);
   ~FeedPoller() override;

@@ -337,22 +337,36 @@ TEST(FeedPoller, ReadsTheTextForm) {
   EXPECT_EQ(rig.poller.States()[0].left_out, 1);
 }
 
-TEST(FeedPoller, LogsHowManyEventsCannotBeReadWhenThatChanges) {
+TEST(FeedPoller, LogsHowManyEventsCannotBeReadWhenTheyAreMoreThanEverOrNone) {
   const QByteArray text = "#EventID|Time|Latitude|Longitude\na|2026-06-19T00:00:00|1|2\n";
   FeedServer server(Sends(HttpAnswer("200 OK", "")));
   PollerRig rig({FeedAt(server.Url(), 0, FeedForm::EventText)});
   rig.poller.Start();
   qsizetype taken = 1;
   ASSERT_TRUE(rig.HasTaken(taken));
-  for (const char *more : {"", "b\n", "c\n", "d\ne\n", ""}) {
+  for (const char *more : {"", "b\n", "c\n", "b\nc\n", "d\n", "e\nf\n", "", "g\n"}) {
     server.SetAnswer(Sends(HttpAnswer("200 OK", text + more)));
     rig.Pass(60s);
     ASSERT_TRUE(rig.HasTaken(++taken));
   }
+  ASSERT_TRUE(rig.HasLogged(4));
   const QString feed = "the feed " + server.Url();
   EXPECT_EQ(rig.log,
             QStringList({feed + " has events that cannot be read: 1", feed + " has events that cannot be read: 2",
-                         feed + " has events that cannot be read: 0"}));
+                         "all events of " + feed + " can be read again", feed + " has events that cannot be read: 1"}));
+  EXPECT_EQ(rig.levels, QList<LogLevel>({LogLevel::Warning, LogLevel::Warning, LogLevel::Info, LogLevel::Warning}));
+}
+
+TEST(FeedPoller, SaysNothingOfTheEventsOfAReadingThatWasNotBelieved) {
+  const FeedServer server(
+      Sends(HttpAnswer("200 OK", "#EventID|Time|Latitude|Longitude\na|2026-06-19T00:00:00|1|2\nb\n")));
+  PollerRig rig({FeedAt(server.Url(), 0, FeedForm::EventText)});
+  rig.refusal = "it has lost most of its events";
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  ASSERT_TRUE(rig.HasLogged(1));
+  EXPECT_EQ(rig.log, QStringList("the feed " + server.Url() + " cannot be used: it has lost most of its events"));
+  EXPECT_EQ(rig.poller.States()[0].left_out, 0);
 }
 
 TEST(FeedPoller, TakesTheTimeOfTheAnswerForThatOfATextThatHasNone) {
