@@ -71,6 +71,22 @@ FeedReading ReadSentEventText(const QByteArray &text, qint64 made, qint64 now) {
   return reading;
 }
 
+/// What is worth a line about a number that ought to be none: it may go up and down with each reading.
+enum class Turn {
+  None,
+  Worse,  ///< more than ever since it was none
+  Over,   ///< none again
+};
+
+/// Compares the number with the most since it was none, and keeps that.
+Turn TurnOf(int &most, int number) {
+  if (number > most) {
+    most = number;
+    return Turn::Worse;
+  }
+  return number == 0 && std::exchange(most, 0) > 0 ? Turn::Over : Turn::None;
+}
+
 FeedReading ReadFeedText(FeedForm form, const QByteArray &text, qint64 made, qint64 now) {
   switch (form) {
     case FeedForm::Summary:
@@ -83,6 +99,12 @@ FeedReading ReadFeedText(FeedForm form, const QByteArray &text, qint64 made, qin
 
 }  // namespace
 
+/// How many events of a reading were left out.
+struct FeedPoller::LeftOut {
+  int all = 0;
+  int nameless = 0;  ///< those of them that have no id
+};
+
 /// A feed and the state of its requests.
 struct FeedPoller::Polled {
   Feed feed;
@@ -92,7 +114,7 @@ struct FeedPoller::Polled {
   std::optional<FeedFetcher::Number> fetch;  ///< under way
   bool is_read = false;                      ///< whether an answer is being read
 
-  int most_left_out = 0;  ///< of the readings since the last one from which nothing was
+  LeftOut most_left_out = {};  ///< each since a reading had none of it
 
   // Of the answer that was taken up last.
   QByteArray etag;
@@ -285,7 +307,7 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
   polled.is_read = false;
   if (read.digest != polled.digest) {
     QString fault = std::move(read.reading.fault);
-    const int left_out = read.reading.left_out;
+    const LeftOut left_out = {.all = read.reading.left_out, .nameless = read.reading.nameless};
     if (fault.isEmpty())
       fault = take_(polled.feed, std::move(read.reading));
     if (read.is_large)
@@ -303,16 +325,34 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
   Succeed(polled, read.answer);
 }
 
-/// Logs the first events that cannot be read, more than ever since, and when there are none any more: a feed may have
-/// one more and one less in turn.
-void FeedPoller::SeeLeftOut(Polled &polled, int left_out) {
-  polled.state.left_out = left_out;
-  if (left_out > polled.most_left_out) {
-    polled.most_left_out = left_out;
-    log_(LogLevel::Warning,
-         QString("the feed %1 has events that cannot be read: %2").arg(polled.state.url).arg(left_out));
-  } else if (left_out == 0 && std::exchange(polled.most_left_out, 0) > 0) {
-    log_(LogLevel::Info, QString("all events of the feed %1 can be read again").arg(polled.state.url));
+void FeedPoller::SeeLeftOut(Polled &polled, const LeftOut &left_out) {
+  const QString &url = polled.state.url;
+  polled.state.left_out = left_out.all;
+  switch (TurnOf(polled.most_left_out.all, left_out.all)) {
+    case Turn::Worse:
+      log_(LogLevel::Warning, QString("the feed %1 has events that cannot be read: %2").arg(url).arg(left_out.all));
+      break;
+    case Turn::Over:
+      log_(LogLevel::Info, QString("all events of the feed %1 can be read again").arg(url));
+      break;
+    case Turn::None:
+      break;
+  }
+  if (!polled.feed.span.whole)
+    return;
+  switch (TurnOf(polled.most_left_out.nameless, left_out.nameless)) {
+    case Turn::Worse:
+      log_(LogLevel::Warning, QString("the feed %1 has events without an id: %2; until it has none, no event that it "
+                                      "lacks is taken back, since it may be one of these")
+                                  .arg(url)
+                                  .arg(left_out.nameless));
+      break;
+    case Turn::Over:
+      log_(LogLevel::Info,
+           QString("the feed %1 has no events without an id any more; what it lacks is taken back again").arg(url));
+      break;
+    case Turn::None:
+      break;
   }
 }
 

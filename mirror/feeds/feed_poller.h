@@ -47,7 +47,7 @@ class FeedPoller final : public QObject {
   };
 
   /// `take` gets each reading that is another than the last one of its feed, `log` a line when a feed stops working,
-  /// when it works again, and when the number of its events that cannot be read rises or is none again.
+  /// when it works again, and when the number of its events that cannot be read, or have no id, rises or is none again.
   FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log);
   FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log, Surroundings surroundings);
   ~FeedPoller() override;
@@ -71,6 +71,7 @@ class FeedPoller final : public QObject {
  private:
   struct Polled;
   struct Read;
+  struct LeftOut;
 
   void Look();
   std::vector<Polled *> ByDue() const;
@@ -81,7 +82,7 @@ class FeedPoller final : public QObject {
   void OnAnswer(Polled &polled, FeedAnswer answer);
   void StartReading(Polled &polled, FeedAnswer answer);
   void OnRead(Polled &polled, Read read);
-  void SeeLeftOut(Polled &polled, int left_out);
+  void SeeLeftOut(Polled &polled, const LeftOut &left_out);
   void Succeed(Polled &polled, const FeedAnswer &answer);
   void Fail(Polled &polled, const FeedAnswer &answer, const QString &fault);
   void LeaveAlone(const std::string &host, std::chrono::milliseconds until);

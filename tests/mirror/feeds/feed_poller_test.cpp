@@ -357,6 +357,38 @@ TEST(FeedPoller, LogsHowManyEventsCannotBeReadWhenTheyAreMoreThanEverOrNone) {
   EXPECT_EQ(rig.levels, QList<LogLevel>({LogLevel::Warning, LogLevel::Warning, LogLevel::Info, LogLevel::Warning}));
 }
 
+TEST(FeedPoller, LogsThatNoEventIsTakenBackWhileAFeedOfAWholeSpanHasEventsWithoutAnId) {
+  const QByteArray nameless = SummaryOf({"a", "b", "?"}).replace(R"("id":"?",)", "");
+  FeedServer server(Sends(HttpAnswer("200 OK", nameless)));
+  Feed week = FeedAt(server.Url("/week"));
+  week.span.whole = 7 * 24h;
+  PollerRig rig({week});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  server.SetAnswer(Sends(HttpAnswer("200 OK", nameless + '\n')));
+  rig.Pass(60s);
+  ASSERT_TRUE(rig.HasTaken(2));
+  server.SetAnswer(Sends(HttpAnswer("200 OK", SummaryOf({"a", "b"}))));
+  rig.Pass(60s);
+  ASSERT_TRUE(rig.HasTaken(3));
+  ASSERT_TRUE(rig.HasLogged(4));
+  const QString feed = "the feed " + server.Url("/week");
+  EXPECT_EQ(rig.log,
+            QStringList({feed + " has events that cannot be read: 1",
+                         feed + " has events without an id: 1; until it has none, no event that it lacks is taken "
+                                "back, since it may be one of these",
+                         "all events of " + feed + " can be read again",
+                         feed + " has no events without an id any more; what it lacks is taken back again"}));
+  EXPECT_EQ(rig.levels, QList<LogLevel>({LogLevel::Warning, LogLevel::Warning, LogLevel::Info, LogLevel::Info}));
+
+  // Without a span, nothing that a feed lacks was taken back.
+  const FeedServer other(Sends(HttpAnswer("200 OK", nameless)));
+  PollerRig recent({FeedAt(other.Url())});
+  recent.poller.Start();
+  ASSERT_TRUE(recent.HasLogged(1));
+  EXPECT_EQ(recent.log, QStringList("the feed " + other.Url() + " has events that cannot be read: 1"));
+}
+
 TEST(FeedPoller, SaysNothingOfTheEventsOfAReadingThatWasNotBelieved) {
   const FeedServer server(
       Sends(HttpAnswer("200 OK", "#EventID|Time|Latitude|Longitude\na|2026-06-19T00:00:00|1|2\nb\n")));
