@@ -220,7 +220,7 @@ void StoreThread::Submit(Access access, Work work, Done done) {
   }
   if (!thread_.joinable())
     thread_ = std::thread([worker = worker_] { worker->Run(); });
-  waiting_.push_back({++last_number_, std::move(done), QDeadlineTimer(timeout_ms_)});
+  waiting_.push_back({++last_number_, access, std::move(done), QDeadlineTimer(timeout_ms_)});
   worker_->Add({last_number_, access, std::move(work)});
   if (!timer_.isActive())
     RestartTimer();
@@ -245,7 +245,7 @@ void StoreThread::FailOverdueJobs() {
     waiting_.pop_front();
     if (!worker_->Cancel(overdue.number))
       stuck_.insert(overdue.number);
-    LogOutcome(Access::Write, "it does not answer");
+    LogOutcome(overdue.access, "it does not answer");
     overdue.done(std::nullopt);
   }
   RestartTimer();

@@ -47,6 +47,7 @@ class StoreThread : public QObject {
 
   struct Waiting {
     quint64 number;
+    Access access;
     Done done;
     QDeadlineTimer deadline;
   };

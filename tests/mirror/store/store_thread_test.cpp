@@ -236,6 +236,29 @@ TEST_F(StoreThreadTest, GivesUpAJobThatTakesTooLong) {
   EXPECT_EQ(outcomes.size(), 3);
 }
 
+TEST_F(StoreThreadTest, WorksAgainByAReadWhereNothingButReadsTookTooLong) {
+  Succeed();
+  thread_ = std::make_unique<StoreThread>(address_, reports_schema, log_, 100);
+  std::promise<void> gate;
+  std::shared_future<void> open = gate.get_future().share();
+  QByteArrayList outcomes;
+  const auto note = [&](const std::optional<QByteArray> &result) { outcomes.append(result.value_or("failed")); };
+  std::promise<void> begun;
+  thread_->Submit(
+      Access::Read, [&begun, open](Database &) { return begun.set_value(), open.wait(), QByteArray("late"); }, note);
+  begun.get_future().wait();
+  WaitFor(outcomes, 1);
+  EXPECT_EQ(outcomes, QByteArrayList({"failed"}));
+  EXPECT_FALSE(thread_->Works());
+  gate.set_value();
+  QElapsedTimer clock;
+  for (clock.start(); !thread_->Works() && clock.elapsed() < 60'000;)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+  EXPECT_TRUE(thread_->Works());
+  const QString name = address_.file;
+  EXPECT_EQ(lines_, QStringList({name + " does not work: it does not answer", name + " works again"}));
+}
+
 TEST_F(StoreThreadTest, EndsThoughTheStoreIsStuck) {
   auto gate = std::make_shared<std::promise<void>>();
   thread_->Submit(
