@@ -102,7 +102,8 @@ StoreAddress EventStoreAddress(const StoreAddress &service) {
 }
 
 EventStore::EventStore(const StoreAddress &address, QStringList sources, Settings settings, Callbacks callbacks)
-    : sources_(std::move(sources)),
+    : name_(address.Text()),
+      sources_(std::move(sources)),
       settings_(std::move(settings)),
       callbacks_(std::move(callbacks)),
       is_shared_(!address.IsFile()),
@@ -187,6 +188,8 @@ void EventStore::OnRead(bool has_worked, Found &found) {
     Lead(false);
   const bool is_first = !is_read_;
   const bool is_another = identity_ && found.exists && *identity_ != found.state.identity;
+  if (found.exists)
+    LogAnother(found.state);
   is_read_ = true;
   // What is dropped here is read again after the write.
   const bool has_all = !DropUnwritten(found.records);
@@ -211,6 +214,19 @@ void EventStore::OnRead(bool has_worked, Found &found) {
       Write(part, time_of_data_);
   patience_timer_.stop();
   Lead(found.leads);
+}
+
+/// Logs once that there is another store under the name. One without a change was made by what has found it.
+void EventStore::LogAnother(const EventsState &state) {
+  if (!identity_ || *identity_ == state.identity || logged_ == state.identity)
+    return;
+  logged_ = state.identity;
+  callbacks_.log(
+      LogLevel::Warning,
+      name_ + (state.number == 0 ? " was removed: the events in memory are still served, and are written to a "
+                                   "new one; what was older is lost"
+                                 : " was replaced by another one: its events are served from now on, too, and "
+                                   "the events in memory are written to it"));
 }
 
 /// Removes the records that are to be written over. Returns whether there were any.
@@ -316,6 +332,7 @@ void EventStore::OnWritten(const Found &found) {
     number_ = state.number + 1;
   } else {
     // Another mirror has written, or this is another store.
+    LogAnother(state);
     Read();
   }
   if (waiting_.empty())

@@ -46,7 +46,7 @@ class EventStore final : public QObject {
     /// Whether this mirror leads. Without an answer of the database's server it leads after half a minute, since old
     /// events are worse than a feed that is asked twice.
     std::function<void(bool leads)> lead;
-    /// A line when the store stops working, and when it works again.
+    /// A line when the store stops working, when it works again, and when there is another store in its place.
     WriteLog log;
   };
 
@@ -104,6 +104,7 @@ class EventStore final : public QObject {
   void NoteTime();
   void Read();
   void OnRead(bool has_worked, Found &found);
+  void LogAnother(const EventsState &state);
   bool DropUnwritten(std::vector<EventRecord> &records) const;
   void GiveUpSome();
   void WriteWhatWaits();
@@ -112,6 +113,7 @@ class EventStore final : public QObject {
   void OnOutcome(Access access, bool has_worked);
   void Lead(bool leads);
 
+  const QString name_;
   const QStringList sources_;
   const Settings settings_;
   const Callbacks callbacks_;
@@ -122,6 +124,7 @@ class EventStore final : public QObject {
   qint64 time_ = 0;                                   ///< the clock's when it was last looked at
   bool is_reading_ = false;                           ///< whether it is being read
   std::optional<QByteArray> identity_;                ///< of the store that was read; nothing while there is none
+  std::optional<QByteArray> logged_;                  ///< the identity of the other store that was logged last
   qint64 number_ = 0;                                 ///< of the last change that is known
   std::deque<std::shared_ptr<const Batch>> waiting_;  ///< to be written
   std::shared_ptr<const Batch> under_way_;            ///< the one that is being written

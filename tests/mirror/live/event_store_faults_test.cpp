@@ -105,7 +105,12 @@ TEST_F(EventFileFaults, LoseNothingWhenTheFileIsRemoved) {
   EXPECT_TRUE(WaitFor([&] { return events.Replacements() == 1 && events.store().Unwritten() == 0; }));
   EXPECT_EQ(Stored(), events.Records());
   EXPECT_EQ(Stored().size(), 3U);
-  EXPECT_EQ(events.Lines(), QStringList());
+  EXPECT_EQ(events.Lines(), QStringList(address_.file + " was removed: the events in memory are still served, and are "
+                                                        "written to a new one; what was older is lost"));
+  RemoveFile();
+  events.Write({Said("last")});
+  EXPECT_TRUE(WaitFor([&] { return events.Replacements() == 2 && events.store().Unwritten() == 0; }));
+  EXPECT_EQ(events.Lines().size(), 2) << "each time";
 }
 
 TEST_F(EventFileFaults, WriteManyEventsAgainInSeveralTransactions) {
@@ -139,6 +144,9 @@ TEST_F(EventFileFaults, LoseNothingWhenTheFileIsReplacedByAnotherMirrors) {
   events.Write({Said("after")});
   EXPECT_TRUE(WaitFor([&] { return events.Records().size() == 3 && events.store().Unwritten() == 0; }));
   EXPECT_EQ(Stored(), events.Records());
+  EXPECT_EQ(events.Lines(),
+            QStringList(address_.file + " was replaced by another one: its events are served from now on, too, and the "
+                                        "events in memory are written to it"));
 }
 
 TEST_F(EventFileFaults, SeeWhatAnotherMirrorWritesToTheFile) {
@@ -153,6 +161,7 @@ TEST_F(EventFileFaults, SeeWhatAnotherMirrorWritesToTheFile) {
   EXPECT_TRUE(WaitFor([&] { return one.Knows(Said("b")); }));
   EXPECT_EQ(Stored().size(), 3U);
   EXPECT_EQ(one.Replacements() + other.Replacements(), 0);
+  EXPECT_EQ(one.Lines() + other.Lines(), QStringList());
 }
 
 // For everyone. This user may be of the group that owns the file.
