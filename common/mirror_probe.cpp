@@ -54,7 +54,7 @@ std::optional<std::string_view> MirrorVersion(std::string_view answer) {
 }
 
 bool IsMirrorOfOurPages(std::string_view answer) {
-  return MirrorVersion(answer) && FirstWordOf(pages_field, answer).value_or(pages_number) == pages_number;
+  return MirrorVersion(answer) && FirstWordOf(pages_field, answer) == pages_number;
 }
 
 }  // namespace borvane

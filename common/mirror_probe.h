@@ -13,7 +13,7 @@ inline constexpr std::string_view mirror_probe = "GET / HTTP/1.0\r\nHost: localh
 bool IsUnfinishedHead(std::string_view answer);
 
 /// The header field by which a mirror says which pages it speaks, and the number of those that this program's monitor
-/// reads. It counts up when a monitor could no longer read the pages. A mirror that does not say it speaks the first.
+/// reads. It counts up when a monitor could no longer read the pages. A mirror that does not say it may speak any.
 inline constexpr std::string_view pages_field = "Borvane-Pages";
 inline constexpr std::string_view pages_number = "1";
 
@@ -21,7 +21,7 @@ inline constexpr std::string_view pages_number = "1";
 /// program did, or the head is not whole.
 std::optional<std::string_view> MirrorVersion(std::string_view answer);
 
-/// Whether a mirror sent the answer whose pages this program's monitor reads.
+/// Whether a mirror sent the answer that says that its pages are those which this program's monitor reads.
 bool IsMirrorOfOurPages(std::string_view answer);
 
 }  // namespace borvane

@@ -21,7 +21,8 @@ namespace {
 
 constexpr int a_moment = 200;  // milliseconds
 
-const std::string mirror_answer = "HTTP/1.1 200 OK\r\nServer: borvane-mirror/2.3.5\r\nContent-Length: 0\r\n\r\n";
+const std::string mirror_answer =
+    "HTTP/1.1 200 OK\r\nServer: borvane-mirror/2.3.5\r\nBorvane-Pages: 1\r\nContent-Length: 0\r\n\r\n";
 
 /// A port at which nobody listens just now.
 quint16 FreePort() {
@@ -168,12 +169,17 @@ TEST_F(MirrorStarterTest, LeavesAForeignProgramAtThePortAloneAndLogsItOnce) {
 
 TEST_F(MirrorStarterTest, LeavesAMirrorOfOtherPagesAloneAndSaysWhatItIs) {
   WriteMirror();
-  ScriptedServer other(Writes("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nBorvane-Pages: 2\r\n\r\n"));
-  const auto port = static_cast<quint16>(std::stoi(other.port()));
-  LookAt(port);
+  const std::string head = "HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\n";
+  ScriptedServer with_others(Writes(head + "Borvane-Pages: 2\r\n\r\n"));
+  ScriptedServer with_unknown(Writes(head + "\r\n"));
+  for (const ScriptedServer *other : {&with_others, &with_unknown}) {
+    const auto port = static_cast<quint16>(std::stoi(other->port()));
+    LookAt(port);
 
-  EXPECT_TRUE(LogsWithin(ProgramAt(port) + "is a borvane-mirror whose pages this version cannot read"));
-  EXPECT_EQ(Starts(), 0);
+    EXPECT_TRUE(LogsWithin(ProgramAt(port) + "is a borvane-mirror whose pages this version cannot read"));
+    EXPECT_EQ(Starts(), 0);
+    StopLooking();
+  }
 }
 
 TEST_F(MirrorStarterTest, LeavesAProgramThatHangsUpAlone) {
@@ -252,7 +258,8 @@ TEST_F(MirrorStarterTest, PassesOnWhatARunningMirrorLogs) {
 
 TEST_F(MirrorStarterTest, HoldsAConnectionToARunningMirrorOfAnyVersion) {
   for (const std::string version : {"2.3.5", "99.0.1"}) {
-    ScriptedServer mirror(Writes("HTTP/1.1 200 OK\r\nServer: borvane-mirror/" + version + "\r\n\r\n"));
+    ScriptedServer mirror(
+        Writes("HTTP/1.1 200 OK\r\nServer: borvane-mirror/" + version + "\r\nBorvane-Pages: 1\r\n\r\n"));
     const auto port = static_cast<quint16>(std::stoi(mirror.port()));
     QLocalServer attendance;
     CountMonitors(attendance, port);
