@@ -66,7 +66,7 @@ void WriteEventPage(benchmark::State &state) {
   const Catalogue catalogue = ManyEvents();
   const Event &event = catalogue.events()[events_of_page / 2];
   for (auto _ : state)
-    benchmark::DoNotOptimize(EventPage(event, catalogue, 17650).constData());
+    benchmark::DoNotOptimize(EventPage(event, catalogue, PageHost("", 17650)).constData());
 }
 
 /// The comparison is only valid if each page has all events.

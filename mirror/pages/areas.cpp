@@ -33,10 +33,6 @@ constexpr std::array<Area, 15> all_areas = {{
 
 }  // namespace
 
-QByteArray PageAddress(const Area &area, quint16 port) {
-  return "http://" + QByteArray::fromStdString(MirrorHost(area.endpoint, port)) + area.path;
-}
-
 bool IsListPath(const QByteArray &path) {
   return path.startsWith(map_folder) ||
          std::any_of(all_areas.begin(), all_areas.end(), [&](const Area &area) { return path == area.path; });

@@ -53,9 +53,6 @@ struct Area {
   }
 };
 
-/// The address of the area's page, as a mirror that listens at `port` serves it.
-QByteArray PageAddress(const Area &area, quint16 port);
-
 /// All named areas, in the order in which the monitor lists them.
 std::span<const Area> Areas();
 

@@ -13,7 +13,6 @@ namespace {
 
 struct ListedPage {
   const char *name;
-  BrowserEndpoint endpoint;
   const char *path;
   bool (*belongs)(const Event &event);
   const char *today;  ///< HTML that leads to the public page of today
@@ -24,10 +23,10 @@ bool IsStrong(const Event &event) { return event.magnitude && *event.magnitude >
 bool IsAny(const Event & /*event*/) { return true; }
 
 constexpr std::array<ListedPage, 2> pages = {{
-    {"World", BrowserEndpoint::WorldList, "/recenteqsww/", IsAny,
+    {"World", "/recenteqsww/", IsAny,
      "<p>The U.S. Geological Survey's own list is <a href=\"https://earthquake.usgs.gov/earthquakes/map/\">Latest "
      "Earthquakes</a>. These are the events of this mirror:</p>\n"},
-    {"Strong Motion", BrowserEndpoint::StrongMotion, "/research/strongmotion/effects/shake/archive/", IsStrong,
+    {"Strong Motion", "/research/strongmotion/effects/shake/archive/", IsStrong,
      "<p>Records of strong motion are at the <a href=\"https://www.strongmotioncenter.org/\">Center for Engineering "
      "Strong Motion Data</a>, maps of the shaking at <a "
      "href=\"https://earthquake.usgs.gov/data/shakemap/\">ShakeMap</a>. These are the strong events of this "
@@ -68,13 +67,11 @@ std::optional<QByteArray> BrowserPage(const QByteArray &path, const Catalogue &c
   return QuakesPage(FrameOf(page->name, events, facts), events, page->today);
 }
 
-QByteArray BrowserPageLinks(quint16 port) {
+QByteArray BrowserPageLinks() {
   QByteArray links;
   for (const ListedPage &page : pages)
-    links += "<li><a href=\"" + QByteArray::fromStdString(MirrorSite(page.endpoint, port)) + page.path + "\">" +
-             HtmlText(page.name) + "</a></li>\n";
-  return links + "<li><a href=\"" + QByteArray::fromStdString(MirrorSite(BrowserEndpoint::FeltForms, port)) +
-         felt_forms.back().toByteArray() + "\">" + felt_title + "</a></li>\n";
+    links += QByteArray("<li><a href=\"") + page.path + "\">" + HtmlText(page.name) + "</a></li>\n";
+  return links + "<li><a href=\"" + felt_forms.back().toByteArray() + "\">" + felt_title + "</a></li>\n";
 }
 
 }  // namespace borvane::mirror

@@ -17,7 +17,7 @@ inline constexpr double strong_motion_magnitude = 5;
 /// nothing else is at its path. Nothing for every other path.
 std::optional<QByteArray> BrowserPage(const QByteArray &path, const Catalogue &catalogue, const PageFacts &facts = {});
 
-/// Links to these pages, as items of an HTML list. `port` is the one that the mirror listens at.
-QByteArray BrowserPageLinks(quint16 port);
+/// Links to these pages on the host of whatever page they are on, as items of an HTML list.
+QByteArray BrowserPageLinks();
 
 }  // namespace borvane::mirror

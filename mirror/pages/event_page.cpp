@@ -85,12 +85,13 @@ QByteArray Figures(const Event &event) {
   return list + "</dl>\n";
 }
 
-QByteArray Links(const Event &event, quint16 port, const PageFacts &facts) {
+QByteArray Links(const Event &event, const PageHost &host, const PageFacts &facts) {
   QByteArray list = "<ul>\n";
-  for (const Area &area : facts.areas)
-    if (event.is_listed && area.Holds(event))
-      list +=
-          "<li><a href=\"" + PageAddress(area, port) + "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
+  for (const Area &area : facts.areas) {
+    const QByteArray link = event.is_listed && area.Holds(event) ? host.LinkTo(area, facts.areas) : QByteArray();
+    if (!link.isEmpty())
+      list += "<li><a href=\"" + link + "\">Recent earthquakes: " + HtmlText(area.name) + "</a></li>\n";
+  }
   list += "<li><a href=\"" + MapPath(event) + "\">Recent earthquakes around this one</a></li>\n";
   if (IsOfTheSurvey(event, facts))
     list += "<li><a href=\"https://earthquake.usgs.gov/earthquakes/eventpage/" + HtmlText(event.id) +
@@ -100,13 +101,13 @@ QByteArray Links(const Event &event, quint16 port, const PageFacts &facts) {
 
 }  // namespace
 
-QByteArray EventPage(const Event &event, const Catalogue &catalogue, quint16 port, const PageFacts &facts) {
+QByteArray EventPage(const Event &event, const Catalogue &catalogue, const PageHost &host, const PageFacts &facts) {
   const QByteArray title = ValueText(TitleOf(event));
   const QByteArray data = DataNote(facts);
   QByteArray body = "<h1>" + title + "</h1>\n";
   if (!data.isEmpty())
     body += "<p>" + data + "</p>\n";
-  body += Figures(event) + LocatorMap(event, catalogue) + Links(event, port, facts);
+  body += Figures(event) + LocatorMap(event, catalogue) + Links(event, host, facts);
   body += "<footer>Served by borvane-mirror. Event: " + ValueText(CreditOf(event)) + ".</footer>\n";
   return HtmlPage(title, body);
 }

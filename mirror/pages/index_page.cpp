@@ -19,9 +19,14 @@ QByteArray SourcesList(const PageFacts &facts) {
   return list + "</ul>\n";
 }
 
+QByteArray AreaItem(const Area &area, const QByteArray &link) {
+  const QByteArray name = HtmlText(area.name);
+  return "<li>" + (link.isEmpty() ? name : QByteArray("<a href=\"" + link + "\">" + name + "</a>")) + "</li>\n";
+}
+
 }  // namespace
 
-QByteArray IndexPage(const Catalogue &catalogue, const PageFacts &facts, quint16 port) {
+QByteArray IndexPage(const Catalogue &catalogue, const PageFacts &facts, const PageHost &host) {
   const std::size_t count = catalogue.events().size();
   QByteArray body =
       "<h1>Recent earthquakes</h1>\n<p>" + QByteArray::number(count) + (count == 1 ? " event" : " events");
@@ -33,9 +38,8 @@ QByteArray IndexPage(const Catalogue &catalogue, const PageFacts &facts, quint16
   const QByteArray data = DataNote(facts);
   body += (data.isEmpty() ? "" : " ") + data + "</p>\n<ul>\n";
   for (const Area &area : facts.areas)
-    body += "<li><a href=\"" + PageAddress(area, port) + "\">" + HtmlText(area.name) + "</a></li>\n";
-  body += BrowserPageLinks(port);
-  body += "</ul>\n" + SourcesList(facts) + "<footer>Served by borvane-mirror.";
+    body += AreaItem(area, host.LinkTo(area, facts.areas));
+  body += BrowserPageLinks() + "</ul>\n" + SourcesList(facts) + "<footer>Served by borvane-mirror.";
   if (facts.sources.empty())
     body += " Events: U.S. Geological Survey, public domain.";
   return HtmlPage("Recent earthquakes", body + "</footer>\n");

@@ -4,11 +4,12 @@
 
 #include "catalogue/catalogue.h"
 #include "pages/page_facts.h"
+#include "pages/page_host.h"
 
 namespace borvane::mirror {
 
-/// The page of all pages, with a link to each area's, and with the sources of the events. `port` is the one that the
-/// mirror listens at.
-QByteArray IndexPage(const Catalogue &catalogue, const PageFacts &facts, quint16 port);
+/// The page of all pages, on that host, with a link to each area's that has an address there, and with the sources of
+/// the events.
+QByteArray IndexPage(const Catalogue &catalogue, const PageFacts &facts, const PageHost &host);
 
 }  // namespace borvane::mirror

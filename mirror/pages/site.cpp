@@ -46,21 +46,29 @@ Answer Site::Refusal(int status, const QByteArray &target, const QByteArray & /*
 
 std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray &host) {
   const QByteArray path = PathOf(target);
-  const std::optional<Endpoint> endpoint = EndpointOfMirrorHost(host.toStdString());
-  const Area *area = FindArea(path, endpoint, facts_.areas);
-  QByteArray key = (endpoint ? QByteArray::number(static_cast<int>(*endpoint)) : QByteArray()) + path;
-  QByteArray page_host;
-  if (area && area->form == ListForm::Region) {
-    // No target and no host has a line feed in it.
-    page_host = IsPlainHost(host) ? host : QByteArray::fromStdString(MirrorHost(area->endpoint, port_));
-    key += '\n' + page_host;
+  const Area *area = FindArea(path, EndpointOfMirrorHost(host.toStdString()), facts_.areas);
+  // No target and no host has a line feed in it, so that no two pages have one key.
+  if (!area) {
+    const PageHost page_host(host, port_);
+    return KeptPage(page_host.Key() + '\n' + path, [&] { return WritePage(path, page_host); });
   }
+  QByteArray key = QByteArray::number(static_cast<int>(area->endpoint)) + '\n' + path;
+  QByteArray region_host;
+  if (area->form == ListForm::Region) {
+    region_host = IsPlainHost(host) ? host : QByteArray::fromStdString(MirrorHost(area->endpoint, port_));
+    key += '\n' + region_host;
+  }
+  return KeptPage(key, [&] { return AreaPage(*area, *catalogue_, region_host, facts_); });
+}
+
+template <class Write>
+std::optional<QByteArray> Site::KeptPage(const QByteArray &key, const Write &write) {
   if (const auto kept = kept_.constFind(key); kept != kept_.constEnd())
     return *kept;
 
   // The user may have changed the zone since the last page. To look for each time would take longer than the page.
   ::tzset();
-  std::optional<QByteArray> page = area ? AreaPage(*area, *catalogue_, page_host, facts_) : WritePage(path);
+  const std::optional<QByteArray> page = write();
   if (!page)
     return std::nullopt;
   if (kept_bytes_ + page->size() > most_kept_bytes) {
@@ -72,9 +80,9 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
   return page;
 }
 
-std::optional<QByteArray> Site::WritePage(const QByteArray &path) const {
+std::optional<QByteArray> Site::WritePage(const QByteArray &path, const PageHost &host) const {
   if (path == "/")
-    return IndexPage(*catalogue_, facts_, port_);
+    return IndexPage(*catalogue_, facts_, host);
 
   if (std::optional<QByteArray> page = BrowserPage(path, *catalogue_, facts_))
     return page;
@@ -91,7 +99,7 @@ std::optional<QByteArray> Site::WritePage(const QByteArray &path) const {
   if (path.startsWith(event_folder) && path.endsWith(page_suffix)) {
     const QByteArray id = QByteArray::fromPercentEncoding(path.sliced(event_folder.size()).chopped(page_suffix.size()));
     if (const Event *event = catalogue_->Find(QString::fromLatin1(id)))
-      return EventPage(*event, *catalogue_, port_, facts_);
+      return EventPage(*event, *catalogue_, host, facts_);
   }
   return std::nullopt;
 }

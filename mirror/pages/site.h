@@ -7,6 +7,7 @@
 #include "catalogue/catalogue.h"
 #include "http/handler.h"
 #include "pages/page_facts.h"
+#include "pages/page_host.h"
 
 namespace borvane::mirror {
 
@@ -17,7 +18,7 @@ class Site : public Handler {
   /// The events, and what the pages say of them.
   void SetCatalogue(std::shared_ptr<const Catalogue> catalogue, PageFacts facts);
 
-  /// The port that the links to other hosts' pages carry.
+  /// The port that the links to other hosts' pages carry where the request names no host.
   void SetPort(quint16 port) { port_ = port; }
 
   /// The page at a request's target, path and perhaps a query, on the host that the request names; nothing when there
@@ -33,7 +34,9 @@ class Site : public Handler {
   Answer Refusal(int status, const QByteArray &target, const QByteArray &host) const override;
 
  private:
-  std::optional<QByteArray> WritePage(const QByteArray &path) const;
+  template <class Write>
+  std::optional<QByteArray> KeptPage(const QByteArray &key, const Write &write);
+  std::optional<QByteArray> WritePage(const QByteArray &path, const PageHost &host) const;
 
   std::shared_ptr<const Catalogue> catalogue_ = std::make_shared<Catalogue>();
   PageFacts facts_;

@@ -62,7 +62,7 @@ void CheckListPage(ListForm form, const Catalogue &catalogue) {
 }
 
 void CheckEventPage(const Event &event, const Catalogue &catalogue) {
-  const QByteArray page = EventPage(event, catalogue, 1);
+  const QByteArray page = EventPage(event, catalogue, PageHost("", 1));
   const plain::EventPage read = plain::ReadEventPage(page.toStdString());
   Require(read.coordinates_failure == 0 && read.depth_failure == 0);
   Require(read.latitude == SinglePrefix(SignedDegreesText(event.latitude).toStdString()));

@@ -50,12 +50,13 @@ TEST(Mirror, ListensAtBothLoopbackAddresses) {
 
 TEST(Mirror, NamesItselfAndItsPages) {
   MirrorProcess mirror;
-  const Response index = Get(mirror.Port(), "/").value();
+  const QByteArray port = QByteArray::number(mirror.Port());
+  const Response index = Get(mirror.Port(), "/", "southern.localhost:" + port).value();
   EXPECT_EQ(index.status, 200);
   EXPECT_EQ(index.headers["server"], "borvane-mirror/2.3.5");
   EXPECT_EQ(index.headers["content-type"], "text/html; charset=windows-1252");
-  EXPECT_TRUE(index.body.contains("http://southern.localhost:" + QByteArray::number(mirror.Port()) +
-                                  "/recenteqs/Maps/Los_Angeles.html"));
+  EXPECT_TRUE(index.body.contains("\"/recenteqs/Maps/Los_Angeles.html\""));
+  EXPECT_TRUE(index.body.contains("\"http://northern.localhost:" + port + "/recenteqs/Maps/Parkfield.html\""));
   EXPECT_TRUE(index.body.contains("U.S. Geological Survey"));
 }
 

@@ -13,7 +13,7 @@
 namespace borvane::mirror {
 namespace {
 
-QByteArray PageOf(const Event &event) { return EventPage(event, Catalogue({event}), 8080); }
+QByteArray PageOf(const Event &event) { return EventPage(event, Catalogue({event}), PageHost("", 8080)); }
 
 /// What the monitor reads of the event's page.
 plain::EventPage Reading(const Event &event) { return plain::ReadEventPage(PageOf(event).toStdString()); }
@@ -50,7 +50,7 @@ TEST(EventPage, GivesTheFiguresBackWhateverItsTextsSay) {
     RandomCatalogue random(static_cast<unsigned>(number));
     const Catalogue catalogue = random.Make(1 + number % 4);
     for (const Event &event : catalogue.events()) {
-      const plain::EventPage read = plain::ReadEventPage(EventPage(event, catalogue, 8080).toStdString());
+      const plain::EventPage read = plain::ReadEventPage(EventPage(event, catalogue, PageHost("", 8080)).toStdString());
       ASSERT_EQ(read.coordinates_failure, 0) << number;
       ASSERT_EQ(read.depth_failure, 0) << number;
       ASSERT_EQ(read.latitude, SinglePrefix(SignedDegreesText(event.latitude).toStdString())) << number;
@@ -66,7 +66,7 @@ TEST(EventPage, HasItsFiguresInFrontOfTheMap) {
   for (std::size_t i = 0; i < events.size(); ++i)
     events[i].id = QString("near%1").arg(i);
   const Catalogue catalogue(events);
-  const QByteArray page = EventPage(events[0], catalogue, 8080);
+  const QByteArray page = EventPage(events[0], catalogue, PageHost("", 8080));
   EXPECT_GT(page.size(), 32'767);
   EXPECT_LT(page.indexOf("Depth:"), page.indexOf("<svg "));
   EXPECT_EQ(plain::ReadEventPage(page.toStdString()).depth, "26.5 km (16.5 mi)");
@@ -104,7 +104,8 @@ TEST(EventPage, NamesItsCreditAndTheTimeOfTheData) {
   Event event = Castaic();
   event.credit = "Depth: <Centre>";
   event.updated = event.origin_time + 60'000;
-  const QByteArray page = EventPage(event, Catalogue({event}), 8080, {.data_time = event.origin_time + 3'600'000});
+  const QByteArray page =
+      EventPage(event, Catalogue({event}), PageHost("", 8080), {.data_time = event.origin_time + 3'600'000});
   EXPECT_EQ(FaultOf(page), "");
   EXPECT_TRUE(page.contains("</h1>\n<p>Data of 2018/02/07 02:26:13 (UTC+00:00).</p>\n<dl>"));
   EXPECT_TRUE(page.contains("<dt>Credit:</dt> <dd>Depth&#58; &lt;Centre&gt;</dd>"));
@@ -116,7 +117,7 @@ TEST(EventPage, NamesItsCreditAndTheTimeOfTheData) {
 
 TEST(EventPage, LinksToTheListsThatHoldTheEvent) {
   const QByteArray page = PageOf(Castaic());
-  EXPECT_TRUE(page.contains("href=\"http://southern.localhost:8080/recenteqs/Maps/Los_Angeles.html\""));
+  EXPECT_TRUE(page.contains("href=\"/recenteqs/Maps/Los_Angeles.html\""));
   EXPECT_FALSE(page.contains("San_Francisco.html"));
   EXPECT_TRUE(page.contains("href=\"/recenteqs/Maps/118-34.html\""));
   EXPECT_TRUE(page.contains("href=\"https://earthquake.usgs.gov/earthquakes/eventpage/ci37868143\""));
@@ -129,7 +130,7 @@ TEST(EventPage, LinksToTheSurveyWhateverItsCreditIs) {
   const auto links = [&](bool is_survey) {
     const PageFacts facts = {.sources = {{.name = "A", .text = "USGS", .is_survey = is_survey},
                                          {.name = "B", .text = "Another", .is_survey = true}}};
-    return EventPage(event, Catalogue({event}), 8080, facts).contains("earthquake.usgs.gov");
+    return EventPage(event, Catalogue({event}), PageHost("", 8080), facts).contains("earthquake.usgs.gov");
   };
   EXPECT_TRUE(links(true));
   EXPECT_FALSE(links(false));
@@ -143,7 +144,7 @@ TEST(EventPage, DrawsTheEventAndItsNeighbours) {
   far.id = "far";
   far.latitude += 3;
   const QByteArray alone = PageOf(Castaic());
-  const QByteArray together = EventPage(Castaic(), Catalogue({Castaic(), near, far}), 8080);
+  const QByteArray together = EventPage(Castaic(), Catalogue({Castaic(), near, far}), PageHost("", 8080));
   EXPECT_TRUE(alone.contains("<svg "));
   EXPECT_TRUE(alone.contains("aria-label=\"Map: the epicentre at 34.495N 118.667W\""));
   EXPECT_EQ(together.count("<circle"), alone.count("<circle") + 1);
@@ -154,7 +155,7 @@ TEST(EventPage, DrawsTheWholeCatalogueOnTheGlobe) {
   elsewhere.id = "elsewhere";
   elsewhere.latitude = -20;
   elsewhere.longitude = 170;
-  const QByteArray page = EventPage(Castaic(), Catalogue({Castaic(), elsewhere}), 8080);
+  const QByteArray page = EventPage(Castaic(), Catalogue({Castaic(), elsewhere}), PageHost("", 8080));
   EXPECT_TRUE(page.contains("<path d=\"M409 44h.1M640 88h.1\"")) << page.constData();
 }
 
@@ -193,7 +194,7 @@ TEST(EventPage, LoadsNothingFromElsewhere) {
 TEST(EventPage, IsWellFormedForEveryEventOfTheSample) {
   const Catalogue catalogue(SampleEvents());
   for (const Event &event : catalogue.events())
-    ASSERT_EQ(FaultOf(EventPage(event, catalogue, 1)), "") << event.id.toStdString();
+    ASSERT_EQ(FaultOf(EventPage(event, catalogue, PageHost("", 1))), "") << event.id.toStdString();
 }
 
 }  // namespace

@@ -136,6 +136,28 @@ TEST(Site, LinksTheRegionsEventOnItsOwnHostWhereTheRequestNamesNone) {
   }
 }
 
+TEST(Site, LinksOtherHostsBesideTheNameOfEachRequest) {
+  Site site;
+  site.SetPort(8080);
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), {.origin = "a test"});
+  struct Case {
+    const char *host;
+    const char *root;
+  };
+  for (int round = 0; round < 2; ++round)
+    for (const auto &[host, root] :
+         {Case{"quakes.school.example:8080", "http://memphis.quakes.school.example:8080"},
+          Case{"southern.quakes.school.example", "http://memphis.quakes.school.example"},
+          Case{"localhost:17650", "http://memphis.localhost:17650"}, Case{"", "http://memphis.localhost:8080"}})
+      EXPECT_TRUE(site.Page("/", host).value().contains(QByteArray("\"") + root + "/recenteqs/Quakes/quakes0.html\""))
+          << host;
+  const QByteArray event = "/recenteqs/Quakes/ci37868143.html";
+  const QByteArray list = "/recenteqs/Maps/Los_Angeles.html\"";
+  EXPECT_TRUE(site.Page(event, "southern.school.example").value().contains("href=\"" + list));
+  EXPECT_TRUE(
+      site.Page(event, "alaska.school.example").value().contains("href=\"http://southern.school.example" + list));
+}
+
 TEST(Site, ServesNoPageUnderThePathOfAKeptOneAndAHost) {
   Site site;
   site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), {.origin = "a test"});
