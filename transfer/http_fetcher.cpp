@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "transfer/answer_head.h"
 #include "transfer/curl_loop.h"
 #include "transfer/http_address.h"
 
@@ -49,15 +50,14 @@ class HttpFetcher::Request {
   /// allow.
   void Aim() {
     body.clear();
-    has_whole_head_ = false;
+    head_ = {};
     Set(CURLOPT_URL, address.Root().c_str());
     Set(CURLOPT_REQUEST_TARGET, address.target.c_str());
     // To the library, no time left is no limit.
     Set(CURLOPT_TIMEOUT_MS, std::max(1L, static_cast<long>(deadline_.remainingTime())));
   }
 
-  /// Whether the blank line has come that ends the head. The library takes a head that is cut off for a whole one.
-  bool HasWholeHead() const { return has_whole_head_; }
+  bool HasWholeHead() const { return head_.IsWhole(); }
 
   /// The header Location of a redirect; empty when the answer is none.
   std::string_view Location() const {
@@ -82,14 +82,7 @@ class HttpFetcher::Request {
 
   static std::size_t ReceiveHeader(const char *line, std::size_t size, std::size_t count, void *request) {
     const std::size_t length = size * count;
-    const std::string_view text(line, length);
-    auto &self = *static_cast<Request *>(request);
-    // Each head begins with its status line. The lines of a trailer come here, too, without the blank line that ends
-    // it.
-    if (text.starts_with("HTTP/"))
-      self.has_whole_head_ = false;
-    else if (text == "\r\n" || text == "\n")
-      self.has_whole_head_ = true;
+    static_cast<Request *>(request)->head_.TakeLine({line, length});
     return length;
   }
 
@@ -106,7 +99,7 @@ class HttpFetcher::Request {
   const CurlLibrary &curl_;
   QDeadlineTimer deadline_;
   std::size_t size_limit_;
-  bool has_whole_head_ = false;
+  AnswerHead head_;
   std::unique_ptr<CURL, decltype(CurlLibrary::easy_cleanup)> easy_;
 };
 

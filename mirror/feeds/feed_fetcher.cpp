@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "feeds/answer_times.h"
+#include "transfer/answer_head.h"
 #include "transfer/curl_loop.h"
 #include "transfer/http_address.h"
 
@@ -64,8 +65,7 @@ class FeedFetcher::Transfer {
 
   /// What has come of it, now that it has ended.
   FeedAnswer Answer(CURLcode result) {
-    // The library takes a head that is cut off for a whole one.
-    const int status = has_whole_head_ ? static_cast<int>(Status()) : 0;
+    const int status = head_.IsWhole() ? static_cast<int>(Status()) : 0;
     if (status == 0)
       return {.fault = FaultOfWhatCame(result, status)};
     const AnswerTimes times = Times();
@@ -196,17 +196,11 @@ class FeedFetcher::Transfer {
 
   static std::size_t ReceiveHeader(const char *line, std::size_t size, std::size_t count, void *transfer) {
     const std::size_t length = size * count;
-    const std::string_view text(line, length);
     auto &self = *static_cast<Transfer *>(transfer);
     if (length > self.limits_.head - self.head_size_)
       return self.Exceeds("a head", self.limits_.head);
     self.head_size_ += length;
-    // Each head begins with its status line. The lines of a trailer come here, too, without the blank line that ends
-    // it.
-    if (text.starts_with("HTTP/"))
-      self.has_whole_head_ = false;
-    else if (text == "\r\n" || text == "\n")
-      self.has_whole_head_ = true;
+    self.head_.TakeLine({line, length});
     return length;
   }
 
@@ -231,7 +225,7 @@ class FeedFetcher::Transfer {
     if (announced <= limit && received <= limit)
       return 0;
     // The body of a refusal is not wanted anyway.
-    if (self.has_whole_head_ && self.Status() != status_ok)
+    if (self.head_.IsWhole() && self.Status() != status_ok)
       self.is_body_refused_ = true;
     else
       self.Exceeds("a packed body", self.limits_.packed_size);
@@ -242,7 +236,7 @@ class FeedFetcher::Transfer {
   const FeedLimits &limits_;
   std::array<char, CURL_ERROR_SIZE> error_{};
   std::size_t head_size_ = 0;
-  bool has_whole_head_ = false;
+  AnswerHead head_;
   bool is_body_refused_ = false;
   bool may_be_packed_ = true;
   QByteArray body_;
