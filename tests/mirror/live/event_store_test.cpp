@@ -308,8 +308,8 @@ TEST_P(EventStoreOnEveryDatabase, KeepsWhatComesWhileItIsOfANewerVersionAndWrite
   events.store().Start(std::chrono::hours(8 * 24));
   EXPECT_TRUE(WaitFor([&] { return events.Leads() == true; })) << "the feeds are asked all the same";
   events.WriteLater({Said("meanwhile")});
+  EXPECT_TRUE(WaitFor([&] { return !events.store().Works(); }));
   EXPECT_FALSE(events.store().WaitUntilWritten(100));
-  EXPECT_FALSE(events.store().Works());
   ASSERT_EQ(events.Lines().size(), 1);
   EXPECT_TRUE(events.Lines()[0].contains("created by a newer borvane-mirror (version " + newer))
       << events.Lines()[0].toStdString();
