@@ -4,7 +4,7 @@
 # To build the two programs and their tests, to show a window, to sound an alarm, to store what the maker's service receives, to
 # verify who sends the feeds of events.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-dev libx11-dev ca-certificates
-  libgtest-dev fonts-liberation libpulse0 libqt6sql6-sqlite libqt6sql6-psql libtomlplusplus-dev)
+  libgtest-dev fonts-liberation libpulse0 libqt6sql6-sqlite libqt6sql6-psql libtomlplusplus-dev libsimdjson-dev)
 
 # To drive the real programs on a virtual screen: the screen, its window manager, keys and clicks, the session bus, the
 # screen reader's view, the screenshot, the check of the autostart entry, a tray.

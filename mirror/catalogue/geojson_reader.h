@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonObject>
 #include <QString>
+#include <map>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "catalogue/event.h"
+#include "catalogue/feature_collection.h"
 
 namespace borvane::mirror {
 
@@ -23,15 +26,16 @@ struct CatalogueReading {
 /// and are then absent.
 CatalogueReading ReadGeoJson(const QByteArray &text);
 
-/// A GeoJSON text with an array of features.
-struct FeatureCollection {
-  QJsonObject root;
-  QString fault;  ///< what is wrong with the text as a whole; empty when it could be read
+/// Texts that many events have in common, each in memory once.
+class SharedTexts {
+ public:
+  QString Of(std::string_view utf8);
+
+ private:
+  std::map<std::string, QString, std::less<>> texts_;
 };
 
-FeatureCollection ReadFeatureCollection(const QByteArray &text);
-
 /// The event of a feature; nothing when it has no usable id, origin time or epicentre.
-std::optional<Event> ReadFeature(const QJsonObject &feature);
+std::optional<Event> EventOf(const Feature &feature, SharedTexts &shared);
 
 }  // namespace borvane::mirror

@@ -181,7 +181,7 @@ TEST(ReadSummaryFeed, RefusesMoreThanAnyFeedHas) {
 }
 
 TEST(ReadSummaryFeed, RefusesAFloodOfSmallValuesBeforeItIsRead) {
-  for (const char *value : {"[],", "0,", "{},", "[[0]],"}) {
+  for (const char *value : {"[],", "0,", "{},", "[[0]],", ","}) {
     const QByteArray flood = QByteArray(value).repeated(3'000'000).chopped(1);
     EXPECT_EQ(FaultOf(R"({"type":"FeatureCollection","features":[)" + flood + "]}"),
               "more values than a feed of 50000 events has")
