@@ -1,8 +1,9 @@
 #include "feeds/feed_reading.h"
 
 #include <QDateTime>
-#include <QHash>
+#include <algorithm>
 #include <cstdlib>
+#include <numeric>
 #include <utility>
 
 namespace borvane::mirror {
@@ -30,24 +31,37 @@ void CutNames(Event &event) {
   event.kind = CutTo(std::move(event.kind), longest_kind_name);
 }
 
-/// Of several events with one id, the one that was revised last; the first of them where that is the same.
+/// Of several events with one id, the one that was revised last, in the place of the first; the first of them where
+/// that is the same.
 void KeepEachIdOnce(std::vector<FeedEvent> &events) {
-  QHash<QString, std::size_t> places;
-  places.reserve(static_cast<qsizetype>(events.size()));
-  std::size_t kept = 0;
-  for (FeedEvent &event : events) {
-    const std::size_t place = places.value(event.event.id, kept);
-    FeedEvent &slot = events[place];
-    if (place == kept) {
-      places.insert(event.event.id, kept);
-      ++kept;
-    } else if (event.updated <= slot.updated) {
+  std::vector<std::size_t> by_id(events.size());
+  std::iota(by_id.begin(), by_id.end(), std::size_t{0});
+  std::sort(by_id.begin(), by_id.end(), [&](std::size_t a, std::size_t b) {
+    const int order = events[a].event.id.compare(events[b].event.id);
+    return order < 0 || (order == 0 && a < b);
+  });
+  std::vector<bool> is_repeated(events.size());
+  std::size_t first = 0;
+  for (std::size_t i = 1; i < by_id.size(); ++i) {
+    FeedEvent &kept = events[by_id[first]];
+    FeedEvent &other = events[by_id[i]];
+    if (other.event.id != kept.event.id) {
+      first = i;
       continue;
     }
-    if (&slot != &event)
-      slot = std::move(event);
+    is_repeated[by_id[i]] = true;
+    if (other.updated > kept.updated)
+      std::swap(kept, other);
   }
-  events.resize(kept);
+  std::size_t left = 0;
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    if (is_repeated[i])
+      continue;
+    if (left != i)
+      events[left] = std::move(events[i]);
+    ++left;
+  }
+  events.resize(left);
 }
 
 }  // namespace

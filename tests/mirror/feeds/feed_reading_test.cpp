@@ -1,5 +1,7 @@
 #include "feeds/feed_reading.h"
 
+#include <map>
+
 #include <gtest/gtest.h>
 
 namespace borvane::mirror {
@@ -40,6 +42,25 @@ TEST(FinishReading, KeepsOfEventsWithOneIdTheOneThatWasRevisedLast) {
 
 TEST(FinishReading, KeepsTheFirstOfEventsWithOneIdThatWereRevisedTogether) {
   EXPECT_EQ(PlacesLeftOf({EventOf("a", 0, "first"), EventOf("a", 0, "second")}), QStringList("a first"));
+}
+
+TEST(FinishReading, KeepsTheRightOneOfThousandsThatShareFewIds) {
+  std::vector<FeedEvent> events;
+  QStringList ids;
+  std::map<QString, FeedEvent> last;
+  for (int i = 0; i < 5'000; ++i) {
+    events.push_back(EventOf(QString::number(i * 7'919 % 97), i * 104'729 % 1'009, QString::number(i)));
+    const FeedEvent &event = events.back();
+    const auto [kept, is_new] = last.try_emplace(event.event.id, event);
+    if (is_new)
+      ids += event.event.id;
+    else if (event.updated > kept->second.updated)
+      kept->second = event;
+  }
+  QStringList expected;
+  for (const QString &id : ids)
+    expected += id + " " + last.at(id).event.place;
+  EXPECT_EQ(PlacesLeftOf(events), expected);
 }
 
 TEST(FinishReading, CutsNamesThatAreTooLongForAPage) {
