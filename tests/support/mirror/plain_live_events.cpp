@@ -38,8 +38,7 @@ bool MayBeOne(const Event &a, const Event &b) {
 
 }  // namespace
 
-PlainLiveEvents::PlainLiveEvents(std::vector<Source> sources, Repetitions repetitions)
-    : sources_(std::move(sources)), repetitions_(repetitions), known_(sources_.size()) {}
+PlainLiveEvents::PlainLiveEvents(std::vector<Source> sources) : sources_(std::move(sources)), known_(sources_.size()) {}
 
 void PlainLiveEvents::Take(int source, const FeedSpan &span, const FeedReading &reading, qint64 now) {
   const qint64 made = reading.generated == 0 ? now : reading.generated;
@@ -47,14 +46,8 @@ void PlainLiveEvents::Take(int source, const FeedSpan &span, const FeedReading &
   if (span.whole)
     for (auto &[id, event] : known)
       event.is_present = false;
-  for (const FeedEvent &given : reading.events) {
-    if (repetitions_ == Repetitions::Skipped && IsRepetition(source, given)) {
-      known[given.event.id].is_present = true;
-      known[given.event.id].seen = made;
-    } else {
-      TakeEvent(source, given, reading, made, now);
-    }
-  }
+  for (const FeedEvent &given : reading.events)
+    TakeEvent(source, given, reading, made, now);
   if (!span.whole)
     return;
   const qint64 first = made - std::chrono::milliseconds(*span.whole).count() + 10 * minute_of_plain;
@@ -65,14 +58,6 @@ void PlainLiveEvents::Take(int source, const FeedSpan &span, const FeedReading &
       event.seen = made;
     }
   }
-}
-
-bool PlainLiveEvents::IsRepetition(int source, const FeedEvent &given) const {
-  const auto &known = known_.at(static_cast<std::size_t>(source));
-  const auto found = known.find(given.event.id);
-  return found != known.end() && !found->second.is_gone && !given.deleted && found->second.ids == given.ids &&
-         found->second.event.updated == given.updated && found->second.event.origin_time == given.event.origin_time &&
-         found->second.event.magnitude == given.event.magnitude;
 }
 
 void PlainLiveEvents::TakeEvent(int source, const FeedEvent &given, const FeedReading &reading, qint64 made,
@@ -127,11 +112,6 @@ void PlainLiveEvents::TakeEvent(int source, const FeedEvent &given, const FeedRe
   place.seen = seen;
   place.is_gone = false;
   place.is_present = true;
-}
-
-void PlainLiveEvents::Forget(qint64 time) {
-  for (auto &known : known_)
-    std::erase_if(known, [time](const auto &entry) { return entry.second.event.origin_time < time; });
 }
 
 std::vector<Event> PlainLiveEvents::Merged(const std::vector<Event> &shown, const std::vector<Event> &others) const {

@@ -12,18 +12,12 @@ namespace borvane::mirror {
 /// refused.
 class PlainLiveEvents {
  public:
-  /// What a feed repeats unchanged may be skipped, to be less slow, where no two events share an id.
-  enum class Repetitions { Compared, Skipped };
-
-  explicit PlainLiveEvents(std::vector<Source> sources, Repetitions repetitions = Repetitions::Compared);
+  explicit PlainLiveEvents(std::vector<Source> sources);
 
   void Take(int source, const FeedSpan &span, const FeedReading &reading, qint64 now);
 
   /// The events of the last `days`, newest first.
   std::vector<Event> Shown(qint64 now, int days, const QStringList &kinds) const;
-
-  /// Forgets the events before `time`, to be less slow.
-  void Forget(qint64 time);
 
  private:
   struct Known {
@@ -37,10 +31,7 @@ class PlainLiveEvents {
   void TakeEvent(int source, const FeedEvent &given, const FeedReading &reading, qint64 made, qint64 now);
   std::vector<Event> Merged(const std::vector<Event> &shown, const std::vector<Event> &others) const;
 
-  bool IsRepetition(int source, const FeedEvent &given) const;
-
   std::vector<Source> sources_;
-  Repetitions repetitions_;
   std::vector<std::map<QString, Known>> known_;
 };
 
