@@ -68,7 +68,7 @@ std::optional<QByteArray> Site::KeptPage(const QByteArray &key, const Write &wri
 
   // The user may have changed the zone since the last page. To look for each time would take longer than the page.
   ::tzset();
-  const std::optional<QByteArray> page = write();
+  std::optional<QByteArray> page = write();
   if (!page)
     return std::nullopt;
   if (kept_bytes_ + page->size() > most_kept_bytes) {
