@@ -18,8 +18,8 @@ namespace borvane::mirror {
 
 namespace {
 
-/// How long the first page waits for the events of the store. Who gets the sample instead, because the disk is slow, has
-/// it until the next refresh.
+/// How long the first page waits for the events of the store. Who gets the sample instead, because the disk is slow,
+/// has it until the next refresh.
 constexpr int store_patience_ms = 1'000;
 
 /// How long the end waits for the store.
