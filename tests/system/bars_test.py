@@ -47,8 +47,8 @@ class BarsTest(SystemTest):
         """Opens the menu of a bar, by its key if nothing else is given, and chooses an entry with the keyboard."""
         entries = ENTRIES[next(title for title in ENTRIES if self.number_of(title) == window)]
         self.desk.activate(window)
-        self.desk.open_menu(self.monitor.program, open_menu or (lambda: self.desk.press("Menu")))
-        self.desk.press(*["Down"] * (entries.index(entry) + 1), "Return")
+        menu = self.monitor.open_menu(open_menu or (lambda: self.desk.press("Menu")))
+        self.monitor.press_in_menu(menu, *["Down"] * (entries.index(entry) + 1), "Return")
 
     def wait_for_the_window(self):
         self.wait_until("the records window", lambda: self.number_of(TITLE))
