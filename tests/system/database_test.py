@@ -124,7 +124,7 @@ class DatabaseWithoutChanges(DatabaseTest):
 
         mend()
         self.wait_until("the store to work again", lambda: self.page(FIRST, "/health") == "ok\n")
-        self.assertIn("\nborvane_unwritten_events 0\n", self.page(FIRST, "/metrics"))
+        self.wait_for_page(FIRST, "\nborvane_unwritten_events 0\n", "/metrics")
         address = f"postgresql://{USER}@127.0.0.1:{self.database.port}/{DATABASE}"
         self.assertEqual([f"borvane-mirror: the events' store {address} does not work: ERROR: {reason}",
                           f"borvane-mirror: the events' store {address} works again"],
