@@ -51,7 +51,7 @@ class LiveCatalogueOfFeeds : public testing::Test {
   LiveCatalogueOfFeeds() {
     poller_ = std::make_unique<FeedPoller>(
         feeds_, [this](const Feed &feed, const FeedReading &reading) { return live_->Take(feed, reading); },
-        [this](const QString &line) { lines_ += line; },
+        [this](LogLevel, const QString &line) { lines_ += line; },
         FeedPoller::Surroundings{.authorities = authority_.File(),
                                  .clocks = [this] { return clocks_; },
                                  .random = [] { return 0.0; },
@@ -72,8 +72,9 @@ class LiveCatalogueOfFeeds : public testing::Test {
                                 .clock = [this] { return Now(); }},
         LiveCatalogue::Callbacks{
             .changed = [this](const std::shared_ptr<const Catalogue> &events) { served_ = events; },
+            .restored = [] {},
             .may_poll = [](bool) {},
-            .log = [this](const QString &line) { lines_ += line; }});
+            .log = [this](LogLevel, const QString &line) { lines_ += line; }});
     live_->Start(60'000);
   }
 
