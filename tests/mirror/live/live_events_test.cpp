@@ -1,62 +1,11 @@
 #include "live/live_events.h"
 
-#include <algorithm>
-
 #include <gtest/gtest.h>
 
-#include "support/mirror/feed_samples.h"
+#include "support/mirror/live_events_under_test.h"
 
 namespace borvane::mirror {
 namespace {
-
-/// The events of two sources, and a clock that the test moves.
-class LiveEventsTest : public testing::Test {
- protected:
-  EventChanges Take(std::vector<FeedEvent> events, const FeedSpan &span = Recent()) {
-    return TakeMadeAt(now_, std::move(events), span);
-  }
-  EventChanges TakeMadeAt(qint64 made, std::vector<FeedEvent> events, const FeedSpan &span = Recent()) {
-    return events_.Take(0, span, ReadingOf(std::move(events), made), now_);
-  }
-  EventChanges TakeFromCentre(std::vector<FeedEvent> events) {
-    return events_.Take(1, Recent(), ReadingOf(std::move(events), now_), now_);
-  }
-  void PassMinute() { now_ += one_minute; }
-
-  std::shared_ptr<const Catalogue> Shown(int days = 7) const { return events_.Shown(now_, days, {"earthquake"}); }
-  /// The ids of what is shown, newest first.
-  QStringList Ids(int days = 7) const {
-    QStringList ids;
-    const std::shared_ptr<const Catalogue> shown = Shown(days);
-    for (const Event &event : shown->events())
-      ids.append(event.id);
-    return ids;
-  }
-  /// The magnitude of the shown event of that id; -99 when none is shown.
-  double Magnitude(const QString &id) const {
-    const std::shared_ptr<const Catalogue> shown = Shown();
-    const Event *event = shown->Find(id);
-    return event != nullptr ? event->magnitude.value() : -99;
-  }
-  /// The ids of the records, those that are gone with a "-".
-  static QStringList IdsOf(const EventChanges &changes) {
-    QStringList ids;
-    for (const EventRecord &record : changes.records)
-      ids.append((record.is_gone ? "-" : "") + record.event.id);
-    return ids;
-  }
-
-  qint64 now_ = start_of_test;
-  LiveEvents events_{TwoSources()};
-};
-
-/// `count` events of the last hours.
-std::vector<FeedEvent> Several(int count) {
-  std::vector<FeedEvent> events;
-  for (int i = 0; i < count; ++i)
-    events.push_back(GivenAt(QString("ci%1").arg(i), start_of_test - one_hour - i * one_minute));
-  return events;
-}
 
 TEST_F(LiveEventsTest, HaveWhatAFeedGives) {
   const FeedEvent given = Given("ci1");
@@ -118,142 +67,10 @@ TEST_F(LiveEventsTest, LoseWhatIsDeleted) {
   EXPECT_EQ(IdsOf(Take({Deleted("ci1")})), QStringList());
 }
 
-TEST_F(LiveEventsTest, LoseAnEventThatIsDeletedUnderAnotherOfItsIds) {
-  Take({AlsoKnownAs(Given("ci1"), {"us1"})});
-  PassMinute();
-  Take({Deleted("us1")});
-  EXPECT_EQ(Ids(), QStringList());
-}
-
-TEST_F(LiveEventsTest, KnowAnEventThatComesUnderAnotherId) {
-  Take({Given("ci1")});
-  PassMinute();
-  EXPECT_EQ(IdsOf(Take({AlsoKnownAs(Given("us1", now_, 3.5), {"ci1"})})), QStringList({"-ci1", "us1"}));
-  EXPECT_EQ(Ids(), QStringList("us1"));
-  PassMinute();
-  Take({AlsoKnownAs(Given("ci1", now_, 3.6), {"us1"})});
-  EXPECT_EQ(Ids(), QStringList("ci1"));
-  PassMinute();
-  Take({AlsoKnownAs(Given("us1", now_, 3.7), {"nn1", "ci1"})});
-  EXPECT_EQ(Ids(), QStringList("us1"));
-}
-
-TEST_F(LiveEventsTest, KnowAnEventThatLosesTheIdItHadAmongOthers) {
-  Take({AlsoKnownAs(Given("us1"), {"ci1"})});
-  PassMinute();
-  Take({Given("ci1", now_, 3.5)});
-  EXPECT_EQ(Ids(), QStringList("ci1"));
-}
-
-TEST_F(LiveEventsTest, AreNotMisledByAnOldTextWithAnOldId) {
-  Take({Given("ci1")});
-  PassMinute();
-  Take({AlsoKnownAs(Given("us1", now_), {"ci1"})});
-  EXPECT_EQ(IdsOf(TakeMadeAt(now_ - one_minute, {Given("ci1")})), QStringList());
-  EXPECT_EQ(Ids(), QStringList("us1"));
-}
-
-TEST_F(LiveEventsTest, MakeOneOfTwoEventsThatTurnOutToBeOne) {
-  Take({Given("ci1"), Given("us1")});
-  PassMinute();
-  Take({AlsoKnownAs(Given("us1", now_), {"ci1"})});
-  EXPECT_EQ(Ids(), QStringList("us1"));
-}
-
-TEST_F(LiveEventsTest, MakeTwoOfAnEventThatTurnsOutToBeTwo) {
-  Take({AlsoKnownAs(Given("ci1"), {"us1"})});
-  PassMinute();
-  Take({Given("us1"), Given("ci1")});
-  QStringList ids = Ids();
-  ids.sort();
-  EXPECT_EQ(ids, QStringList({"ci1", "us1"}));
-}
-
-TEST_F(LiveEventsTest, KeepTwoEventsOfOneTextApartWhateverIdsTheyShare) {
-  for (int i = 0; i < 3; ++i) {
-    PassMinute();
-    const EventChanges changes = Take({AlsoKnownAs(Given("ci1"), {"nn1", "us1"}), AlsoKnownAs(Given("us1"), {"nn1"})});
-    EXPECT_EQ(changes.records.size(), i == 0 ? 2U : 0U);
-    EXPECT_EQ(Ids().size(), 2);
-  }
-}
-
-TEST_F(LiveEventsTest, KeepAnEventThatLeavesAFeedOfRecentOnes) {
-  Take({Given("ci1")});
-  PassMinute();
-  EXPECT_EQ(IdsOf(Take({})), QStringList());
-  EXPECT_EQ(Ids(), QStringList("ci1"));
-}
-
-TEST_F(LiveEventsTest, LoseAnEventThatAFeedOfTheWholeWeekNoLongerHas) {
-  Take({Given("ci1"), Given("ci2")}, WholeWeek());
-  PassMinute();
-  EXPECT_EQ(IdsOf(Take({Given("ci2")}, WholeWeek())), QStringList("-ci1"));
-  EXPECT_EQ(Ids(), QStringList("ci2"));
-}
-
-TEST_F(LiveEventsTest, KeepWhatAFeedOfTheWholeWeekHasButCannotBeRead) {
-  Take({Given("ci1"), AlsoKnownAs(Given("us2"), {"ci2"}), Given("ci3")}, WholeWeek());
-  PassMinute();
-  FeedReading reading = ReadingOf({}, now_);
-  reading.unread_ids = {"ci1", "ci2"};
-  EXPECT_EQ(IdsOf(events_.Take(0, WholeWeek(), reading, now_)), QStringList("-ci3"));
-  PassMinute();
-  reading = ReadingOf({}, now_);
-  reading.nameless = 1;
-  EXPECT_EQ(IdsOf(events_.Take(0, WholeWeek(), reading, now_)), QStringList()) << "it may be any of them";
-  EXPECT_EQ(Ids().size(), 2);
-}
-
-TEST_F(LiveEventsTest, KeepWhatIsOlderThanTheFeedsSpan) {
-  const qint64 week = 7 * one_day;
-  Take({GivenAt("old", now_ - week + 9 * one_minute), GivenAt("new", now_ - week + 11 * one_minute)});
-  EXPECT_EQ(IdsOf(Take({}, WholeWeek())), QStringList()) << "the text is no newer";
-  now_ += 1;
-  EXPECT_EQ(IdsOf(Take({}, WholeWeek())), QStringList("-new"));
-}
-
-TEST_F(LiveEventsTest, KeepWhatIsInTheFeedUnderAnotherId) {
-  Take({AlsoKnownAs(Given("ci1", start_of_test - 1, 3.5), {"us1"})});
-  PassMinute();
-  Take({Given("us1", start_of_test - 2)}, WholeWeek());
-  EXPECT_EQ(Ids(), QStringList("ci1"));
-}
-
-TEST_F(LiveEventsTest, KeepWhatWasPublishedAfterAFeedOfTheWholeWeekWasMade) {
-  Take({Given("ci1")});
-  EXPECT_EQ(IdsOf(TakeMadeAt(now_ - one_minute, {Given("ci2")}, WholeWeek())), QStringList("ci2"));
-  EXPECT_EQ(Ids().size(), 2);
-}
-
-TEST_F(LiveEventsTest, AreNotBroughtBackByATextThatWasMadeBeforeTheyWent) {
-  Take({Given("ci1"), Given("ci2")}, WholeWeek());
-  PassMinute();
-  Take({Given("ci2")}, WholeWeek());
-  TakeMadeAt(now_ - one_minute, {Given("ci1")});
-  EXPECT_EQ(Ids(), QStringList("ci2"));
-  PassMinute();
-  Take({Given("ci1")});
-  EXPECT_EQ(Ids().size(), 2);
-}
-
-TEST_F(LiveEventsTest, LoseOnlyEventsOfTheFeedsOwnSource) {
-  TakeFromCentre({GivenAt("centre1", now_ - 2 * one_hour)});
-  PassMinute();
-  Take({}, WholeWeek());
-  EXPECT_EQ(Ids(), QStringList("centre1"));
-}
-
 TEST_F(LiveEventsTest, LeaveOutAnEventOfTheFuture) {
   const EventChanges changes = Take({GivenAt("near", now_ + one_hour), GivenAt("far", now_ + one_day + 1)});
   EXPECT_EQ(changes.fault, "");
   EXPECT_EQ(Ids(), QStringList("near"));
-}
-
-TEST_F(LiveEventsTest, DropIdsThatNoEventCanHave) {
-  const EventChanges changes = Take({AlsoKnownAs(Given("ci1"), {"a/b", "", "us1", "us1", "ci1"})});
-  ASSERT_EQ(changes.records.size(), 1U);
-  EXPECT_EQ(changes.records[0].other_ids, QStringList("us1"));
 }
 
 TEST_F(LiveEventsTest, RefuseATextOfAnotherYear) {
@@ -279,62 +96,6 @@ TEST_F(LiveEventsTest, RefuseWhatCouldNotBeRead) {
   reading.fault = "not JSON";
   EXPECT_EQ(events_.Take(0, Recent(), reading, now_).fault, "not JSON");
   EXPECT_EQ(Ids(), QStringList());
-}
-
-TEST_F(LiveEventsTest, RefuseAWholeWeekThatHasLostMoreThanHalfOfItsEvents) {
-  Take(Several(20), WholeWeek());
-  PassMinute();
-  EXPECT_EQ(Take({}, WholeWeek()).fault, "it has 0 events, and 20 are known of its span");
-  EXPECT_EQ(Take(Several(9), WholeWeek()).fault, "it has 9 events, and 20 are known of its span");
-  std::vector<FeedEvent> deleted = Several(9);
-  for (int i = 9; i < 20; ++i)
-    deleted.push_back(Deleted(QString("ci%1").arg(i)));
-  EXPECT_NE(Take(std::move(deleted), WholeWeek()).fault, "");
-  EXPECT_EQ(Ids().size(), 20);
-  EXPECT_EQ(Take(Several(10), WholeWeek()).fault, "");
-  EXPECT_EQ(Ids().size(), 10);
-}
-
-TEST_F(LiveEventsTest, BelieveAFewEventsToBeAll) {
-  Take(Several(9), WholeWeek());
-  PassMinute();
-  EXPECT_EQ(Take({}, WholeWeek()).fault, "");
-  EXPECT_EQ(Ids(), QStringList());
-}
-
-TEST_F(LiveEventsTest, BelieveAFeedOfRecentOnesToBeEmpty) {
-  Take(Several(20));
-  PassMinute();
-  EXPECT_EQ(Take({}).fault, "");
-  EXPECT_EQ(Ids().size(), 20);
-}
-
-TEST_F(LiveEventsTest, BelieveALossThatLastsForADay) {
-  Take(Several(20), WholeWeek());
-  now_ += one_hour;
-  EXPECT_NE(Take(Several(5), WholeWeek()).fault, "");
-  now_ += one_day - 1;
-  EXPECT_NE(Take(Several(5), WholeWeek()).fault, "");
-  now_ += 1;
-  EXPECT_EQ(Take(Several(5), WholeWeek()).fault, "");
-  EXPECT_EQ(Ids().size(), 5);
-}
-
-TEST_F(LiveEventsTest, SuspectALossAgainAfterTheFeedWasWhole) {
-  Take(Several(20), WholeWeek());
-  now_ += one_hour;
-  EXPECT_NE(Take(Several(5), WholeWeek()).fault, "");
-  now_ += one_hour;
-  EXPECT_EQ(Take(Several(20), WholeWeek()).fault, "");
-  now_ += one_day;
-  EXPECT_NE(Take(Several(5), WholeWeek()).fault, "");
-}
-
-TEST_F(LiveEventsTest, SuspectNothingAfterAMonthWithoutTheFeed) {
-  Take(Several(20), WholeWeek());
-  now_ += 30 * one_day;
-  EXPECT_EQ(Take({GivenAt("ci99", now_ - one_hour)}, WholeWeek()).fault, "");
-  EXPECT_EQ(Ids(), QStringList("ci99"));
 }
 
 TEST_F(LiveEventsTest, ShowTheLastDaysNewestFirst) {
@@ -404,81 +165,6 @@ TEST_F(LiveEventsTest, ForgetWhatIsTooOldWhereAllComesFromAStore) {
   follower.Restore(Take({GivenAt("ci3", now_)}).records, now_);
   ASSERT_EQ(follower.Records().size(), 1U);
   EXPECT_EQ(follower.Records()[0].event.id, "ci3");
-}
-
-TEST_F(LiveEventsTest, LoseNothingToAFeedWithSomethingOfWhichNotEvenTheIdCanBeRead) {
-  Take({Given("ci1"), Given("ci2")}, WholeWeek());
-  PassMinute();
-  FeedReading reading = ReadingOf({Given("ci2")}, now_);
-  reading.left_out = 1;
-  reading.nameless = 1;
-  EXPECT_EQ(IdsOf(events_.Take(0, WholeWeek(), reading, now_)), QStringList());
-  EXPECT_EQ(Ids().size(), 2);
-}
-
-TEST_F(LiveEventsTest, DoNotSuspectALossWhereEventsCannotBeRead) {
-  Take(Several(20), WholeWeek());
-  PassMinute();
-  FeedReading reading = ReadingOf(Several(9), now_);
-  reading.left_out = 1;
-  reading.unread_ids = QStringList("ci9");
-  EXPECT_EQ(events_.Take(0, WholeWeek(), reading, now_).fault, "");
-  EXPECT_EQ(Ids().size(), 10);
-}
-
-TEST_F(LiveEventsTest, AreFoundUnderTheIdsThatTheyHadBefore) {
-  Take({Given("ci1")});
-  PassMinute();
-  Take({AlsoKnownAs(Given("us1", now_), {"ci1"})});
-  ASSERT_NE(Shown()->Find("ci1"), nullptr);
-  EXPECT_EQ(Shown()->Find("ci1")->id, "us1");
-  EXPECT_EQ(Shown()->Find("ci2"), nullptr);
-}
-
-TEST_F(LiveEventsTest, AreFoundUnderTheIdsOfTheirDoubles) {
-  TakeFromCentre({AlsoKnownAs(Given("centre1"), {"centre1b"})});
-  PassMinute();
-  Take({Given("ci1")});
-  for (const char *id : {"centre1", "centre1b"}) {
-    ASSERT_NE(Shown()->Find(id), nullptr) << id;
-    EXPECT_EQ(Shown()->Find(id)->id, "ci1") << id;
-  }
-}
-
-TEST_F(LiveEventsTest, HaveAPageEachWhereTwoSourcesCallDifferentEventsTheSame) {
-  TakeFromCentre({GivenAt("17", now_ - 5 * one_hour)});
-  Take({GivenAt("17", now_ - 3 * one_hour)});
-  ASSERT_EQ(Ids(), QStringList({"17", "centre-17"}));
-  EXPECT_EQ(Shown()->Find("17")->credit, "The survey");
-  EXPECT_EQ(Shown()->Find("centre-17")->credit, "The centre");
-}
-
-TEST_F(LiveEventsTest, HaveAnIdForAPageWhateverTheirSourceIsCalled) {
-  LiveEvents events(
-      {{.name = "survey", .credit = "", .rank = 2}, {.name = "Erdbeben/Büro 7", .credit = "", .rank = 1}});
-  const QString id(64, 'x');
-  events.Take(0, Recent(), ReadingOf({Given("17"), GivenAt(id, now_ - 2 * one_hour)}), now_);
-  events.Take(1, Recent(), ReadingOf({GivenAt("17", now_ - 5 * one_hour), GivenAt(id, now_ - 6 * one_hour)}), now_);
-  const std::shared_ptr<const Catalogue> shown = events.Shown(now_, 7, {});
-  EXPECT_NE(shown->Find("ErdbebenBro7-17"), nullptr);
-  for (const Event &event : shown->events())
-    EXPECT_TRUE(IsEventId(event.id)) << event.id.toStdString();
-}
-
-TEST_F(LiveEventsTest, TakeUpThousandsThatShareAnId) {
-  const auto all_with_it = [this] {
-    std::vector<FeedEvent> events;
-    for (int i = 0; i < 50'000; ++i)
-      events.push_back(AlsoKnownAs(Given(QString("ci%1").arg(i), now_), {"us1"}));
-    return events;
-  };
-  EXPECT_EQ(Take(all_with_it()).records.size(), 50'000U);
-  PassMinute();
-  EXPECT_EQ(Take(all_with_it()).records.size(), 50'000U);
-  PassMinute();
-  const EventChanges changes = Take({Given("us1", now_)});
-  EXPECT_GT(changes.records.size(), 1U) << "some are known to be that event";
-  EXPECT_LT(changes.records.size(), 100U);
 }
 
 TEST_F(LiveEventsTest, GrowNoFurtherThanTheirLimit) {
