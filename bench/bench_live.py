@@ -31,6 +31,7 @@ EVENTS = 2000
 EVENTS_IN_THE_STORE = 20_000
 EVENTS_OF_AN_HOUR = 200
 EVENTS_IN_MEMORY = 10_000
+PAGES_OF_THE_INDEX = 18
 EVENTS_OF_A_YEAR = 250_000
 MONITORS = 10_000
 PERIOD = 490  # seconds from one refresh of a monitor to the next
@@ -153,26 +154,31 @@ def time_to_the_row(build, folder, rounds):
     print(f"a new event is on its page after {statistics.median(times) * 1000:.0f} ms (at most {max(times) * 1000:.0f})")
 
 
-def private_kilobytes(process):
-    """The memory that the process shares with no other."""
+def private_bytes(process):
+    """The memory that the process shares with no other, and its files in memory."""
     lines = pathlib.Path(f"/proc/{process.pid}/smaps_rollup").read_text().splitlines()
-    return sum(int(line.split()[1]) for line in lines if line.startswith("Private_"))
+    files = pathlib.Path(f"/proc/{process.pid}/fd").iterdir()
+    return (sum(1024 * int(line.split()[1]) for line in lines if line.startswith("Private_"))
+            + sum(file.stat().st_size for file in files if str(file.readlink()).startswith("/memfd:")))
 
 
 def memory_with(build, folder, events):
-    """The private memory of a mirror that has served every page of its index with these events."""
+    """The private memory of a mirror that has served every page of its index twice with these events."""
     with FeedServer(events) as feed, live_mirror(build, folder, feed, "1min") as (mirror, port):
-        for address in re.findall(r'href="http://([a-z]+\.localhost):\d+(/[^"]*)"', get(port, "/").decode("windows-1252")):
-            with contextlib.suppress(urllib.error.HTTPError):
-                get(port, address[1], address[0])
+        index = get(port, "/", f"localhost:{port}").decode("windows-1252")
+        links = re.findall(rf'<li><a href="(?:http://([a-z]+\.localhost:{port}))?(/[^"]+)"', index)
+        if len(links) < PAGES_OF_THE_INDEX:
+            raise SystemExit(f"the index has only {len(links)} links")
+        for host, path in 2 * links:
+            get(port, path, host or f"localhost:{port}")
         time.sleep(1)
-        return private_kilobytes(mirror)
+        return private_bytes(mirror)
 
 
 def compare_memory(build, folder):
     empty = memory_with(build, folder / "empty", [])
     full = memory_with(build, folder / "full", feed_events(EVENTS_IN_MEMORY, 0.9))
-    print(f"{EVENTS_IN_MEMORY} events: {full / 1024:.1f} MB of private memory, {(full - empty) / 1024:.1f} MB more than without events")
+    print(f"{EVENTS_IN_MEMORY} events: {full / 2**20:.1f} MB of private memory, {(full - empty) / 2**20:.1f} MB more than without events")
 
 
 def fill_store(file, count):

@@ -116,7 +116,7 @@ std::string_view WithoutByteOrderMark(const QByteArray &text) {
 
 QString JsonFault(simdjson::error_code error) {
   const QString fault = simdjson::error_message(error);
-  return error == simdjson::MEMALLOC ? fault : "not JSON: " + fault;
+  return error == simdjson::MEMALLOC ? fault : "not JSON that can be read: " + fault;
 }
 
 }  // namespace

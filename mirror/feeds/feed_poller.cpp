@@ -187,6 +187,7 @@ void FeedPoller::Stop() {
 }
 
 void FeedPoller::ForgetAnswers() {
+  // Their lifetimes stay: until then the servers do not want to be asked.
   for (const std::unique_ptr<Polled> &polled : feeds_) {
     polled->etag.clear();
     polled->last_modified.clear();

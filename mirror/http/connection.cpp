@@ -168,7 +168,13 @@ bool Connection::SendBody() {
   const qsizetype left = body_.size() - from;
   if (left == 0)
     return true;
-  return OnSome(file_ ? socket_.SendFile(*file_, from, left) : socket_.Send(QByteArrayView(body_).sliced(from)), left);
+  qsizetype count = file_ ? socket_.SendFile(*file_, from, left) : -1;
+  if (count < 0) {
+    // Also where a system does not send from such a file.
+    file_.reset();
+    count = socket_.Send(QByteArrayView(body_).sliced(from));
+  }
+  return OnSome(count, left);
 }
 
 /// Notes that `count` bytes of those that were left have been sent, or that the connection is broken. Returns whether

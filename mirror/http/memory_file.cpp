@@ -13,7 +13,7 @@ std::shared_ptr<const MemoryFile> MemoryFile::With(QByteArrayView bytes) {
   const int descriptor = ::memfd_create("borvane-page", MFD_CLOEXEC);
   if (descriptor < 0)
     return nullptr;
-  std::shared_ptr<const MemoryFile> file(new MemoryFile(descriptor));
+  std::shared_ptr<const MemoryFile> file(new MemoryFile(descriptor, bytes.size()));
   for (QByteArrayView rest = bytes; !rest.isEmpty();) {
     const auto count = ::write(descriptor, rest.data(), static_cast<std::size_t>(rest.size()));
     if (count <= 0)

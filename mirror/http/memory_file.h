@@ -17,11 +17,13 @@ class MemoryFile {
   MemoryFile &operator=(const MemoryFile &) = delete;
 
   int descriptor() const { return descriptor_; }
+  qsizetype size() const { return size_; }
 
  private:
-  explicit MemoryFile(int descriptor) : descriptor_(descriptor) {}
+  MemoryFile(int descriptor, qsizetype size) : descriptor_(descriptor), size_(size) {}
 
   const int descriptor_;
+  const qsizetype size_;
 };
 
 }  // namespace borvane::mirror

@@ -7,7 +7,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr qsizetype most_bytes_of_bodies = 8 * 1024 * 1024;
+constexpr qsizetype most_bytes = 8 * 1024 * 1024;
 
 }  // namespace
 
@@ -15,7 +15,7 @@ std::shared_ptr<const MemoryFile> RepeatedBodies::FileOf(const QByteArray &body)
   const auto found = std::find_if(entries_.begin(), entries_.end(),
                                   [&](const Entry &entry) { return entry.body.constData() == body.constData(); });
   if (found == entries_.end()) {
-    if (body.size() <= most_bytes_of_bodies) {
+    if (body.size() <= most_bytes) {
       MakeRoomFor(body);
       entries_.insert(entries_.begin(), {.body = body, .file = nullptr});
     }
@@ -23,7 +23,7 @@ std::shared_ptr<const MemoryFile> RepeatedBodies::FileOf(const QByteArray &body)
   }
   std::rotate(entries_.begin(), found, found + 1);
   Entry &entry = entries_.front();
-  if (!entry.file && MayMakeAFile()) {
+  if (!entry.file && MayMakeAFileOf(body.size())) {
     entry.file = MemoryFile::With(entry.body);
     files_.push_back(entry.file);
   }
@@ -37,14 +37,16 @@ void RepeatedBodies::MakeRoomFor(const QByteArray &body) {
     return std::accumulate(entries_.begin(), entries_.end(), qsizetype(0),
                            [](qsizetype sum, const Entry &entry) { return sum + entry.body.size(); });
   };
-  while (std::ssize(entries_) >= most || bytes() + body.size() > most_bytes_of_bodies)
+  while (std::ssize(entries_) >= most || bytes() + body.size() > most_bytes)
     entries_.pop_back();
 }
 
-/// Each takes one of the files that the program may have open.
-bool RepeatedBodies::MayMakeAFile() {
+/// Each takes one of the files that the program may have open, and memory.
+bool RepeatedBodies::MayMakeAFileOf(qsizetype size) {
   std::erase_if(files_, [](const std::weak_ptr<const MemoryFile> &file) { return file.expired(); });
-  return std::ssize(files_) < most;
+  for (const std::weak_ptr<const MemoryFile> &file : files_)
+    size += file.lock()->size();
+  return std::ssize(files_) < most && size <= most_bytes;
 }
 
 }  // namespace borvane::mirror

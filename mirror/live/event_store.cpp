@@ -384,7 +384,8 @@ void EventStore::Lead(bool leads) {
 
 bool EventStore::WaitUntilRead(int milliseconds) const {
   // The thread's results are posted. Sockets wait: a page that is asked for meanwhile is to have the events.
-  for (const QDeadlineTimer deadline(milliseconds); !is_read_ && !deadline.hasExpired(); QThread::msleep(1))
+  for (const QDeadlineTimer deadline(milliseconds); !is_read_ && can_read_ && !deadline.hasExpired();
+       QThread::msleep(1))
     QCoreApplication::sendPostedEvents();
   return is_read_;
 }

@@ -72,8 +72,8 @@ class EventStore final : public QObject {
   /// Writes the records, those of one call in one transaction. `time_of_data` is the time of the feed that gave them.
   void Write(const std::vector<EventRecord> &records, qint64 time_of_data);
 
-  /// Waits until the store has been read, or the time is up; no request is answered meanwhile. Returns whether it was
-  /// read.
+  /// Waits until the store has been read or cannot be, or the time is up; no request is answered meanwhile. Returns
+  /// whether it was read.
   bool WaitUntilRead(int milliseconds) const;
 
   /// Lets events run until all is on the disk, or the time is up. Returns whether it is.

@@ -50,7 +50,9 @@ std::optional<QByteArray> Site::Page(const QByteArray &target, const QByteArray 
   // No target and no host has a line feed in it, so that no two pages have one key.
   if (!area) {
     const PageHost page_host(host, port_);
-    return KeptPage(page_host.Key() + '\n' + path, [&] { return WritePage(path, page_host); });
+    const bool has_links_to_hosts = path == "/" || path.startsWith(event_folder);
+    const QByteArray key = (has_links_to_hosts ? page_host.Key() : QByteArray()) + '\n' + path;
+    return KeptPage(key, [&] { return WritePage(path, page_host); });
   }
   QByteArray key = QByteArray::number(static_cast<int>(area->endpoint)) + '\n' + path;
   QByteArray region_host;

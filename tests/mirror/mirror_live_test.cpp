@@ -89,30 +89,6 @@ TEST_F(LiveMirror, KeepsWhatItHasTakenUpOverItsEnd) {
   EXPECT_TRUE(Shows(mirror, "Sometown"));
 }
 
-TEST_F(LiveMirror, HasItsLastStateOnItsVeryFirstPage) {
-  FeedServer feed(Gives({"Sometown"}));
-  const QStringList arguments = Configure(feed.Url());
-  quint16 port = 0;
-  {
-    MirrorProcess mirror(arguments);
-    ASSERT_TRUE(Shows(mirror, "Sometown"));
-    port = mirror.Port();
-    mirror.Signal(SIGTERM);
-    EXPECT_EQ(mirror.StatusWithin(60'000), 0);
-  }
-  feed.Close();
-  MirrorProcess mirror(arguments + QStringList{"--listen", QString("127.0.0.1:%1").arg(port)});
-  // Before the mirror says that it listens.
-  ASSERT_TRUE(RunUntil([&] {
-    QTcpSocket socket;
-    socket.connectToHost(QHostAddress::LocalHost, port);
-    return socket.waitForConnected(100);
-  }));
-  const std::optional<Response> page = Get(port, page_path);
-  ASSERT_TRUE(page);
-  EXPECT_TRUE(page->body.contains("Sometown")) << page->body.constData();
-}
-
 TEST_F(LiveMirror, AsksNobodyWhenItIsOfflineOrHasACatalogue) {
   FeedServer feed(Gives({"Sometown"}));
   const QStringList arguments = Configure(feed.Url());

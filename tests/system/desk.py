@@ -247,7 +247,7 @@ class Desk:
             left, top = (int(number) for number in re.findall(r"Absolute upper-left [XY]: +(-?\d+)", self.x("xwininfo", "-id", window)))
             self.x("xdotool", "mousemove", str(left + 300), str(top - 8), "click", "--repeat", "2", "--delay", "50", "1")
             with contextlib.suppress(TimeoutError):
-                return wait_for("the other size", lambda: self.is_maximized(window) != was_maximized, timeout=5)
+                return wait_for("the other size", lambda: self.is_maximized(window) != was_maximized, timeout=20)
             return False
         wait_for("a double click on the title", double_click)
 

@@ -40,7 +40,9 @@ std::string FaultIn(const QByteArray &text) {
   return read.collection.fault().toStdString();
 }
 
-bool IsJson(const QByteArray &text) { return !QByteArray::fromStdString(FaultIn(text)).startsWith("not JSON: "); }
+bool IsJson(const QByteArray &text) {
+  return !QByteArray::fromStdString(FaultIn(text)).startsWith("not JSON that can be read: ");
+}
 
 /// The time of a collection's only feature.
 std::optional<double> TimeIn(const QByteArray &feature) {

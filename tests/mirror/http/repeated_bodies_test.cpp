@@ -56,9 +56,12 @@ TEST(RepeatedBodies, TogetherHaveABoundedLength) {
   const QByteArray first(5'000'000, 'a');
   const QByteArray second(5'000'000, 'b');
   bodies.FileOf(first);
+  const auto file = bodies.FileOf(first);
+  EXPECT_NE(file, nullptr);
   bodies.FileOf(second);
   EXPECT_TRUE(first.isDetached());
   EXPECT_FALSE(second.isDetached());
+  EXPECT_EQ(bodies.FileOf(second), nullptr) << "a slow client still needs the file of the first";
 }
 
 TEST(RepeatedBodies, DropWhatNobodyElseKeeps) {

@@ -1,5 +1,9 @@
 #include "http/server.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "support/mirror/client.h"
@@ -35,6 +39,14 @@ TEST(Server, AnswersManyRequestsOnOneConnection) {
   }
 }
 
+/// How many files this process has for bodies that are sent again.
+qsizetype FilesInMemory() {
+  const QFileInfoList descriptors = QDir("/proc/self/fd").entryInfoList(QDir::Files | QDir::System);
+  return std::count_if(descriptors.begin(), descriptors.end(), [](const QFileInfo &descriptor) {
+    return descriptor.symLinkTarget().contains("/memfd:borvane-page");
+  });
+}
+
 TEST(Server, SendsTheSameLongBodyToSeveralClientsAgainAndAgain) {
   const EchoServer server;
   Client client(server.Port());
@@ -49,6 +61,9 @@ TEST(Server, SendsTheSameLongBodyToSeveralClientsAgainAndAgain) {
       EXPECT_EQ(each->Read(false).value().headers["content-length"], "1000000");
       EXPECT_EQ(each->Read().value().body, "GET /1");
     }
+#ifdef Q_OS_LINUX
+  EXPECT_EQ(FilesInMemory(), 1);
+#endif
   slow.socket().setReadBufferSize(0);
   for (int i = 0; i < 3; ++i)
     EXPECT_EQ(slow.Read().value().body, EchoHandler::Page());

@@ -58,7 +58,10 @@ class LiveCatalogueOfFeeds : public testing::Test {
                                  .look_interval = 5ms});
     Restart();
   }
-  ~LiveCatalogueOfFeeds() override { poller_.reset(); }
+  ~LiveCatalogueOfFeeds() override {
+    poller_.reset();
+    live_.reset();
+  }
 
   /// Begins with what the store has.
   void Restart() {

@@ -1,11 +1,17 @@
 #include "live/live_catalogue.h"
 
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
+#include <array>
 #include <memory>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "support/mirror/events_under_test.h"
+#include "support/mirror/run_until.h"
 
 namespace borvane::mirror {
 namespace {
@@ -60,6 +66,54 @@ class LiveCatalogueTest : public testing::Test {
   QStringList lines_;
   std::unique_ptr<LiveCatalogue> live_;
 };
+
+/// Has bytes to read from its beginning on, and notes when the event loop says so.
+class ReadableSocket {
+ public:
+  ReadableSocket() {
+    EXPECT_EQ(::pipe(ends_.data()), 0);
+    EXPECT_EQ(::write(ends_[1], "x", 1), 1);
+    notifier_ = std::make_unique<QSocketNotifier>(ends_[0], QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { is_served_ = true; });
+  }
+  ~ReadableSocket() {
+    notifier_.reset();
+    for (const int end : ends_)
+      ::close(end);
+  }
+  ReadableSocket(const ReadableSocket &) = delete;
+  ReadableSocket &operator=(const ReadableSocket &) = delete;
+
+  bool IsServed() const { return is_served_; }
+
+ private:
+  std::array<int, 2> ends_ = {};
+  std::unique_ptr<QSocketNotifier> notifier_;
+  bool is_served_ = false;
+};
+
+TEST_F(LiveCatalogueTest, HasTheEventsOfTheStoreBeforeAnySocketIsServed) {
+  live_->Take(week_, ReadingOf({Given("ci1")}));
+  ASSERT_TRUE(live_->Finish(60'000));
+  const ReadableSocket socket;
+  Restart();
+  EXPECT_EQ(Ids(), "ci1");
+  EXPECT_FALSE(socket.IsServed());
+  EXPECT_TRUE(RunUntil([&] { return socket.IsServed(); }));
+}
+
+TEST_F(LiveCatalogueTest, DoesNotWaitForAStoreThatCannotBeRead) {
+  live_.reset();
+  QFile file(folder_.filePath("service-events.sqlite"));
+  ASSERT_TRUE(file.open(QFile::WriteOnly));
+  file.write(QByteArray(10'000, 'x'));
+  file.close();
+  QElapsedTimer time;
+  time.start();
+  Restart();
+  EXPECT_LT(time.elapsed(), 30'000) << "it would wait for a minute";
+  EXPECT_EQ(Ids(), "nothing");
+}
 
 TEST_F(LiveCatalogueTest, HasNothingToServeBeforeTheFirstFeed) {
   EXPECT_EQ(Ids(), "nothing");

@@ -153,7 +153,7 @@ TEST_F(LiveEventsMonth, OverAMonthAreWhatHasHappenedAndDoNotGrow) {
     ASSERT_FALSE(HasFatalFailure()) << "day " << day;
   }
 
-  // Otherwise nothing was merged.
+  // Otherwise the centre had no event of its own.
   const std::vector<Event> shown = Shown(events_);
   EXPECT_GT(std::count_if(shown.begin(), shown.end(), [](const Event &event) { return event.id.startsWith("gfz"); }),
             50);

@@ -158,6 +158,16 @@ TEST(Site, LinksOtherHostsBesideTheNameOfEachRequest) {
       site.Page(event, "alaska.school.example").value().contains("href=\"http://southern.school.example" + list));
 }
 
+TEST(Site, WritesAPageWithoutLinksToHostsOnceForAllNames) {
+  Site site;
+  site.SetPort(8080);
+  site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Castaic()}), {});
+  const QByteArray map = "/recenteqs/Maps/118-34.html";
+  const QByteArray one = site.Page(map, "one.example").value();
+  const QByteArray other = site.Page(map, "other.example").value();
+  EXPECT_EQ(one.constData(), other.constData());
+}
+
 TEST(Site, ServesNoPageUnderThePathOfAKeptOneAndAHost) {
   Site site;
   site.SetCatalogue(std::make_shared<Catalogue>(std::vector<Event>{Kodiak()}), {.origin = "a test"});
