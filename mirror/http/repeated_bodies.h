@@ -14,7 +14,7 @@ namespace borvane::mirror {
 class RepeatedBodies {
  public:
   /// How many bodies are kept, and how many files there are at any time.
-  static constexpr int most = 16;
+  static constexpr int most = 8;
 
   /// The file with the bytes of a body that is about to be sent; null when it is sent for the first time, or cannot be
   /// put into a file.
