@@ -33,8 +33,9 @@ if(BORVANE_SANITIZE)
   add_compile_options(-fno-sanitize=vptr)
 endif()
 
-# Gives the object library TARGET its sources: all .cpp files of the named folders of the current directory. The headers
-# beside them form a header set, so that each can be proved to compile alone.
+# Gives the object library TARGET its sources: all .cpp files of the named folders of the current directory. A header with a
+# .cpp file of its name is the first one that this file includes, and so is compiled alone with it. The others form a header
+# set, so that each can be proved to compile alone.
 function(borvane_folders target)
   set(sources "")
   set(headers "")
@@ -42,7 +43,12 @@ function(borvane_folders target)
     file(GLOB folder_sources CONFIGURE_DEPENDS "${folder}/*.cpp")
     file(GLOB folder_headers CONFIGURE_DEPENDS "${folder}/*.h")
     list(APPEND sources ${folder_sources})
-    list(APPEND headers ${folder_headers})
+    foreach(header IN LISTS folder_headers)
+      string(REGEX REPLACE "h$" "cpp" source "${header}")
+      if(NOT EXISTS "${source}")
+        list(APPEND headers "${header}")
+      endif()
+    endforeach()
   endforeach()
   target_sources(${target} PRIVATE ${sources}
     PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}" FILES ${headers})

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Which folder may include what: every include line of the project's code against one table.
+"""Which folder may include what: every include line of the project's code against one table. And that a source file includes the
+header of its name first, which shows that the header compiles alone.
 
 usage: layers.py ROOT
 """
@@ -95,6 +96,17 @@ def includes(root):
                         yield file.relative_to(root), number, *match.groups()
 
 
+def header_not_first(root, lines):
+    """The source files that include another header in front of the one beside them."""
+    first = {}
+    for path, _, _, target in lines:
+        first.setdefault(path, Path(target).name)
+    for path, target in first.items():
+        header = path.with_suffix(".h")
+        if path.suffix == ".cpp" and (root / header).is_file() and target != header.name:
+            yield f"{path} does not include {header.name} first"
+
+
 def faults(root):
     lines = list(includes(root))
     if not lines:
@@ -103,6 +115,7 @@ def faults(root):
         fault = fault_of_include(path, bracket, target)
         if fault:
             yield f"{path}:{number}: {fault}"
+    yield from header_not_first(root, lines)
 
 
 def unneeded(root):

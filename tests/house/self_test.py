@@ -95,6 +95,11 @@ class Layers(MadeTree):
     def test_a_folder_without_a_row_is_a_fault(self):
         self.assert_refused("src/utils/x.h", "#include <string>")
 
+    def test_a_source_file_includes_its_own_header_first(self):
+        self.write("src/scan/region_table.h", "#include <string>\n")
+        self.assert_allowed("src/scan/region_table.cpp", '#include "region_table.h"\n#include <string>')
+        self.assert_refused("src/scan/region_table.cpp", '#include <string>\n#include "region_table.h"')
+
     def test_an_empty_tree_is_a_fault(self):
         self.assertEqual(1, len(list(layers.faults(self.root))))
 
