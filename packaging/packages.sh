@@ -27,6 +27,9 @@ full_check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev)
 # To measure, with the programs that serve as a comparison.
 bench_packages=(libbenchmark-dev libxml2-dev libxcb1-dev libxcb-shm0-dev nginx-light wrk)
 
+# To build a Debian package: what finds the libraries that the programs need.
+deb_packages=(dpkg-dev file)
+
 # Run as root with the packages as arguments. Debian starts the servers among them at once and at each boot: a web server
 # on port 80, a database. Nobody asked for that by running our tests, so a policy forbids it during the installation, unless the
 # machine has a policy of its own, and a server that is new here is disabled at boot. The tests start their own.
