@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Keeps the docs accurate: every folder has its line in docs/architecture.md, every file that they name exists, and no procedure of the
-program is still to come.
+"""Keeps the docs accurate: every folder has its line in docs/architecture.md, every file, preset and test that they name exists, and no
+procedure of the program is still to come.
 
 usage: docs.py ROOT
 """
@@ -21,6 +21,12 @@ CODE_BLOCK = re.compile(r"^```\w*\n(.*?)^```", re.M | re.S)
 LINK = re.compile(r"\]\((?!https?:|#)([^)#\s]+)")
 EMPTY_PROCEDURE = re.compile(r"^(?!  )(?:void|bool|std::string|Integer) ((?:\w+::)?\w+)\([^()]*\) \{\s*\}$", re.M)
 PRESET = re.compile(r"--preset[ =]([\w-]+)")
+
+# A test as CTest names it, and where each kind of test has its name. A class of the system tests may be named as a whole.
+TEST_NAME = re.compile(r"[A-Z]\w*\.[A-Z]\w*(?:\.\w+)?$")
+TEST = re.compile(r"^\s*(?:TYPED_)?TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.M)
+HOUSE_TEST = re.compile(r"^borvane_house_test\((\w+) ", re.M)
+SYSTEM_TEST = re.compile(r"^class (\w+)|^    def test_(\w+)", re.M)
 
 
 def is_file_name(text):
@@ -43,6 +49,21 @@ def named_files(text):
         yield from (word for word in block.split() if word.startswith("./"))
 
 
+def tests_of(root):
+    """The names of all tests."""
+    names = set()
+    for file in (root / "tests").rglob("*.cpp"):
+        names.update(f"{suite}.{name}" for suite, name in TEST.findall(file.read_text(encoding="utf-8")))
+    for file in (root / "tests/house").glob("CMakeLists.txt"):
+        names.update(f"House.{name}" for name in HOUSE_TEST.findall(file.read_text(encoding="utf-8")))
+    for file in (root / "tests/system").glob("*_test.py"):
+        suite = ""
+        for class_name, method in SYSTEM_TEST.findall(file.read_text(encoding="utf-8")):
+            suite = class_name or suite
+            names.update({f"System.{suite}", f"System.{suite}.{method}"} if method else ())
+    return names
+
+
 def paths_of(root):
     """All files and folders of the project, without what a build creates."""
     top = [entry for entry in root.iterdir() if entry.name not in ("build", ".git")]
@@ -62,6 +83,7 @@ def faults_of_empty_procedures(root):
 def faults(root):
     paths = paths_of(root)
     presets = {preset["name"] for preset in json.loads((root / "CMakePresets.json").read_text())["configurePresets"]}
+    tests = tests_of(root)
     for pattern in DOCUMENTS:
         documents = sorted(root.glob(pattern))
         if not documents:
@@ -74,6 +96,8 @@ def faults(root):
                     yield f"{here}: {name} does not exist"
             for preset in sorted(set(PRESET.findall(text)) - presets):
                 yield f"{here}: there is no preset {preset}"
+            for test in sorted({code for code in INLINE_CODE.findall(text) if TEST_NAME.match(code)} - tests):
+                yield f"{here}: there is no test {test}"
     architecture = (root / "docs/architecture.md").read_text(encoding="utf-8")
     yield from faults_of_empty_procedures(root)
     for folder in ("common", "transfer"):

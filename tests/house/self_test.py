@@ -197,6 +197,12 @@ class Quirks(MadeTree):
     def test_three_places_in_sync_are_no_fault(self):
         self.assertEqual([], self.faults_of())
 
+    def test_rows_may_be_in_tables_below_headings(self):
+        tables = "## Some\n\n" + self.ROW + "\n## Others\n\n" + self.ROW.replace("a-key", "b-key")
+        self.assertEqual([], self.faults_of(self.COMMENT + self.COMMENT.replace("a-key", "b-key"),
+                                            self.TEST + self.TEST.replace("a-key", "b-key"), tables))
+        self.assertNotEqual([], self.faults_of(table=tables))
+
     def test_each_missing_place_is_a_fault(self):
         self.assertNotEqual([], self.faults_of(code=""))
         self.assertNotEqual([], self.faults_of(test="TEST(S, T) {}\n"))
@@ -271,6 +277,18 @@ class Docs(MadeTree):
 
     def test_a_preset_that_is_gone_is_a_fault(self):
         self.assertEqual(1, len(self.faults_with("`cmake --preset gone`")))
+
+    def test_each_kind_of_test_may_be_named(self):
+        self.write("tests/feed/hosts_test.cpp", "TEST(Hosts, AreNamed) {}\nTEST_P(EachHost,\n       IsNamed) {}\n")
+        self.write("tests/house/CMakeLists.txt", "borvane_house_test(DocsHold docs.py)\n")
+        self.write("tests/system/log_test.py", "class Log(Base):\n    def test_is_kept(self):\n        pass\n")
+        self.assertEqual([], self.faults_with("`Hosts.AreNamed` `EachHost.IsNamed` `House.DocsHold` `System.Log` `System.Log.is_kept`"))
+
+    def test_a_test_that_is_gone_is_a_fault(self):
+        self.write("tests/feed/hosts_test.cpp", "TEST(Hosts, AreNamed) {}\nTEST(Others, AreGone) {}\n")
+        self.write("tests/system/log_test.py", "class Log(Base):\n    def test_is_kept(self):\n        pass\n\n\nclass Base:\n")
+        for name in ("Hosts.AreGone", "House.DocsHold", "System.Log.is_gone", "System.Base"):
+            self.assertEqual([f"README.md: there is no test {name}"], self.faults_with(f"`{name}`"))
 
     def test_a_folder_without_a_line_is_a_fault(self):
         self.write("src/scan/x.cpp", "")
