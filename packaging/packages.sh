@@ -8,7 +8,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libcurl4-openssl-
 
 # To drive the real programs on a virtual screen: the screen, its window manager, keys and clicks, the session bus, the
 # screen reader's view, the screenshot, the check of the autostart entry, a tray.
-screen_packages=(xvfb openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3 imagemagick
+screen_packages=(xvfb xauth openbox xdotool x11-utils dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3 imagemagick
   desktop-file-utils trayer libglib2.0-bin)
 
 # To record what the alarm sounds like, on a sound server that the tests start for themselves. Where there is one it is used as it

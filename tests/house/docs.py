@@ -46,7 +46,7 @@ def named_files(text):
         yield from (word for word in code.split() if is_file_name(word))
     yield from LINK.findall(text)
     for block in CODE_BLOCK.findall(text):
-        yield from (word for word in block.split() if word.startswith("./"))
+        yield from (word for word in block.split() if word.startswith("./") and not ELSEWHERE.search(word))
 
 
 def tests_of(root):
