@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Keeps the docs accurate: every folder has its line in docs/architecture.md, every file, preset and test that they name exists, and no
-procedure of the program is still to come.
+"""Keeps the docs accurate: every folder has its line in docs/architecture.md, every file, preset and test that they name exists,
+docs/settings.md has every stored value with its default, docs/live.md has every area of the mirror, and no procedure of the program is
+still to come.
 
 usage: docs.py ROOT
 """
@@ -21,6 +22,10 @@ CODE_BLOCK = re.compile(r"^```\w*\n(.*?)^```", re.M | re.S)
 LINK = re.compile(r"\]\((?!https?:|#)([^)#\s]+)")
 EMPTY_PROCEDURE = re.compile(r"^(?!  )(?:void|bool|std::string|Integer) ((?:\w+::)?\w+)\([^()]*\) \{\s*\}$", re.M)
 PRESET = re.compile(r"--preset[ =]([\w-]+)")
+STORED_VALUE = re.compile(r'StoredSetting\{Setting::\w+, "(\w+)"(?:, "(\w+)")?\}')
+SECTION_OF_VALUES = re.compile(r"^## Values$(.*?)(?=^## |\Z)", re.M | re.S)
+VALUE_ROW = re.compile(r"^\| (`\w+`(?: `\w+`)*) \| (.+) \| (.+) \|$", re.M)
+MIRROR_AREA = re.compile(r'^ *\{"([^"]+)", Endpoint::', re.M)
 
 # A test as CTest names it, and where each kind of test has its name. A class of the system tests may be named as a whole.
 TEST_NAME = re.compile(r"[A-Z]\w*\.[A-Z]\w*(?:\.\w+)?$")
@@ -80,6 +85,35 @@ def faults_of_empty_procedures(root):
                 yield f"{here}: {name} does nothing"
 
 
+def faults_of_values(root):
+    """The table of docs/settings.md has every value of the program, and where the program's table has a default, that one."""
+    values = dict(STORED_VALUE.findall((root / "src/settings/values.h").read_text(encoding="utf-8")))
+    section = SECTION_OF_VALUES.search((root / "docs/settings.md").read_text(encoding="utf-8"))
+    rows = {}
+    for names, _, default in VALUE_ROW.findall(section[1] if section else ""):
+        for name in INLINE_CODE.findall(names):
+            if name in rows:
+                yield f"docs/settings.md: {name} has two rows"
+            rows[name] = default
+    for name, default in values.items():
+        if name not in rows:
+            yield f"docs/settings.md: there is no row for {name}"
+        elif default and rows[name] != f"`{default}`":
+            yield f"docs/settings.md: without {name} it is `{default}`, not {rows[name]}"
+    for name in rows.keys() - values.keys():
+        yield f"docs/settings.md: src/settings/values.h has no {name}"
+
+
+def faults_of_areas(root):
+    text = " ".join((root / "docs/live.md").read_text(encoding="utf-8").split())
+    areas = MIRROR_AREA.findall((root / "mirror/pages/areas.cpp").read_text(encoding="utf-8"))
+    if not areas:
+        yield "mirror/pages/areas.cpp: has no row of an area"
+    for area in areas:
+        if f'"{area}"' not in text:
+            yield f'docs/live.md: says nothing about the area "{area}"'
+
+
 def faults(root):
     paths = paths_of(root)
     presets = {preset["name"] for preset in json.loads((root / "CMakePresets.json").read_text())["configurePresets"]}
@@ -100,6 +134,8 @@ def faults(root):
                 yield f"{here}: there is no test {test}"
     architecture = (root / "docs/architecture.md").read_text(encoding="utf-8")
     yield from faults_of_empty_procedures(root)
+    yield from faults_of_values(root)
+    yield from faults_of_areas(root)
     for folder in ("common", "transfer"):
         if f"`{folder}/`" not in architecture:
             yield f"docs/architecture.md: says nothing about `{folder}/`"

@@ -244,11 +244,19 @@ class Quirks(MadeTree):
 
 
 class Docs(MadeTree):
+    STORED = 'StoredSetting{Setting::Grid, "Grid"},\nStoredSetting{Setting::EdgeOffset, "EdgeOffset", "900"},\n'
+    VALUES = "## Values\n| Name | What | Without |\n| --- | --- | --- |\n| `Grid` | x | none |\n| `EdgeOffset` | y | `900` |\n"
+    AREAS = '    {"North", Endpoint::Alaska, "/n"},\n    {"South, the far one", Endpoint::Utah, "/s"},\n'
+
     def setUp(self):
         super().setUp()
         for document in ("README.md", "CONTRIBUTING.md", "CHANGELOG.md"):
             self.write(document, "Nothing.\n")
-        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`http/`\n")
+        self.write("docs/architecture.md", "`common/`\n`transfer/`\n`feed/`\n`settings/`\n`http/`\n`pages/`\n")
+        self.write("docs/settings.md", self.VALUES)
+        self.write("docs/live.md", 'The areas are "North" and "South,\nthe far one".\n')
+        self.write("src/settings/values.h", self.STORED)
+        self.write("mirror/pages/areas.cpp", self.AREAS)
         self.write("CMakePresets.json", '{"configurePresets": [{"name": "release"}]}')
         self.write("src/feed/hosts.h", "")
         self.write("mirror/http/server.h", "")
@@ -295,8 +303,39 @@ class Docs(MadeTree):
         self.assertEqual(1, len(self.faults_with("")))
 
     def test_what_both_programs_share_without_a_line_is_a_fault(self):
-        self.write("docs/architecture.md", "`transfer/`\n`feed/`\n`http/`\n")
+        self.write("docs/architecture.md", "`transfer/`\n`feed/`\n`settings/`\n`http/`\n`pages/`\n")
         self.assertEqual(["docs/architecture.md: says nothing about `common/`"], self.faults_with(""))
+
+    def faults_of_values(self, table, stored=STORED):
+        self.write("docs/settings.md", table)
+        self.write("src/settings/values.h", stored)
+        return self.faults_with("")
+
+    def test_a_stored_value_without_a_row_is_a_fault(self):
+        missing = ["docs/settings.md: there is no row for Grid"]
+        self.assertEqual(missing, self.faults_of_values(self.VALUES.replace("| `Grid` | x | none |\n", "")))
+        self.assertEqual(missing, self.faults_of_values("| `Grid` | x | none |\n" + self.VALUES.replace("| `Grid` | x | none |\n", "")))
+
+    def test_a_row_for_several_values_is_no_fault(self):
+        row = "| `Grid` | x | none |"
+        stored = self.STORED + 'StoredSetting{Setting::Area, "Area"},\n'
+        self.assertEqual([], self.faults_of_values(self.VALUES.replace(row, "| `Grid` `Area` | x | none |"), stored))
+
+    def test_a_row_without_a_stored_value_is_a_fault(self):
+        self.assertEqual(1, len(self.faults_of_values(self.VALUES + "| `Gone` | x | none |\n")))
+        self.assertEqual(1, len(self.faults_of_values(self.VALUES + "| `Grid` | x | none |\n")))
+
+    def test_another_default_is_a_fault(self):
+        for default in ("800", "90", "none"):
+            self.assertEqual(1, len(self.faults_of_values(self.VALUES.replace("900", default))), default)
+
+    def test_an_area_of_the_mirror_that_live_md_does_not_name_is_a_fault(self):
+        self.write("docs/live.md", 'The area is "North", and the south.\n')
+        self.assertEqual(1, len(self.faults_with("")))
+
+    def test_areas_that_are_not_found_are_a_fault(self):
+        self.write("mirror/pages/areas.cpp", "nothing\n")
+        self.assertEqual(1, len(self.faults_with("")))
 
     def test_a_procedure_that_does_nothing_is_a_fault(self):
         for procedure in ("void Later(Integer & /*mode*/) {}", "void SomeForm::mnuLater_Click() {}", "Integer Later() {\n}"):

@@ -15,8 +15,8 @@ LOADED = {"libcurl4", "libqt6sql6-sqlite"}
 FILES = """usr/bin/borvane usr/bin/borvane-mirror usr/lib/systemd/system/borvane-mirror.service
   usr/lib/systemd/user/borvane-mirror.service usr/share/applications/borvane.desktop usr/share/borvane/help.html
   usr/share/borvane/help/records.png usr/share/doc/borvane/borvane-mirror.toml usr/share/doc/borvane/copyright
-  usr/share/doc/borvane/live.md usr/share/icons/hicolor/scalable/apps/borvane.svg usr/share/man/man1/borvane.1
-  usr/share/man/man1/borvane-mirror.1""".split()
+  usr/share/doc/borvane/live.md usr/share/doc/borvane/settings.md usr/share/icons/hicolor/scalable/apps/borvane.svg
+  usr/share/man/man1/borvane.1 usr/share/man/man1/borvane-mirror.1""".split()
 
 
 def output_of(*command):

@@ -71,6 +71,11 @@ class Units(unittest.TestCase):
         self.assertEqual(0, installed.returncode, installed.stderr)
         self.assertEqual([self.folder / "prefix"], list(self.folder.iterdir()))
         self.assertEqual(2, len(list(self.folder.rglob("borvane-mirror.service"))))
+        docs = list(self.folder.rglob("*.md"))
+        self.assertIn("live.md", [document.name for document in docs])
+        for document in docs:
+            for link in re.findall(r"\]\((?!https?:|#)([^)#\s]+)", document.read_text(encoding="utf-8")):
+                self.assertTrue((document.parent / link).exists(), f"{document.name} links to {link}")
 
     def test_has_a_password_from_the_file_that_the_docs_name(self):
         text = self.write_unit("system").read_text(encoding="utf-8")
