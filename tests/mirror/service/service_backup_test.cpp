@@ -60,7 +60,7 @@ class Backup : public testing::Test {
 
 TEST_F(Backup, OfAFileIsRestoredByTheDocumentedCommands) {
   MirrorProcess mirror({}, {.variables = {"HOME=" + home_.path(), "XDG_DATA_HOME="}});
-  ExpectTheReportsOfTheBackup(mirror, CommandsAfter("A backup of a file:"), CommandsAfter("Its restoration:"));
+  ExpectTheReportsOfTheBackup(mirror, CommandsAfter("To back up a file:"), CommandsAfter("To restore it:"));
 }
 
 TEST_F(Backup, OfPostgreSQLIsRestoredByTheDocumentedCommands) {
@@ -71,8 +71,8 @@ TEST_F(Backup, OfPostgreSQLIsRestoredByTheDocumentedCommands) {
     EXPECT_TRUE(commands.contains("felt")) << "the documented name of the database";
     return commands.replace("felt", '"' + address.database + '"');
   };
-  ExpectTheReportsOfTheBackup(mirror, here(CommandsAfter("A backup of a database:")),
-                              here(CommandsAfter("reports.dump felt\n```\n\nIts restoration:")),
+  ExpectTheReportsOfTheBackup(mirror, here(CommandsAfter("To back up a database:")),
+                              here(CommandsAfter("reports.dump felt\n```\n\nTo restore it:")),
                               {"PGHOST=" + address.host, "PGPORT=" + QString::number(address.port),
                                "PGUSER=" + address.user, "PGPASSWORD=" + address.password});
 }
