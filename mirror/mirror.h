@@ -28,8 +28,8 @@ class Mirror {
   /// Waits a moment for what the feeds gave to be in the store.
   ~Mirror();
 
-  /// Reads the catalogue and begins to listen, and says so on standard output. Returns the exit status when the mirror
-  /// has to end already, with the reason in the log.
+  /// Begins to listen, reads the catalogue, and says on standard output where it listens. Returns the exit status when
+  /// the mirror has to end already, with the reason in the log.
   std::optional<int> Start();
 
   /// Reads the configuration again and takes up what a running mirror can. A file with faults changes nothing.

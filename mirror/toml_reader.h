@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-// The parser asserts or, in a release, lets the compiler assume what a malformed text makes untrue, and reports the
-// fault a few lines further on. It must get that far in every build.
+// With NDEBUG the parser's assertions become assumptions of the optimiser. A malformed text violates some of them
+// before the parser reports it, and it must get that far in every build.
 #pragma push_macro("NDEBUG")
 #undef NDEBUG
 #define TOML_ASSERT(expression) static_cast<void>(0)

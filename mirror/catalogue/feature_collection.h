@@ -47,7 +47,7 @@ class FeatureCollection {
 
   const CollectionMetadata &metadata() const { return metadata_; }
 
-  /// How many features it has; 16,777,215 stands for that many and more.
+  /// How many features it has; 16,777,215 means that many or more.
   qsizetype size() const;
 
   /// Gives each feature, in the order of the text; one without anything for what is none.

@@ -18,7 +18,7 @@
 
 namespace borvane::mirror {
 
-/// How a feed fares, for whoever watches the mirror.
+/// The state of a feed, for monitoring.
 struct FeedState {
   QString url;                       ///< without its query, which may hold a key
   std::chrono::seconds period{0};    ///< of the feed

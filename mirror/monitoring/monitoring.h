@@ -7,8 +7,8 @@
 
 namespace borvane::mirror {
 
-/// Says how the mirror fares, on every host: "/health" with 200 and "ok", or with 503 and a line for each thing that is
-/// wrong; "/metrics" in the text form of Prometheus.
+/// Reports the state of the mirror, on every host: "/health" with 200 and "ok", or with 503 and a line for each thing
+/// that is wrong; "/metrics" in the text form of Prometheus.
 class Monitoring : public Handler {
  public:
   explicit Monitoring(std::function<Status()> look) : look_(std::move(look)) {}

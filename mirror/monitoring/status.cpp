@@ -67,7 +67,7 @@ QByteArray StoresText(const Status &status) {
                       QByteArray::number(qulonglong{status.unwritten_events}));
 }
 
-/// What is wrong where another mirror asks. How the feeds fare is for that one to say.
+/// What is wrong where another mirror asks. That one knows the state of the feeds.
 QStringList FaultsOfFollower(const Status &status) {
   if (status.data_time == 0)
     return {"No feed has answered yet."};

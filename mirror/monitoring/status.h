@@ -9,7 +9,7 @@
 
 namespace borvane::mirror {
 
-/// How the mirror fares.
+/// The state of the mirror.
 struct Status {
   qint64 now = 0;  ///< this and all times in milliseconds since 1970 UTC
   Traffic traffic = {};

@@ -17,8 +17,8 @@ namespace {
 constexpr QByteArrayView event_folder = "/recenteqs/Quakes/";
 constexpr QByteArrayView page_suffix = ".html";
 
-/// When the kept pages grow beyond this, all are dropped: whoever asks for every page there can be shall not fill the
-/// memory.
+/// When the kept pages grow beyond this, all are dropped: a client that asks for every possible page must not fill
+/// the memory.
 constexpr qsizetype most_kept_bytes = 32 * 1024 * 1024;
 
 }  // namespace

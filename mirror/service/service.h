@@ -20,7 +20,7 @@ namespace borvane::mirror {
 struct ServiceLimits {
   qsizetype presence_a_minute = 600;  ///< of setonline, whoson and add together, from one address: a school shares one
   qsizetype reports_a_minute = 30;    ///< felt reports from one address
-  qsizetype details_a_minute = 120;   ///< details of felt reports from one address; two belong to one, and may straggle
+  qsizetype details_a_minute = 120;   ///< details from one address; a felt report has two, which may come late
   qsizetype report = 1'000;           ///< bytes of a felt report
   int separators = 11;                ///< "|" in a felt report; the monitor reads no line with more
   qsizetype map = 1'000;              ///< bytes of the name of a map

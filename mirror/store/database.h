@@ -56,7 +56,7 @@ class Database {
   /// Opens the connection. Creates the file, for its owner alone, when there is none; otherwise leaves it unchanged.
   void Open();
 
-  /// Opens a file for reading only. Nobody may change a file without a log while it is open so.
+  /// Opens a file for reading only. A file that has no log must not be changed while it is open in this way.
   void OpenToRead();
 
   /// Turns on the write-ahead log: a commit is one write to a log beside the file. This changes the file.

@@ -21,7 +21,7 @@ std::string_view RestFrom(std::string_view text, int n);
 /// `text` without the blanks at both ends. A tab or a line feed stays.
 std::string_view Trim(std::string_view text);
 
-/// `text` with the first letter of each word capital and the rest small. Blanks alone part words.
+/// `text` with the first letter of each word capital and the rest small. Only blanks separate words.
 std::string ProperCase(std::string_view text);
 
 }  // namespace borvane

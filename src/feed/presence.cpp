@@ -14,7 +14,7 @@ void SendOnlineMark() {
       conffrm->Inet1.OpenURL(ServiceAddress("cmd=setonline&macid=" + Module1->MacID + "&AppVersion=" + version),
                              Inet::as_text);
   } catch (const RuntimeError &) {
-    // The service's absence hinders nothing.
+    // Nothing depends on the service being there.
   }
 }
 

@@ -204,7 +204,7 @@ void RecordsForm::CheckForUpdate() {
     if (answer == MessageAnswer::Ok)
       platform().shell.Open(folder, this);
   } catch (const RuntimeError &) {
-    // Whatever hinders the look for a newer version hinders nothing else.
+    // Nothing depends on the look for a newer version.
   }
 }
 
