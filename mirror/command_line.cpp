@@ -7,22 +7,21 @@ namespace borvane::mirror {
 namespace {
 
 constexpr const char *usage =
-    R"(Usage: borvane-mirror [--config FILE] [--offline] [--catalogue FILE] [--listen ADDRESS:PORT]
-                      [--store STORE] [--host NAME]
+    R"(Usage: borvane-mirror [OPTION]...
 
-Serves the list pages of recent earthquakes that Borvane reads, and plays the service that counts
+Serves the list pages of recent earthquakes that Borvane reads, and provides the service that counts
 its users and keeps their reports of felt earthquakes.
 
 The events are today's, from the feeds of the US Geological Survey or others that the configuration
-names. Until the first answer it serves a bundled sample.
+names. Until a feed has answered for the first time, it serves a bundled sample.
 
-  --config FILE          read the options from FILE, too. What the command line says counts more.
+  --config FILE          read the options from FILE, too. The command line overrides them.
                          Without it: the file that BORVANE_MIRROR_CONFIG names, or mirror.toml in
                          your configuration folder, if there is one. SIGHUP has it read again.
   --check-config         report what is wrong with the command line and the file, and end
-  --offline              ask no feed: serve the catalogue, or else the bundled sample
+  --offline              ask no feed; serve the catalogue if one is given, else the bundled sample
   --catalogue FILE       take the events from FILE instead, in the summary form of the US Geological
-                         Survey's GeoJSON feeds. A changed file is taken up within a second.
+                         Survey's GeoJSON feeds. A changed file is read again within a second.
   --listen ADDRESS:PORT  listen there, for example 127.0.0.1:8080 or [::1]:8080. Port 0 takes a free
                          one; "localhost" means both loopback addresses. Without it:
                          localhost:17650.
@@ -34,10 +33,11 @@ names. Until the first answer it serves a bundled sample.
                          several times. Without it the service answers at addresses and at names
                          under "localhost" only.
   --newest-version A.B.C the version that the service reports as the newest. Without it: this one's.
-  --attended FOLDER      count the monitors at a local socket in FOLDER, where only you may write, and
-                         end two seconds after the last one has gone. The monitor starts it so.
-  --log-level LEVEL      leave out what matters less than LEVEL: error, warning or info. Without it:
-                         info.
+  --attended FOLDER      count the monitors at a local socket in FOLDER, which only you may write to;
+                         end two seconds after the last one has gone, or ten seconds after the start
+                         if none comes. This is how the monitor starts it.
+  --log-level LEVEL      the least important lines that are logged: error, warning or info. Without
+                         it: info.
   --help                 print this text
   --version              print the version
 

@@ -10,8 +10,7 @@
 
 int main(int argc, char *argv[]) {
 #ifdef SIGPIPE
-  // The monitor that started the mirror may go before another one that shares it, and with it the reader of what is
-  // printed.
+  // The monitor that started the mirror may end while another one still uses it; nobody reads the standard output then.
   std::signal(SIGPIPE, SIG_IGN);
 #endif
 #ifdef SIGXFSZ
@@ -49,7 +48,7 @@ int main(int argc, char *argv[]) {
     return 2;
   }
   if (setup.options.checks_only) {
-    std::puts(setup.file.isEmpty() ? "there is no configuration file" : qPrintable(setup.file + " is in order"));
+    std::puts(setup.file.isEmpty() ? "no configuration file was found" : qPrintable(setup.file + " is in order"));
     return 0;
   }
   int status = 0;

@@ -81,7 +81,9 @@ std::optional<int> Mirror::Start() {
       return status;
   for (const QString &host : options_.hosts)
     if (EndpointOfMirrorHost(host.toStdString()))
-      log_(LogLevel::Warning, "the host \"" + host + "\" begins with a label: under that name it is one network only");
+      log_(LogLevel::Warning, "the host \"" + host +
+                                  "\" begins with the label of a network: under that name only this network's pages "
+                                  "are served");
   ReadCatalogue();
   for (const QHostAddress &address : options_.addresses)
     std::printf("borvane-mirror listening on %s\n", qPrintable(AddressText(address, options_.port)));
@@ -101,7 +103,7 @@ void Mirror::Reread() {
   for (const QString &name : ChangedForTheNextStart(begun_with_, setup.options))
     log_(LogLevel::Warning, "the changed \"" + name + "\" takes effect at the next start");
   if (live_ && setup.options.live.days_shown > begun_with_.live.days_shown)
-    log_(LogLevel::Warning, "the lists of more \"days-shown\" are complete after the next start");
+    log_(LogLevel::Warning, "with the larger \"days-shown\" the lists are complete only after the next start");
   options_.boxes = setup.options.boxes;
   options_.live.days_shown = setup.options.live.days_shown;
   options_.live.kinds = setup.options.live.kinds;

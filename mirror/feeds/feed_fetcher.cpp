@@ -166,7 +166,7 @@ class FeedFetcher::Transfer {
     if (status == status_ok && !SaysWhereItEnds())
       return "the answer does not say where it ends";
     if (status == status_ok && !may_be_packed_ && IsPacked())
-      return "the answer is packed although it was to come plain";
+      return "the answer is compressed although that was not offered";
     return {};
   }
 
@@ -228,7 +228,7 @@ class FeedFetcher::Transfer {
     if (self.head_.IsWhole() && self.Status() != status_ok)
       self.is_body_refused_ = true;
     else
-      self.Exceeds("a packed body", self.limits_.packed_size);
+      self.Exceeds("a transferred body", self.limits_.packed_size);
     return 1;
   }
 
@@ -267,7 +267,7 @@ FeedFetcher::Number FeedFetcher::Start(const FeedRequest &request, OnEnd on_end)
   if (fetch.transfer->IsUsable())
     fetch.transfer->Aim(request, *address, authorities_);
   if (!fetch.transfer->IsUsable() || !loop_->Add(fetch.transfer->easy()))
-    EndSoon(number, "libcurl takes no transfer");
+    EndSoon(number, "libcurl refuses the transfer");
   return number;
 }
 

@@ -343,14 +343,16 @@ void FeedPoller::SeeLeftOut(Polled &polled, const LeftOut &left_out) {
     return;
   switch (TurnOf(polled.most_left_out.nameless, left_out.nameless)) {
     case Turn::Worse:
-      log_(LogLevel::Warning, QString("the feed %1 has events without an id: %2; until it has none, no event that it "
-                                      "lacks is taken back, since it may be one of these")
-                                  .arg(url)
-                                  .arg(left_out.nameless));
+      log_(LogLevel::Warning,
+           QString("the feed %1 has events without an id: %2; until there are none, events that it no "
+                   "longer lists are kept, since they may be among these")
+               .arg(url)
+               .arg(left_out.nameless));
       break;
     case Turn::Over:
       log_(LogLevel::Info,
-           QString("the feed %1 has no events without an id any more; what it lacks is taken back again").arg(url));
+           QString("the feed %1 has no more events without an id; events that it no longer lists are removed again")
+               .arg(url));
       break;
     case Turn::None:
       break;

@@ -48,7 +48,8 @@ const char *Explanation(int status) {
     case 301:
       return "The page has another address.";
     case 403:
-      return "The service answers neither the pages of other web sites nor requests for an unknown host name.";
+      return "The service answers neither requests from pages of other web sites nor requests for an unknown host "
+             "name.";
     case 404:
       return "There is no page at this address.";
     case 405:
@@ -62,7 +63,7 @@ const char *Explanation(int status) {
     case 429:
       return "Too many requests have come from this client. Try again in a minute.";
     case 431:
-      return "The request has too many or too long header lines.";
+      return "The request has too many header lines, or too long ones.";
     case 501:
       return "The request uses a method or an encoding that this server does not know.";
     case 503:

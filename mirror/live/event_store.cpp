@@ -225,8 +225,8 @@ void EventStore::LogAnother(const EventsState &state) {
       LogLevel::Warning,
       name_ + (state.number == 0 ? " was removed: the events in memory are still served, and are written to a "
                                    "new one; what was older is lost"
-                                 : " was replaced by another one: its events are served from now on, too, and "
-                                   "the events in memory are written to it"));
+                                 : " was replaced: the events of the new store are served as well from now on, "
+                                   "and the events in memory are written to it"));
 }
 
 /// Removes the records that are to be written over. Returns whether there were any.

@@ -147,7 +147,7 @@ QString LiveEvents::LossOf(Known &known, const FeedSpan &span, const FeedReading
     known.few_since.erase(length);
     return {};
   }
-  return QString("it has %1 events, and %2 are known of its span").arg(given).arg(expected);
+  return QString("it has only %1 events, while %2 are known of its span").arg(given).arg(expected);
 }
 
 std::vector<EventRecord *> LiveEvents::Matches(Taking &taking, const FeedEvent &given, const QStringList &other_ids) {

@@ -142,7 +142,7 @@ QByteArray ZonesText(qint64 first, qint64 last) {
   if (!change)
     return zone;
   if (LastChange(SecondOf(first), *change - 1))
-    return zone + ", or as the date had it";
+    return zone + ", or the offset in force on the date";
   return zone + " (" + OffsetText(OffsetAt(*change - 1)) + " before " + UtcTimeText(qint64{*change} * 1000) + " UTC)";
 }
 

@@ -36,7 +36,8 @@ QByteArray UtcTimeText(qint64 milliseconds);
 QByteArray ZoneText(qint64 milliseconds);
 
 /// Those distances from one moment to another: "UTC-07:00", or "UTC-08:00 (UTC-07:00 before 2026/11/01 09:00:00 UTC)"
-/// where the clocks were changed between the two, or "UTC-08:00, or as the date had it" where that was more than once.
+/// where the clocks were changed between the two, or "UTC-08:00, or the offset in force on the date" where that was
+/// more than once.
 QByteArray ZonesText(qint64 first, qint64 last);
 
 }  // namespace borvane::mirror

@@ -69,15 +69,14 @@ QByteArray DataNote(const PageFacts &facts) {
     return "These events are a bundled sample, not today's.";
   if (!facts.data_time)
     return {};
-  return "Data of " + LocalTimeText(*facts.data_time) + " (" + ZoneText(*facts.data_time) + ").";
+  return "Data as of " + LocalTimeText(*facts.data_time) + " (" + ZoneText(*facts.data_time) + ").";
 }
 
 QByteArray ListPage(const ListFrame &frame, const QByteArray &list, const QByteArray &legend, const QByteArray &head) {
   const QByteArray heading = "Recent Earthquakes: " + HtmlText(frame.title);
   return HtmlPage(heading,
                   "<h1>" + heading + "</h1>\n" + frame.note + list + "<footer>" + legend +
-                      "Times are local to this computer, depths in kilometres. Source: " + CreditText(frame.credit) +
-                      ".</footer>\n",
+                      "Depths are in kilometres. Source: " + CreditText(frame.credit) + ".</footer>\n",
                   QByteArray(wide) + head);
 }
 

@@ -64,7 +64,7 @@ void AddMapRow(QByteArray &list, const Event &event, RowStart start) {
 }
 
 // Without a capital start in the text the scanner would look for a row at the page's head.
-constexpr const char *map_legend = "Each <A>MAP</A> leads to the events around. Bold: magnitude 3.0 and above. ";
+constexpr const char *map_legend = "Each <A>MAP</A> leads to the events around it. Bold: magnitude 3.0 and above. ";
 
 }  // namespace
 

@@ -40,7 +40,7 @@ void AddWorldRow(QByteArray &list, const Event &event) {
 
 // The scan fails where no "MAP" is left, also after the last row and without any.
 constexpr const char *world_legend =
-    "MAP leads to the events around. Bold: magnitude 4.5 and above, in colour from magnitude 6.0. ";
+    "MAP leads to the events around it. Bold: magnitude 4.5 and above, in colour from magnitude 6.0. ";
 
 }  // namespace
 

@@ -10,7 +10,7 @@ constexpr const char *description =
     R"(<h1>Borvane</h1>
 <p>Borvane watches recent earthquakes for you. Choose one of 19 areas from Puerto Rico to Alaska, the whole world among
 them, or a page by two coordinates: its events appear in a list on your desktop, the newest one above it and its
-magnitude in the window's title. A bar at the edge of the screen takes the window's place, and strong events sound an
+magnitude in the window's title. A bar at the edge of the screen can replace the window, and strong events can sound an
 alarm.</p>
 <p>Did you feel an earthquake? Report it from the list's menu, and see what others felt, by zip code.</p>
 )";

@@ -401,7 +401,7 @@ TEST_F(ConfiguredMirror, ServesByTheFileInTheConfigurationFolder) {
 TEST(Mirror, WarnsOfANameOfItsOwnThatBeginsWithALabel) {
   MirrorProcess mirror({"--host", "alaska.school.example", "--host", "quakes.school.example"});
   ASSERT_NE(mirror.Port(), 0);
-  ASSERT_TRUE(mirror.LogsWithin("\"alaska.school.example\" begins with a label", 60'000));
+  ASSERT_TRUE(mirror.LogsWithin("\"alaska.school.example\" begins with the label of a network", 60'000));
   EXPECT_FALSE(mirror.Errors().contains("quakes.school.example"));
 }
 

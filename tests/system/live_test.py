@@ -82,7 +82,7 @@ class Live(SystemTest):
 
         self.start_live_mirror()
         page = self.wait_for_page("Sometown")
-        self.assertRegex(page, r"<p>Data of \d{4}/\d\d/\d\d \d\d:\d\d:\d\d \(UTC\+00:00\)\.")
+        self.assertRegex(page, r"<p>Data as of \d{4}/\d\d/\d\d \d\d:\d\d:\d\d \(UTC\+00:00\)\.")
         self.start_feed(event(3, 4.1, "9 km N of Newtown, CA", 0), *self.feed.events)
         self.wait_for_page("Newtown", "Sometown")
 

@@ -161,7 +161,7 @@ TEST_F(FeedFetches, ABodyThatUnpacksToNothingWithoutEndIsRefused) {
   const QByteArray gzip_head("\x1F\x8B\x08\0\0\0\0\0\0\x03", 10);
   const QByteArray empty_block("\0\0\0\xFF\xFF", 5);
   const FeedServer server(SendsWithoutEnd(head + gzip_head, empty_block.repeated(2'000)), *certified);
-  EXPECT_EQ(FaultOf(server, {.packed_size = 300'000}), "a packed body of more than 300000 bytes");
+  EXPECT_EQ(FaultOf(server, {.packed_size = 300'000}), "a transferred body of more than 300000 bytes");
 }
 
 TEST_F(FeedFetches, ABodyWithoutEndIsRefused) {
@@ -171,7 +171,7 @@ TEST_F(FeedFetches, ABodyWithoutEndIsRefused) {
 
 TEST_F(FeedFetches, ABodyThatIsAnnouncedTooLongIsRefusedBeforeItComes) {
   const FeedServer server(SendsSlowly("HTTP/1.1 200 OK\r\nContent-Length: 200000000\r\n\r\n", "xxx", 50), *certified);
-  EXPECT_EQ(FaultOf(server), "a packed body of more than 33554432 bytes");
+  EXPECT_EQ(FaultOf(server), "a transferred body of more than 33554432 bytes");
 }
 
 TEST_F(FeedFetches, AHeadWithoutEndIsRefused) {

@@ -101,12 +101,13 @@ TEST(FeedPoller, LogsThatNoEventIsTakenBackWhileAFeedOfAWholeSpanHasEventsWithou
   ASSERT_TRUE(rig.HasTaken(3));
   ASSERT_TRUE(rig.HasLogged(4));
   const QString feed = "the feed " + server.Url("/week");
-  EXPECT_EQ(rig.log,
-            QStringList({feed + " has events that cannot be read: 1",
-                         feed + " has events without an id: 1; until it has none, no event that it lacks is taken "
-                                "back, since it may be one of these",
-                         "all events of " + feed + " can be read again",
-                         feed + " has no events without an id any more; what it lacks is taken back again"}));
+  EXPECT_EQ(
+      rig.log,
+      QStringList({feed + " has events that cannot be read: 1",
+                   feed + " has events without an id: 1; until there are none, events that it no longer lists "
+                          "are kept, since they may be among these",
+                   "all events of " + feed + " can be read again",
+                   feed + " has no more events without an id; events that it no longer lists are removed again"}));
   EXPECT_EQ(rig.levels, QList<LogLevel>({LogLevel::Warning, LogLevel::Warning, LogLevel::Info, LogLevel::Info}));
 
   // Without a span, nothing that a feed lacks was taken back.

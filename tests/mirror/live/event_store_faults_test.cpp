@@ -144,9 +144,10 @@ TEST_F(EventFileFaults, LoseNothingWhenTheFileIsReplacedByAnotherMirrors) {
   events.Write({Said("after")});
   EXPECT_TRUE(WaitFor([&] { return events.Records().size() == 3 && events.store().Unwritten() == 0; }));
   EXPECT_EQ(Stored(), events.Records());
-  EXPECT_EQ(events.Lines(),
-            QStringList(address_.file + " was replaced by another one: its events are served from now on, too, and the "
-                                        "events in memory are written to it"));
+  EXPECT_EQ(
+      events.Lines(),
+      QStringList(address_.file + " was replaced: the events of the new store are served as well from now on, and "
+                                  "the events in memory are written to it"));
 }
 
 TEST_F(EventFileFaults, SeeWhatAnotherMirrorWritesToTheFile) {

@@ -88,8 +88,8 @@ TEST_F(LiveEventsTest, LoseNothingToAFeedWithSomethingOfWhichNotEvenTheIdCanBeRe
 TEST_F(LiveEventsTest, RefuseAWholeWeekThatHasLostMoreThanHalfOfItsEvents) {
   Take(Several(20), WholeWeek());
   PassMinute();
-  EXPECT_EQ(Take({}, WholeWeek()).fault, "it has 0 events, and 20 are known of its span");
-  EXPECT_EQ(Take(Several(9), WholeWeek()).fault, "it has 9 events, and 20 are known of its span");
+  EXPECT_EQ(Take({}, WholeWeek()).fault, "it has only 0 events, while 20 are known of its span");
+  EXPECT_EQ(Take(Several(9), WholeWeek()).fault, "it has only 9 events, while 20 are known of its span");
   std::vector<FeedEvent> deleted = Several(9);
   for (int i = 9; i < 20; ++i)
     deleted.push_back(Deleted(QString("ci%1").arg(i)));

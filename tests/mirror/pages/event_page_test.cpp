@@ -107,7 +107,7 @@ TEST(EventPage, NamesItsCreditAndTheTimeOfTheData) {
   const QByteArray page =
       EventPage(event, Catalogue({event}), PageHost("", 8080), {.data_time = event.origin_time + 3'600'000});
   EXPECT_EQ(FaultOf(page), "");
-  EXPECT_TRUE(page.contains("</h1>\n<p>Data of 2018/02/07 02:26:13 (UTC+00:00).</p>\n<dl>"));
+  EXPECT_TRUE(page.contains("</h1>\n<p>Data as of 2018/02/07 02:26:13 (UTC+00:00).</p>\n<dl>"));
   EXPECT_TRUE(page.contains("<dt>Credit:</dt> <dd>Depth&#58; &lt;Centre&gt;</dd>"));
   EXPECT_TRUE(page.contains("<dt>Revised:</dt> <dd>2018/02/07 01:27:13 (UTC+00:00)</dd>"));
   EXPECT_TRUE(page.contains("Event: Depth&#58; &lt;Centre&gt;.</footer>"));

@@ -103,8 +103,8 @@ TEST(ZonesText, SaysWhenTheClocksWereChanged) {
 
 TEST(ZonesText, NamesNoDateWhereTheClocksWereChangedOftener) {
   const TimeZone zone("PST8PDT,M3.2.0,M11.1.0");
-  EXPECT_EQ(ZonesText(end_of_summer - 300 * day, end_of_summer), "UTC-08:00, or as the date had it");
-  EXPECT_EQ(ZonesText(-30'610'224'000'000, 253'402'214'400'000), "UTC-08:00, or as the date had it");
+  EXPECT_EQ(ZonesText(end_of_summer - 300 * day, end_of_summer), "UTC-08:00, or the offset in force on the date");
+  EXPECT_EQ(ZonesText(-30'610'224'000'000, 253'402'214'400'000), "UTC-08:00, or the offset in force on the date");
 }
 
 }  // namespace

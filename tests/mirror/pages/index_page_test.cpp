@@ -35,7 +35,7 @@ TEST(IndexPage, NamesTheSourcesAndTheTimeOfTheirData) {
   EXPECT_EQ(FaultOf(page), "");
   EXPECT_TRUE(
       page.contains("1 event from the last 7 days of A, B. The newest one was at 2018/02/06 17:26:13, local time "
-                    "(UTC-08:00). Data of 2018/02/06 17:26:13 (UTC-08:00)."));
+                    "(UTC-08:00). Data as of 2018/02/06 17:26:13 (UTC-08:00)."));
   EXPECT_TRUE(page.contains("<li>A: The Survey</li>\n<li>B: &lt;Centre&gt; &amp; sons</li>"));
   EXPECT_FALSE(page.contains("U.S. Geological Survey"));
 }

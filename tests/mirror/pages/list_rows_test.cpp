@@ -56,10 +56,10 @@ TEST(FrameOf, StatesTheTimeOfTheDataAndTheZoneOfTheRows) {
   older.origin_time -= 120LL * 86'400'000;
   const PageFacts facts = {.data_time = Castaic().origin_time};
   EXPECT_EQ(FrameAround({Castaic()}, facts).note,
-            "<p>Data of 2018/02/06 17:26:13 (UTC-08:00). Times are local: UTC-08:00.</p>\n");
+            "<p>Data as of 2018/02/06 17:26:13 (UTC-08:00). Times are local: UTC-08:00.</p>\n");
   EXPECT_EQ(FrameAround({Castaic(), older}, {}).note,
             "<p>Times are local: UTC-08:00 (UTC-07:00 before 2017/11/05 09:00:00 UTC).</p>\n");
-  EXPECT_EQ(FrameAround({}, facts).note, "<p>Data of 2018/02/06 17:26:13 (UTC-08:00).</p>\n");
+  EXPECT_EQ(FrameAround({}, facts).note, "<p>Data as of 2018/02/06 17:26:13 (UTC-08:00).</p>\n");
   EXPECT_EQ(FrameAround({}, {}).note, "");
 }
 
@@ -89,7 +89,8 @@ TEST(ListPage, HasItsNoteUnderTheHeadingAndItsCreditAtTheFoot) {
 TEST(ListPage, IsTheFrameOfEveryList) {
   const QByteArray page = ListPage({"A & B"}, "<p>list</p>\n", "Legend. ", "<base href=\"/\"/>");
   EXPECT_EQ(FaultOf(page), "");
-  EXPECT_TRUE(page.contains("<h1>Recent Earthquakes: A &amp; B</h1>\n<p>list</p>\n<footer>Legend. Times are local"));
+  EXPECT_TRUE(page.contains(
+      "<h1>Recent Earthquakes: A &amp; B</h1>\n<p>list</p>\n<footer>Legend. Depths are in kilometres. Source: "));
   EXPECT_TRUE(page.contains("<base href=\"/\"/></head>"));
 }
 
