@@ -18,7 +18,7 @@ namespace borvane::mirror {
 
 namespace {
 
-constexpr int patience_ms = 60'000;
+constexpr int timeout_ms = 60'000;
 constexpr int events_of_year = 250'000;
 constexpr qint64 ms_of_day = 24 * 60 * 60'000;
 constexpr qint64 time_between_events = 365 * ms_of_day / events_of_year;
@@ -40,11 +40,11 @@ class Live {
                .restored = [] {},
                .may_poll = [](bool) {},
                .log = [](LogLevel, const QString &line) { std::cerr << line.toStdString() << '\n'; }}) {
-    live_.Start(patience_ms);
+    live_.Start(timeout_ms);
   }
 
   bool Take(const Feed &feed, const FeedReading &reading) { return live_.Take(feed, reading).isEmpty(); }
-  bool Finish() { return live_.Finish(patience_ms); }
+  bool Finish() { return live_.Finish(timeout_ms); }
   std::size_t Events() const { return events_ ? events_->events().size() : 0; }
 
  private:
@@ -118,7 +118,7 @@ class Year {
       for (int i = first; i < std::min(count, first + events_at_once); ++i)
         records.push_back(YearsEvent(i));
       store.Write(records, made);
-      if (!store.WaitUntilWritten(patience_ms))
+      if (!store.WaitUntilWritten(timeout_ms))
         std::exit(EXIT_FAILURE);
     }
   }

@@ -20,10 +20,10 @@ namespace {
 
 /// How long the first page waits for the events of the store. Who gets the sample instead, because the disk is slow,
 /// has it until the next refresh.
-constexpr int store_patience_ms = 1'000;
+constexpr int first_page_timeout_ms = 1'000;
 
 /// How long the end waits for the store.
-constexpr int end_patience_ms = 2'000;
+constexpr int end_timeout_ms = 2'000;
 
 QString AddressText(const QHostAddress &address, quint16 port) {
   const bool is_ipv6 = address.protocol() == QAbstractSocket::IPv6Protocol;
@@ -70,7 +70,7 @@ Mirror::~Mirror() {
   if (!live_)
     return;
   poller_->Stop();
-  live_->Finish(end_patience_ms);
+  live_->Finish(end_timeout_ms);
 }
 
 std::optional<int> Mirror::Start() {
@@ -163,7 +163,7 @@ void Mirror::StartLive() {
   poller_ = std::make_unique<FeedPoller>(
       live.feeds, [this](const Feed &feed, const FeedReading &reading) { return TakeReading(feed, reading); },
       std::cref(log_), std::move(surroundings));
-  live_->Start(store_patience_ms);
+  live_->Start(first_page_timeout_ms);
 }
 
 void Mirror::LetPoll(bool may_poll) {

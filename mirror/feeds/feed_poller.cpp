@@ -72,19 +72,19 @@ FeedReading ReadSentEventText(const QByteArray &text, qint64 made, qint64 now) {
 }
 
 /// What is worth a line about a number that ought to be none: it may go up and down with each reading.
-enum class Turn {
+enum class Change {
   None,
   Worse,  ///< more than ever since it was none
   Over,   ///< none again
 };
 
 /// Compares the number with the most since it was none, and keeps that.
-Turn TurnOf(int &most, int number) {
+Change ChangeOf(int &most, int number) {
   if (number > most) {
     most = number;
-    return Turn::Worse;
+    return Change::Worse;
   }
-  return number == 0 && std::exchange(most, 0) > 0 ? Turn::Over : Turn::None;
+  return number == 0 && std::exchange(most, 0) > 0 ? Change::Over : Change::None;
 }
 
 FeedReading ReadFeedText(FeedForm form, const QByteArray &text, qint64 made, qint64 now) {
@@ -329,32 +329,32 @@ void FeedPoller::OnRead(Polled &polled, Read read) {
 void FeedPoller::SeeLeftOut(Polled &polled, const LeftOut &left_out) {
   const QString &url = polled.state.url;
   polled.state.left_out = left_out.all;
-  switch (TurnOf(polled.most_left_out.all, left_out.all)) {
-    case Turn::Worse:
+  switch (ChangeOf(polled.most_left_out.all, left_out.all)) {
+    case Change::Worse:
       log_(LogLevel::Warning, QString("the feed %1 has events that cannot be read: %2").arg(url).arg(left_out.all));
       break;
-    case Turn::Over:
+    case Change::Over:
       log_(LogLevel::Info, QString("all events of the feed %1 can be read again").arg(url));
       break;
-    case Turn::None:
+    case Change::None:
       break;
   }
   if (!polled.feed.span.whole)
     return;
-  switch (TurnOf(polled.most_left_out.nameless, left_out.nameless)) {
-    case Turn::Worse:
+  switch (ChangeOf(polled.most_left_out.nameless, left_out.nameless)) {
+    case Change::Worse:
       log_(LogLevel::Warning,
            QString("the feed %1 has events without an id: %2; until there are none, events that it no "
                    "longer lists are kept, since they may be among these")
                .arg(url)
                .arg(left_out.nameless));
       break;
-    case Turn::Over:
+    case Change::Over:
       log_(LogLevel::Info,
            QString("the feed %1 has no more events without an id; events that it no longer lists are removed again")
                .arg(url));
       break;
-    case Turn::None:
+    case Change::None:
       break;
   }
 }

@@ -108,11 +108,11 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
       callbacks_(std::move(callbacks)),
       is_shared_(!address.IsFile()),
       store_(address, events_schema, callbacks_.log, store_timeout_ms) {
-  for (QTimer *timer : {&retry_timer_, &patience_timer_})
+  for (QTimer *timer : {&retry_timer_, &takeover_timer_})
     timer->setSingleShot(true);
   look_timer_.setInterval(settings_.timing.look_interval);
   retry_timer_.setInterval(settings_.timing.retry_interval);
-  patience_timer_.setInterval(settings_.timing.patience);
+  takeover_timer_.setInterval(settings_.timing.takeover_timeout);
   connect(&look_timer_, &QTimer::timeout, this, [this] { Look(); });
   connect(&retry_timer_, &QTimer::timeout, this, [this] {
     if (!is_complete_ || !can_read_)
@@ -122,14 +122,14 @@ EventStore::EventStore(const StoreAddress &address, QStringList sources, Setting
       Retain();
     WriteWhatWaits();
   });
-  connect(&patience_timer_, &QTimer::timeout, this, [this] { Lead(true); });
+  connect(&takeover_timer_, &QTimer::timeout, this, [this] { Lead(true); });
 }
 
 void EventStore::Start(std::chrono::milliseconds span) {
   span_ = span;
   look_timer_.start();
   if (is_shared_)
-    patience_timer_.start();
+    takeover_timer_.start();
   Read();
 }
 
@@ -212,7 +212,7 @@ void EventStore::OnRead(bool has_worked, Found &found) {
   if (is_another)
     for (const std::vector<EventRecord> &part : PartsOf(callbacks_.everything()))
       Write(part, time_of_data_);
-  patience_timer_.stop();
+  takeover_timer_.stop();
   Lead(found.leads);
 }
 
@@ -371,8 +371,8 @@ void EventStore::OnOutcome(Access access, bool has_worked) {
     return;
   retry_timer_.start();
   // A leader goes on to lead.
-  if (is_shared_ && !leads_.value_or(false) && !patience_timer_.isActive())
-    patience_timer_.start();
+  if (is_shared_ && !leads_.value_or(false) && !takeover_timer_.isActive())
+    takeover_timer_.start();
 }
 
 void EventStore::Lead(bool leads) {

@@ -50,11 +50,11 @@ class EventStore final : public QObject {
     WriteLog log;
   };
 
-  /// How often and how long; a test is less patient.
+  /// How often and how long; shorter in a test.
   struct Timing {
-    std::chrono::milliseconds look_interval{1'000};   ///< how often it is looked for what has changed
-    std::chrono::milliseconds retry_interval{5'000};  ///< after a failure
-    std::chrono::milliseconds patience{30'000};       ///< how long the server may be silent before this mirror leads
+    std::chrono::milliseconds look_interval{1'000};      ///< how often it is looked for what has changed
+    std::chrono::milliseconds retry_interval{5'000};     ///< after a failure
+    std::chrono::milliseconds takeover_timeout{30'000};  ///< how long the server may be silent before this mirror leads
   };
   struct Settings {
     EventRetention retention = {};
@@ -137,7 +137,7 @@ class EventStore final : public QObject {
   int changes_until_check_ = 0;
   QTimer look_timer_;
   QTimer retry_timer_;
-  QTimer patience_timer_;
+  QTimer takeover_timer_;
   StoreThread store_;  ///< the last member: it calls back while the others are there
 };
 

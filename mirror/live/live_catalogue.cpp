@@ -48,10 +48,10 @@ std::chrono::milliseconds LiveCatalogue::SpanInMemory() const {
   return span + spare_time;
 }
 
-void LiveCatalogue::Start(int patience_ms) {
+void LiveCatalogue::Start(int milliseconds) {
   aging_timer_.start(settings_.aging_interval);
   store_.Start(SpanInMemory());
-  store_.WaitUntilRead(patience_ms);
+  store_.WaitUntilRead(milliseconds);
 }
 
 QString LiveCatalogue::Take(const Feed &feed, const FeedReading &reading) {

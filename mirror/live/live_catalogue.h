@@ -46,10 +46,10 @@ class LiveCatalogue final : public QObject {
 
   /// Begins to read the store, and lets events run until it has been read or the time is up: the first page is to have
   /// what the store has.
-  void Start(int patience_ms);
+  void Start(int milliseconds);
 
   /// Lets events run until what was taken up is in the store, or the time is up: before the program ends.
-  bool Finish(int patience_ms) { return store_.WaitUntilWritten(patience_ms); }
+  bool Finish(int milliseconds) { return store_.WaitUntilWritten(milliseconds); }
 
   /// Takes up a reading of the feed; returns why it is refused, empty when it is not.
   QString Take(const Feed &feed, const FeedReading &reading);

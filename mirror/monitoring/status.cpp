@@ -9,10 +9,10 @@ namespace {
 
 /// How old the data may be where another mirror asks. What a feed confirms without a change does not make them newer
 /// there, so this is longer than any answer of a feed may live.
-constexpr qint64 patience_of_follower_ms = std::chrono::milliseconds(std::chrono::hours(48)).count();
+constexpr qint64 oldest_of_follower_ms = std::chrono::milliseconds(std::chrono::hours(48)).count();
 
 /// How long the feed may go without an answer.
-qint64 PatienceMs(const FeedState &feed) {
+qint64 LongestSilenceMs(const FeedState &feed) {
   const std::chrono::seconds pause = std::max(feed.period, feed.lifetime);
   return std::chrono::milliseconds(std::max<std::chrono::seconds>(std::chrono::hours(1), 2 * pause)).count();
 }
@@ -71,7 +71,7 @@ QByteArray StoresText(const Status &status) {
 QStringList FaultsOfFollower(const Status &status) {
   if (status.data_time == 0)
     return {"No feed has answered yet."};
-  if (status.now - status.data_time > patience_of_follower_ms)
+  if (status.now - status.data_time > oldest_of_follower_ms)
     return {"The newest data were made at " + TimeText(status.data_time) + '.'};
   return {};
 }
@@ -85,7 +85,7 @@ QStringList FaultsOfFeeds(const Status &status) {
   QStringList faults;
   for (const FeedState &feed : status.feeds) {
     const qint64 since = std::max(feed.last_success, status.asking_since);
-    if (status.now - since <= PatienceMs(feed))
+    if (status.now - since <= LongestSilenceMs(feed))
       continue;
     // Whether it answered an earlier run or another mirror is not known here.
     const QString beginning = feed.last_success < status.asking_since ? "this mirror began to ask for it at " : "";

@@ -188,8 +188,8 @@ class Formatter {
 
  private:
   std::string TextOf(std::string_view piece) {
-    const bool behind_hours = behind_hours_;
-    behind_hours_ = piece == "hh";
+    const bool after_hours = after_hours_;
+    after_hours_ = piece == "hh";
     if (piece == "yyyy")
       return Padded(parts_.year, 4);
     if (piece == "ampm")
@@ -199,7 +199,7 @@ class Formatter {
     if (piece == "ddd")
       return NameAt("SunMonTueWedThuFriSat", weekday_.c_encoding());
     if (piece == "mm")
-      return Padded(behind_hours ? parts_.minute : parts_.month, 2);
+      return Padded(after_hours ? parts_.minute : parts_.month, 2);
     if (piece == "dd")
       return Padded(parts_.day, 2);
     if (piece == "hh")
@@ -211,7 +211,7 @@ class Formatter {
   std::chrono::weekday weekday_;
   std::string_view rest_;
   bool half_days_;
-  bool behind_hours_ = false;
+  bool after_hours_ = false;
 };
 
 }  // namespace

@@ -49,7 +49,7 @@ TEST(LogLines, TakesZeroAndEndOfFileForBytesLikeAnyOther) {
     EXPECT_EQ(Found("a\0b\x1A"s + "c\r\nd\r\n", size, {"a\0b\x1A"s + "c", "d", "a"}), "[a\0b\x1A"s + "c][d]") << size;
 }
 
-TEST(LogLines, KeepsNoMoreOfALongLineThanTellsItFromTheExpectedOnes) {
+TEST(LogLines, KeepsNoMoreOfALongLineThanDistinguishesItFromTheExpectedOnes) {
   const std::string long_line(1'000'000, 'x');
   const std::vector<std::string> expected = {"xxx", "yy"};
   LogLines lines(expected);

@@ -254,7 +254,7 @@ TEST(ShortBarTimer, ReadsAHalfBuiltListWhileAScanLetsEventsRun) {
   EXPECT_EQ(rig.end_status(), std::nullopt);
 }
 
-TEST(ShortBarTimer, CountsAnewAfterTheMenu) {
+TEST(ShortBarTimer, CountsFromZeroAfterTheMenu) {
   BarRig rig;
   ShortBarForm &bar = rig.open_short_bar();
   rig.tick(bar.Timer1, 99);

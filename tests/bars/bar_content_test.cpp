@@ -21,7 +21,7 @@ TEST(UpdateShortBar, ShowsMagnitudePlaceAndTimeOfTheNewestEvent) {
             (Lines{"Mag: 2.0", "location: 4 km ( 2 mi) W of Castaic, CA", "at: 01:26:13, Wed 07"}));
 }
 
-TEST(UpdateShortBar, PutsEachLabelAHundredTwipsBehindTheNewTextInFrontOfIt) {
+TEST(UpdateShortBar, PutsEachLabelAHundredTwipsAfterTheNewTextInFrontOfIt) {
   BarRig rig;
   ShortBarForm &bar = rig.open_short_bar();
   const float left = bar.Label1(0).Left();

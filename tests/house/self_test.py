@@ -236,8 +236,8 @@ class Quirks(MadeTree):
             self.assertEqual([], self.faults_of_an_end(key, self.HELP.replace("LINE", key)))
             self.assertEqual(1, len(self.faults_of_an_end(key, "")))
             self.assertEqual(1, len(self.faults_of_an_end(key, f'<ul><li data-quirks="{key}">Elsewhere.</li></ul>')))
-            behind_the_list = self.HELP.replace("</ul>\n", "").replace("  <li", "</ul>\n  <li").replace("LINE", key)
-            self.assertEqual(1, len(self.faults_of_an_end(key, behind_the_list)))
+            after_the_list = self.HELP.replace("</ul>\n", "").replace("  <li", "</ul>\n  <li").replace("LINE", key)
+            self.assertEqual(1, len(self.faults_of_an_end(key, after_the_list)))
 
     def test_a_line_of_the_help_without_code_is_a_fault(self):
         self.assertEqual(1, len(self.faults_of(help_text=self.HELP.replace("LINE", "b-key"))))

@@ -89,7 +89,7 @@ TEST(ReportRecords, NeverHaveTheName) {
   EXPECT_EQ(DetailRecord(ReportRig::form()).find("ebediah"), std::string::npos);
 }
 
-TEST(ReportRecords, HaveEveryTextAsItStands) {
+TEST(ReportRecords, HaveEveryTextAsItIs) {
   RecordProperty("quirk", "typed-separators-shift-fields");
   ReportRig rig;
   rig.open();

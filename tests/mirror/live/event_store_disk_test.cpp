@@ -21,7 +21,7 @@ struct TakingUp {
   qsizetype faults = 0;  ///< that struck
 };
 
-TakingUp TakeUpOnABadDisk(const QString &file, int from, int to, int patience_ms) {
+TakingUp TakeUpOnABadDisk(const QString &file, int from, int to, int milliseconds) {
   QProcess process;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   environment.insert("LD_PRELOAD", BORVANE_DISK_FAULTS);
@@ -31,7 +31,7 @@ TakingUp TakeUpOnABadDisk(const QString &file, int from, int to, int patience_ms
   // A sanitizer wants to be the first library; here it cannot.
   environment.insert("ASAN_OPTIONS", "verify_asan_link_order=0");
   process.setProcessEnvironment(environment);
-  process.start(BORVANE_TAKE_UP, {file, QString::number(readings), QString::number(patience_ms)});
+  process.start(BORVANE_TAKE_UP, {file, QString::number(readings), QString::number(milliseconds)});
   EXPECT_TRUE(process.waitForFinished(120'000));
   EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
   EXPECT_EQ(process.exitCode(), 0);

@@ -18,9 +18,9 @@ namespace {
 class EventsOnPostgreSQL : public testing::Test {
  protected:
   static std::unique_ptr<EventsUnderTest> Start(const StoreAddress &address,
-                                                std::chrono::milliseconds patience = std::chrono::minutes(10)) {
+                                                std::chrono::milliseconds takeover_timeout = std::chrono::minutes(10)) {
     auto events =
-        std::make_unique<EventsUnderTest>(address, EventRetention(), QStringList{"survey", "centre"}, patience);
+        std::make_unique<EventsUnderTest>(address, EventRetention(), QStringList{"survey", "centre"}, takeover_timeout);
     events->Start(std::chrono::hours(24 * 365 * 60));
     return events;
   }

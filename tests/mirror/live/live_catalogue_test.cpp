@@ -31,7 +31,7 @@ class LiveCatalogueTest : public testing::Test {
                                 .feeds = {week_, hour_},
                                 .timing = {.look_interval = std::chrono::milliseconds(20),
                                            .retry_interval = std::chrono::milliseconds(20),
-                                           .patience = std::chrono::milliseconds(50)},
+                                           .takeover_timeout = std::chrono::milliseconds(50)},
                                 .aging_interval = std::chrono::milliseconds(20),
                                 .clock = [this] { return now_; }},
         LiveCatalogue::Callbacks{.changed =
@@ -226,7 +226,7 @@ TEST_F(LiveCatalogueTest, BelievesNoTimeOfTheFutureThatTheStoreHas) {
   EXPECT_EQ(live_->TimeOfData(), start_of_test + one_minute);
 }
 
-TEST_F(LiveCatalogueTest, ListsWhatItIsToldToShow) {
+TEST_F(LiveCatalogueTest, ListsTheKindsAndDaysThatAreSet) {
   FeedEvent blast = GivenAt("blast", now_ - 3 * one_day);
   blast.event.kind = "quarry blast";
   live_->Take(week_, ReadingOf({Given("ci1"), blast}));

@@ -100,7 +100,7 @@ TEST_P(ReportsOnEveryDatabase, DropsTheMapsWithoutReportsForTheLongestTime) {
   EXPECT_EQ(store.ReportsOf("A"), "a1\na2\n") << "a report that goes by itself makes room";
 }
 
-TEST_P(ReportsOnEveryDatabase, KeepsOnlyTheNewestAnswersBehindReports) {
+TEST_P(ReportsOnEveryDatabase, KeepsOnlyTheNewestAnswersThatFollowReports) {
   ReportStore store = Small({.details = 2});
   const QByteArray zip = "95045";
   store.Change([&] {

@@ -176,7 +176,7 @@ TEST_F(PostgreSQLTest, MayBeThereLaterThanTheMirror) {
   EXPECT_EQ(AskUntilItWorks("puta&map=A&strout=x"), "ok");
 }
 
-TEST_F(PostgreSQLTest, MayStandStill) {
+TEST_F(PostgreSQLTest, MayBeFrozenForAWhile) {
   EXPECT_EQ(Ask("puta&map=A&strout=before"), "ok");
   server_.Freeze();
   Client waiting(mirror_.Port());
@@ -251,7 +251,7 @@ TEST_F(PostgreSQLTest, MayBeFullForAWhile) {
   EXPECT_EQ(Ask("geta&map=A"), "before\nafter\n");
 }
 
-TEST_F(PostgreSQLTest, MayStandStillWhenTheMirrorEnds) {
+TEST_F(PostgreSQLTest, MayBeFrozenWhenTheMirrorEnds) {
   // This library reports when the program takes down what its thread may still use.
   MirrorProcess mirror({"--attended", QDir::tempPath(), "--store", store_},
                        {.variables = {"LD_PRELOAD=" BORVANE_DISK_FAULTS, "ASAN_OPTIONS=verify_asan_link_order=0"}});

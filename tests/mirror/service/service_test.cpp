@@ -123,7 +123,7 @@ TEST_F(ServiceTest, LetsThirtyReportsAMinutePassFromOneAddress) {
   EXPECT_EQ(service_.Ask("puta&map=A&strout=x", "10.0.0.1"), "ok");
 }
 
-TEST_F(ServiceTest, LetsTheAnswersBehindSixtyReportsPass) {
+TEST_F(ServiceTest, TakesTheAnswersThatFollowSixtyReports) {
   for (int i = 0; i < 60; ++i)
     for (const char *command : {"putb&map=A&strout=x", "putc&zip=1&map=A&strout=x"})
       EXPECT_EQ(service_.Ask(command, "10.0.0.1"), "ok");

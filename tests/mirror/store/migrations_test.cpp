@@ -40,7 +40,7 @@ TEST_P(MigrationOnEveryDatabase, BringsTheFirstVersionUpToDateAndLosesNothing) {
   ServiceUnderTest service(database_.Address());
   EXPECT_EQ(service.Ask("geta&map=Parkfield, CA"), "235|A|35|3.5|1|0|93451\n235|B|||0|0|\x80\xff\n");
   EXPECT_EQ(service.Ask("geta&map=Ca\xf1on"), "\n");
-  EXPECT_EQ(service.Ask("whoson&macid=1&AppVersion= 235"), "2") << "the clock stands where client 534187 was seen";
+  EXPECT_EQ(service.Ask("whoson&macid=1&AppVersion= 235"), "2") << "client 534187 was seen at the time of the clock";
   EXPECT_EQ(Version(), reports_schema.newest);
 
   EXPECT_EQ(service.Ask("puta&map=Parkfield, CA&strout=new"), "ok");

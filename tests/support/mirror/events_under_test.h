@@ -26,18 +26,18 @@ inline bool WaitFor(const std::function<bool()> &is_so) {
   return true;
 }
 
-/// A store of events that is less patient than a mirror's, what it has read, and the lines that it logs.
+/// A store of events with shorter times than a mirror's, what it has read, and the lines that it logs.
 class EventsUnderTest {
  public:
   /// `address` is that of the events themselves.
   explicit EventsUnderTest(const StoreAddress &address, EventRetention retention = {},
                            const QStringList &sources = {"survey", "centre"},
-                           std::chrono::milliseconds patience = std::chrono::seconds(60))
+                           std::chrono::milliseconds takeover_timeout = std::chrono::seconds(60))
       : store_(address, sources,
                {.retention = retention,
                 .timing = {.look_interval = std::chrono::milliseconds(20),
                            .retry_interval = std::chrono::milliseconds(20),
-                           .patience = patience},
+                           .takeover_timeout = takeover_timeout},
                 .clock = [this] { return now_; }},
                {.take = [this](const std::vector<EventRecord> &records,
                                qint64 time_of_data) { OnTaken(records, time_of_data); },

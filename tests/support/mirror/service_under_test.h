@@ -10,7 +10,7 @@
 
 namespace borvane::mirror {
 
-/// A service whose clock stands still until the test moves it, and the lines that it logs.
+/// A service whose clock only the test moves, and the lines that it logs.
 class ServiceUnderTest {
  public:
   explicit ServiceUnderTest(const StoreAddress &store, ServiceLimits limits = {})

@@ -23,7 +23,7 @@ LiveCatalogue::Settings SettingsFor(const QString &store, std::function<qint64()
           .feeds = {{.url = "week", .span = WholeWeek()}},
           .timing = {.look_interval = std::chrono::milliseconds(1'000),
                      .retry_interval = std::chrono::milliseconds(20),
-                     .patience = std::chrono::minutes(10)},
+                     .takeover_timeout = std::chrono::minutes(10)},
           .clock = std::move(clock)};
 }
 
@@ -37,7 +37,7 @@ QString IdsOf(const Catalogue &catalogue) {
 
 void WriteLine(LogLevel /*level*/, const QString &line) { std::fprintf(stderr, "%s\n", qPrintable(line)); }
 
-void TakeUp(const QString &store, int count, int patience_ms) {
+void TakeUp(const QString &store, int count, int milliseconds) {
   int number = 0;
   QString served;
   LiveCatalogue live(SettingsFor(store, [&number] { return start_of_test + number * one_minute; }),
@@ -48,7 +48,7 @@ void TakeUp(const QString &store, int count, int patience_ms) {
   live.Start(10'000);
   for (number = 1; number <= count; ++number) {
     const QString fault = live.Take({.url = "week", .span = WholeWeek()}, ReadingNumber(number));
-    std::printf("%s|%s|%s\n", qPrintable(served), qPrintable(fault), live.Finish(patience_ms) ? "stored" : "waits");
+    std::printf("%s|%s|%s\n", qPrintable(served), qPrintable(fault), live.Finish(milliseconds) ? "stored" : "waits");
   }
 }
 
