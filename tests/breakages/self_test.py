@@ -3,6 +3,7 @@
 import contextlib
 import io
 import random
+import re
 import tempfile
 import time
 import unittest
@@ -54,6 +55,36 @@ test = "{test}"
 build = "test_basic"
 why = "It is a test."
 """
+
+
+# A test program of tests/CMakeLists.txt with its folders, or one of a folder's own CMakeLists.txt.
+PROGRAM = re.compile(r"^ *borvane_test\((\w+) FOLDERS ([\w/\s]+?) OBJECTS|^add_executable\((test_\w+) ", re.M)
+GLOB = re.compile(r'"([\w./]*)\*\.cpp"')
+
+
+def programs_of_tests(root):
+    """The folders of code that have tests, each with the test program that has them."""
+    for file in sorted((root / "tests").rglob("CMakeLists.txt")):
+        text = file.read_text(encoding="utf-8")
+        for listed, folders, alone in PROGRAM.findall(text):
+            for folder in GLOB.findall(text) if alone else folders.split():
+                tests = (file.parent / folder).resolve().relative_to((root / "tests").resolve())
+                code = tests if tests.parts[0] in ("common", "transfer", "mirror") else "src" / tests
+                if (root / code).is_dir():
+                    yield code.as_posix(), listed or alone
+
+
+def faults_of_judges(root):
+    """The folders of code whose own tests do not judge it, and the rows of the table for folders that do not exist."""
+    programs = list(programs_of_tests(root))
+    if not programs:
+        yield "there are no test programs"
+    for folder, program in programs:
+        if program not in mutate.judges_of(folder + "/it.cpp"):
+            yield f"{folder}: {program} does not judge it"
+    for folder in mutate.JUDGES:
+        if not (root / folder).is_dir():
+            yield f"{folder}: does not exist"
 
 
 class MadeTree(unittest.TestCase):
@@ -177,6 +208,23 @@ class Mutation(MadeTree):
     def test_the_longest_folder_chooses_the_judges(self):
         self.assertEqual(["test_basic", "test_program"], mutate.judges_of("src/basic/it.cpp"))
         self.assertEqual(["test_program", "test_desktop"], mutate.judges_of("src/feed/it.cpp"))
+
+    def test_each_folder_is_judged_by_its_own_tests(self):
+        project = Path(__file__).parents[2]
+        self.assertLess({("src/basic", "test_basic"), ("mirror/live", "test_live"), ("mirror/store", "test_service")},
+                        set(programs_of_tests(project)))
+        self.assertEqual([], list(faults_of_judges(project)))
+
+    def test_a_folder_that_its_own_tests_do_not_judge_is_found(self):
+        for folder in mutate.JUDGES:
+            (self.root / folder).mkdir(parents=True, exist_ok=True)
+        self.assertEqual(["there are no test programs"], list(faults_of_judges(self.root)))
+        self.write("tests/CMakeLists.txt", "borvane_test(test_basic FOLDERS basic support\n  OBJECTS basic LABELS quick)\n")
+        self.assertEqual([], list(faults_of_judges(self.root)))
+        self.write("tests/mirror/live/CMakeLists.txt", 'file(GLOB t "*.cpp" "../store/*.cpp")\nadd_executable(test_live ${t})\n')
+        self.assertEqual(["mirror/store: test_live does not judge it"], list(faults_of_judges(self.root)))
+        (self.root / "mirror/feeds").rmdir()
+        self.assertIn("mirror/feeds: does not exist", list(faults_of_judges(self.root)))
 
 
 class Mutants(unittest.TestCase):
