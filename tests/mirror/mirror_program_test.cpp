@@ -429,6 +429,30 @@ TEST(Mirror, EndsQuietlyWhenAnotherMirrorHasThePort) {
   EXPECT_EQ(Get(first.Port(), "/").value().status, 200);
 }
 
+TEST(Mirror, LeavesAForeignProgramAtTheOtherLoopbackAddressAlone) {
+  // At a port that is free at the first address.
+  QTcpServer first;
+  QTcpServer foreign;
+  for (int attempt = 0; attempt < 10 && !foreign.isListening(); ++attempt) {
+    first.close();
+    ASSERT_TRUE(first.listen(QHostAddress::LocalHost));
+    foreign.listen(QHostAddress::LocalHostIPv6, first.serverPort());
+  }
+  const QString place = QString("localhost:%1").arg(first.serverPort());
+  first.close();
+  MirrorProcess mirror({"--listen", place});
+  if (!foreign.isListening()) {
+    EXPECT_NE(mirror.Port(), 0);
+    EXPECT_TRUE(mirror.Errors().contains("continuing with IPv4 only")) << "a computer without IPv6";
+    return;
+  }
+  EXPECT_EQ(mirror.StatusWithin(30'000), 1);
+  EXPECT_EQ(mirror.Output(), "");
+  EXPECT_TRUE(mirror.Errors().endsWith("cannot listen on [::1]:" + QByteArray::number(foreign.serverPort()) +
+                                       ": another program listens there\n"))
+      << mirror.Errors().constData();
+}
+
 TEST(Mirror, LeavesAForeignProgramOnThePortAlone) {
   QTcpServer silent;
   ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
