@@ -194,7 +194,6 @@ void SettingsFileStore::WriteValues(const QString &file, const std::vector<Value
 void SettingsFileStore::Finish() {
   if (kept_.empty())
     return;
-  constexpr int last_timeout = 2000;
   WriteKeptWithin(last_timeout);
   if (kept_.empty())
     return;

@@ -20,8 +20,14 @@ QString UserSettingsFile();
 /// autostart entry, at once; what was written before it is then on the disk.
 class SettingsFileStore final : public SettingsStore {
  public:
+  /// How long a write waits for another Borvane, in milliseconds: the program does nothing else meanwhile.
+  static constexpr int write_timeout = 1'000;
+
+  /// How long the end of the process waits for it.
+  static constexpr int last_timeout = 2'000;
+
   /// A write waits for another Borvane at most `timeout` milliseconds, and not at all while earlier values are kept.
-  explicit SettingsFileStore(QString file_name = UserSettingsFile(), int timeout = 1000,
+  explicit SettingsFileStore(QString file_name = UserSettingsFile(), int timeout = write_timeout,
                              QString autostart_file = UserAutostartFile());
 
   std::optional<StoredValue> Read(std::string_view key, std::string_view name) override;
@@ -39,7 +45,7 @@ class SettingsFileStore final : public SettingsStore {
   /// The stored settings have reached the program. What it writes from now on is the user's choice.
   void EndStart() { autostart_entry_.EndStart(); }
 
-  /// For the end of the process: writes what is still kept, waits for that up to two seconds, and names on standard
+  /// For the end of the process: writes what is still kept, waits for that up to `last_timeout`, and names on standard
   /// error what is lost.
   void Finish();
 

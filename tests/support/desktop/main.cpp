@@ -26,10 +26,10 @@ void FailOnWarning(QtMsgType /*type*/, const QMessageLogContext & /*context*/, c
     ADD_FAILURE() << message.toStdString();
 }
 
-/// Another Borvane that writes settings, for the tests of several at once: arguments are the file, a number of its own
-/// and how many values.
-int WriteSettings(const char *file, const std::string &writer, int values) {
-  borvane::SettingsFileStore store(QString::fromLocal8Bit(file));
+/// Another Borvane that writes settings, for the tests of several at once: arguments are the file, a number of its own,
+/// how many values, and how long each waits for the others.
+int WriteSettings(const char *file, const std::string &writer, int values, int timeout) {
+  borvane::SettingsFileStore store(QString::fromLocal8Bit(file), timeout);
   for (int value = 0; value < values; ++value) {
     const std::string name = "W" + writer + "-" + std::to_string(value);
     store.Write(borvane::program_key, name, "done");
@@ -84,8 +84,8 @@ int main(int argc, char *argv[]) {
   // Nor does it make a noise.
   qputenv("PULSE_SERVER", "unix:/nonexistent/no-sound");
   const QApplication application(argc, argv);
-  if (argc == 5 && std::string_view(argv[1]) == "--write-settings")
-    return WriteSettings(argv[2], argv[3], std::stoi(argv[4]));
+  if (argc == 6 && std::string_view(argv[1]) == "--write-settings")
+    return WriteSettings(argv[2], argv[3], std::stoi(argv[4]), std::stoi(argv[5]));
   if (argc == 2 && std::string_view(argv[1]) == "--decimal-separator")
     return PrintDecimalSeparator();
   if (argc == 2 && std::string_view(argv[1]) == "--executable")
