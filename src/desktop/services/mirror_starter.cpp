@@ -20,9 +20,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto answer_timeout = 2s;
-constexpr auto between_looks_at_a_mirror = 10s;
-
 /// The last line of what a mirror wrote on standard error, without its name in front.
 QString LastLine(const QByteArray &errors) {
   const QByteArray text = errors.trimmed();
@@ -33,8 +30,12 @@ QString LastLine(const QByteArray &errors) {
 
 }  // namespace
 
-MirrorStarter::MirrorStarter(MirrorPlace place, Log log)
-    : place_(std::move(place)), log_(std::move(log)), between_tries_(100ms, 60s), while_starting_(100ms, 2s) {
+MirrorStarter::MirrorStarter(MirrorPlace place, Log log, MirrorTimes times)
+    : place_(std::move(place)),
+      log_(std::move(log)),
+      times_(times),
+      between_tries_(times.first_pause, times.longest_pause),
+      while_starting_(times.first_pause, times.longest_while_starting) {
   next_look_.setSingleShot(true);
   next_look_.callOnTimeout(this, &MirrorStarter::Look);
   timeout_.setSingleShot(true);
@@ -84,7 +85,7 @@ void MirrorStarter::Look() {
   if (attendance_.state() != QLocalSocket::UnconnectedState)
     return;
   answer_.clear();
-  timeout_.start(answer_timeout);
+  timeout_.start(times_.answer_timeout);
   question_.connectToHost(QHostAddress(QHostAddress::LocalHost), place_.port);
 }
 
@@ -116,7 +117,7 @@ void MirrorStarter::OnMirrorFound() {
     log_("the data source is back: borvane-mirror answers at " + PlaceText());
   trouble_.clear();
   ForwardErrors();
-  LookAfter(between_looks_at_a_mirror);
+  LookAfter(times_.between_looks_at_a_mirror);
   const std::string socket = AttendanceSocket(QFile::encodeName(place_.socket_folder).toStdString(), place_.port);
   attendance_.connectToServer(QFile::decodeName(socket.c_str()));
 }

@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QTcpSocket>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -18,6 +19,15 @@ struct MirrorPlace {
   QString socket_folder;  ///< for the socket at which the mirror counts its monitors; only this user may write there
 };
 
+/// How long the looks at the mirror's port take, and the pauses between them; shorter in a test.
+struct MirrorTimes {
+  std::chrono::milliseconds answer_timeout{2'000};
+  std::chrono::milliseconds between_looks_at_a_mirror{10'000};
+  std::chrono::milliseconds first_pause{100};               ///< while there is no mirror; each further one is longer
+  std::chrono::milliseconds longest_pause{60'000};          ///< while none can be started
+  std::chrono::milliseconds longest_while_starting{2'000};  ///< while one is starting
+};
+
 /// Keeps the companion mirror running while the program's hosts are this computer's own: starts the executable when
 /// nothing answers at the port, and holds a connection to the mirror's local socket, by which the mirror knows that a
 /// monitor is there. A mirror that ends is started again, after pauses that grow from 0.1 s to a minute while it cannot
@@ -27,11 +37,14 @@ class MirrorStarter : public QObject {
  public:
   using Log = std::function<void(const QString &)>;
 
-  MirrorStarter(MirrorPlace place, Log log);
+  MirrorStarter(MirrorPlace place, Log log, MirrorTimes times = {});
   ~MirrorStarter() override;
 
   /// Begins to look, without waiting for an answer.
   void Start();
+
+  /// The pause before the next look, or before the one that is under way.
+  std::chrono::milliseconds Pause() const { return next_look_.intervalAsDuration(); }
 
  private:
   void Look();
@@ -52,6 +65,7 @@ class MirrorStarter : public QObject {
 
   const MirrorPlace place_;
   const Log log_;
+  const MirrorTimes times_;
   GrowingPause between_tries_;
   GrowingPause while_starting_;
   QString trouble_;        // as it was logged last; empty when there is none

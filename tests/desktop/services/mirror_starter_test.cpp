@@ -7,7 +7,9 @@
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
+#include <chrono>
 #include <memory>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -18,6 +20,8 @@
 
 namespace borvane {
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr int a_moment = 200;  // milliseconds
 
@@ -63,9 +67,10 @@ class MirrorStarterTest : public testing::Test {
   qsizetype Starts() const { return Text("starts").count('\n'); }
 
   /// Lets a starter look at the port from now on.
-  void LookAt(quint16 port) {
-    starter_.emplace(MirrorPlace{.port = port, .executable = PathOf("mirror"), .socket_folder = folder_.path()},
-                     [this](const QString &line) { log_ += line; });
+  void LookAt(quint16 port, MirrorTimes times = {}) {
+    starter_.emplace(
+        MirrorPlace{.port = port, .executable = PathOf("mirror"), .socket_folder = folder_.path()},
+        [this](const QString &line) { log_ += line; }, times);
     starter_->Start();
   }
 
@@ -86,6 +91,8 @@ class MirrorStarterTest : public testing::Test {
   }
 
   void StopLooking() { starter_.reset(); }
+
+  int Pause() const { return static_cast<int>(starter_->Pause().count()); }
 
  private:
   QTemporaryDir folder_;
@@ -133,6 +140,32 @@ TEST_F(MirrorStarterTest, StartsAMirrorThatEndsAtOnceAfterGrowingPauses) {
   // 100, 200, 400 and 800 ms, less what Qt's timers may come too early.
   EXPECT_GE(time.elapsed(), 1400);
   EXPECT_EQ(log(), QStringList("no data source: " + PathOf("mirror") + " ended with status 3: out of luck"));
+}
+
+TEST(MirrorTimes, GrowFromATenthOfASecondToAMinute) {
+  const MirrorTimes times;
+  EXPECT_EQ(times.answer_timeout, 2s);
+  EXPECT_EQ(times.between_looks_at_a_mirror, 10s);
+  EXPECT_EQ(times.first_pause, 100ms);
+  EXPECT_EQ(times.longest_pause, 60s);
+  EXPECT_EQ(times.longest_while_starting, 2s);
+}
+
+TEST_F(MirrorStarterTest, BeginsWithTheFirstPauseAgainAfterAMirrorWasThere) {
+  // At the fifth look a mirror is there; before and after it, another program.
+  std::vector<int> pauses;
+  ScriptedServer server([&](QTcpSocket &connection, const std::string &line) {
+    pauses.push_back(Pause());
+    const ScriptedServer::Answer answer = pauses.size() == 5 ? Writes(mirror_answer) : Serves("not a mirror");
+    answer(connection, line);
+  });
+  LookAt(static_cast<quint16>(std::stoi(server.port())),
+         {.answer_timeout = 60s, .between_looks_at_a_mirror = 7ms, .first_pause = 10ms, .longest_pause = 30ms});
+  ASSERT_TRUE(QTest::qWaitFor([&] { return pauses.size() >= 9; }, timeout));
+
+  pauses.resize(9);
+  EXPECT_EQ(pauses, (std::vector<int>{0, 10, 20, 30, 30, 7, 10, 20, 30}));
+  EXPECT_EQ(log().size(), 3) << "no data source, it is back, and none again";
 }
 
 TEST_F(MirrorStarterTest, LogsThatAMirrorCannotBeStarted) {
