@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include "settings/conffrm.h"
 #include "support/desktop/sample_form.h"
 #include "support/desktop/screen_rig.h"
+#include "support/desktop/timeout.h"
 
 namespace borvane {
 namespace {
@@ -47,6 +49,16 @@ TEST(QuitRequest, IsNotTheCloseBoxOfAWindow) {
   rig.window(*sample).close();
 
   EXPECT_EQ(rig.events(), Lines({"asked"}));
+}
+
+TEST(QuitRequest, IsAnsweredByTheDesktopOfTheProgram) {
+  QProcess program;
+  program.start(QCoreApplication::applicationFilePath(), {"--log-out"});
+  ASSERT_TRUE(program.waitForFinished(timeout)) << program.errorString().toStdString();
+
+  EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(program.exitCode(), 0);
+  EXPECT_EQ(program.readAllStandardOutput(), "unloaded by the program\n");
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWindow>
 #include <cstdio>
 #include <string>
@@ -8,8 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include "core/program.h"
 #include "core/registry.h"
 #include "desktop/appearance.h"
+#include "desktop/desktop.h"
 #include "desktop/services/process.h"
 #include "desktop/services/region.h"
 #include "desktop/settings/settings_file_store.h"
@@ -69,6 +73,24 @@ int PrintExecutable() {
   return 0;
 }
 
+/// The program's own desktop with a window on it, while the session ends: prints for what reason the window is
+/// unloaded.
+[[noreturn]] void LogOut(char *program_path) {
+  borvane::Desktop desktop(program_path);
+  const borvane::Program program(desktop.Services(), desktop.Forms());
+  borvane::sample->QueryUnload = [](borvane::Integer & /*cancel*/, borvane::UnloadMode mode) {
+    std::puts(mode == borvane::UnloadMode::Code ? "unloaded by the program" : "closed");
+    std::fflush(stdout);
+  };
+  borvane::sample->Show();
+  // Qt drops a posted one when its loop begins.
+  QTimer::singleShot(0, qApp, [] {
+    QEvent log_out(QEvent::Quit);
+    QCoreApplication::sendEvent(qApp, &log_out);
+  });
+  desktop.Run();
+}
+
 }  // namespace
 
 // The windows are real, their screen is not: nothing of these tests shows up on a desktop or depends on one. With
@@ -83,6 +105,8 @@ int main(int argc, char *argv[]) {
   qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));
   // Nor does it make a noise.
   qputenv("PULSE_SERVER", "unix:/nonexistent/no-sound");
+  if (argc == 2 && std::string_view(argv[1]) == "--log-out")
+    LogOut(argv[0]);
   const QApplication application(argc, argv);
   if (argc == 6 && std::string_view(argv[1]) == "--write-settings")
     return WriteSettings(argv[2], argv[3], std::stoi(argv[4]), std::stoi(argv[5]));
