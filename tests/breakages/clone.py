@@ -50,12 +50,12 @@ class Clone:
         command = ["cmake", "--build", str(self.build_folder), "--parallel", str(self._jobs), "--target", *targets]
         return self.run(command, seconds)
 
-    def run(self, command, seconds):
+    def run(self, command, seconds, **environment):
         """The exit status of a command in the clone, or TIMED_OUT, and its output. All that it started ends with it."""
         with tempfile.TemporaryFile() as output:
             # In a group of its own, but not as the head of a session: to that one a terminal that a test opens and closes
             # would belong, and its end would be a hang-up.
-            process = subprocess.Popen(command, cwd=self.root, env=self._environment, stdin=subprocess.DEVNULL,
+            process = subprocess.Popen(command, cwd=self.root, env={**self._environment, **environment}, stdin=subprocess.DEVNULL,
                                        stdout=output, stderr=subprocess.STDOUT, process_group=0)
             try:
                 outcome = process.wait(seconds)
