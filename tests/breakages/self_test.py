@@ -210,7 +210,7 @@ class Mutation(MadeTree):
         self.assertEqual(["test_program", "test_desktop"], mutate.judges_of("src/feed/it.cpp"))
 
     def test_each_folder_is_judged_by_its_own_tests(self):
-        project = Path(__file__).parents[2]
+        project = Path(__file__).resolve().parents[2]
         self.assertLess({("src/basic", "test_basic"), ("mirror/live", "test_live"), ("mirror/store", "test_service")},
                         set(programs_of_tests(project)))
         self.assertEqual([], list(faults_of_judges(project)))
