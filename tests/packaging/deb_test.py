@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The Debian package: what it needs, what it holds, and that its programs start.
+"""The Debian package: what it needs, what it holds, and that its mirror starts.
 
 usage: deb_test.py PACKAGE
 """

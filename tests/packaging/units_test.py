@@ -70,7 +70,9 @@ class Units(unittest.TestCase):
         installed = run("cmake", "-DCMAKE_INSTALL_PREFIX=/prefix", "-P", self.units / "cmake_install.cmake", DESTDIR=str(self.folder))
         self.assertEqual(0, installed.returncode, installed.stderr)
         self.assertEqual([self.folder / "prefix"], list(self.folder.iterdir()))
-        self.assertEqual(2, len(list(self.folder.rglob("borvane-mirror.service"))))
+        files = [file.name for file in self.folder.rglob("*") if file.is_file()]
+        self.assertEqual(["borvane-mirror.1", "borvane-mirror.service", "borvane-mirror.service", "borvane-mirror.toml", "borvane.1",
+                          "borvane.desktop", "borvane.svg", "copyright", "live.md", "service.md", "settings.md"], sorted(files))
         docs = list(self.folder.rglob("*.md"))
         self.assertIn("live.md", [document.name for document in docs])
         for document in docs:
