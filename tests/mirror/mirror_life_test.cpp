@@ -16,6 +16,7 @@
 #include "common/attendance.h"
 #include "support/mirror/client.h"
 #include "support/mirror/mirror_process.h"
+#include "support/reserved_port.h"
 
 // How long a mirror lives that a monitor has started.
 
@@ -111,38 +112,24 @@ TEST(AttendedMirror, EndsAfterTenSecondsWhenNoMonitorComes) {
 }
 
 TEST(AttendedMirror, TakesUpTheSocketThatAKilledOneLeftBehind) {
-  quint16 port = 0;
-  {
-    MirrorProcess killed({"--attended", folder});
-    port = killed.Port();
-  }
-  ASSERT_TRUE(QFile::exists(SocketAt(port)));
-  MirrorProcess mirror({"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port)});
-  ASSERT_EQ(mirror.Port(), port);
-  const auto monitor = Attend(port);
+  const ReservedPort port;
+  const QStringList there = {"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port.Number())};
+  EXPECT_EQ(MirrorProcess(there).Port(), port.Number());
+  ASSERT_TRUE(QFile::exists(SocketAt(port.Number())));
+  MirrorProcess mirror(there);
+  ASSERT_EQ(mirror.Port(), port.Number());
+  const auto monitor = Attend(port.Number());
   EXPECT_EQ(mirror.StatusWithin(3000), std::nullopt);
 }
 
 TEST(AttendedMirror, EndsWhenAnotherProgramHasItsSocket) {
-  QByteArray errors;
-  QByteArray expected;
-  // Another program may take the port before the mirror does.
-  for (int attempts = 0; attempts < 10; ++attempts) {
-    quint16 port = 0;
-    {
-      MirrorProcess free;
-      port = free.Port();
-    }
-    QLocalServer other;
-    ASSERT_TRUE(other.listen(SocketAt(port)));
-    MirrorProcess mirror({"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port)});
-    EXPECT_EQ(mirror.StatusWithin(10'000), 1);
-    errors = mirror.Errors();
-    expected = "borvane-mirror: another program listens at " + QFile::encodeName(SocketAt(port)) + '\n';
-    if (!errors.contains("cannot listen on 127.0.0.1"))
-      break;
-  }
-  EXPECT_EQ(errors, expected);
+  const ReservedPort port;
+  QLocalServer other;
+  ASSERT_TRUE(other.listen(SocketAt(port.Number())));
+  MirrorProcess mirror({"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port.Number())});
+  EXPECT_EQ(mirror.StatusWithin(10'000), 1);
+  EXPECT_EQ(mirror.Errors(),
+            "borvane-mirror: another program listens at " + QFile::encodeName(SocketAt(port.Number())) + '\n');
 }
 
 TEST(AttendedMirror, LetsNoOtherUserConnect) {

@@ -15,6 +15,7 @@
 #include "support/mirror/mirror_process.h"
 #include "support/mirror/sample_pages.h"
 #include "support/plain_scanners.h"
+#include "support/reserved_port.h"
 
 // The real program over a real socket.
 
@@ -430,17 +431,10 @@ TEST(Mirror, EndsQuietlyWhenAnotherMirrorHasThePort) {
 }
 
 TEST(Mirror, LeavesAForeignProgramAtTheOtherLoopbackAddressAlone) {
-  // At a port that is free at the first address.
-  QTcpServer first;
+  const ReservedPort first;
   QTcpServer foreign;
-  for (int attempt = 0; attempt < 10 && !foreign.isListening(); ++attempt) {
-    first.close();
-    ASSERT_TRUE(first.listen(QHostAddress::LocalHost));
-    foreign.listen(QHostAddress::LocalHostIPv6, first.serverPort());
-  }
-  const QString place = QString("localhost:%1").arg(first.serverPort());
-  first.close();
-  MirrorProcess mirror({"--listen", place});
+  foreign.listen(QHostAddress::LocalHostIPv6, first.Number());
+  MirrorProcess mirror({"--listen", QString("localhost:%1").arg(first.Number())});
   if (!foreign.isListening()) {
     EXPECT_NE(mirror.Port(), 0);
     EXPECT_TRUE(mirror.Errors().contains("continuing with IPv4 only")) << "a computer without IPv6";

@@ -15,13 +15,13 @@ AREA = "Los Angeles"
 class Live(SystemTest):
     def setUp(self):
         super().setUp()
-        self.feed = None
+        self.feed_port = self.reserve_port()
         self.start_feed(event(1, 2.1, "4 km W of Sometown, CA", 30))
         self.addCleanup(self.stop_feed)
 
     def start_feed(self, *events):
         """Starts the feed, at the port that it had before."""
-        self.feed = FeedServer(list(events), port=self.feed.port if self.feed else 0).__enter__()
+        self.feed = FeedServer(list(events), self.feed_port).__enter__()
 
     def stop_feed(self):
         self.feed.__exit__()

@@ -28,8 +28,7 @@ class OwnMirror(SystemTest):
         write_settings(self.desk.settings_file, "[General]\n" + NO_ALERT)
 
     def test_is_where_the_monitor_looks_whatever_its_configuration_says(self):
-        with socket.create_server(("127.0.0.1", 0)) as free:
-            elsewhere = free.getsockname()[1]
+        elsewhere = self.reserve_port()
         file = self.folder / "mirror.toml"
         file.write_text(f'offline = true\nlisten = "127.0.0.1:{elsewhere}"\nattended = "no-folder"\nstore = "of-the-file.sqlite"\n',
                         encoding="utf-8")

@@ -8,6 +8,7 @@ from pathlib import Path
 
 from desk import Desk, wait_for
 from monitor import Monitor, write_hosts
+from reserved_port import ReservedPort
 
 
 class SystemTest(unittest.TestCase):
@@ -41,17 +42,21 @@ class SystemTest(unittest.TestCase):
         return server
 
     def start_mirror(self, *options):
-        """Starts a mirror with the bundled sample on a free port, for the monitor to use, and returns the port."""
+        """Starts a mirror with the bundled sample, for the monitor to use, and returns the port."""
         port = self.run_mirror(*options)
         self.use_hosts(lambda name: f"{name.lower()}.localhost:{port}")
         return port
 
-    def run_mirror(self, *options, port=0):
-        """Starts a mirror with the bundled sample, on a free port by default, and returns the port."""
+    def reserve_port(self):
+        """Returns a port that is this test's alone, also while nothing listens there."""
+        return self.enterContext(ReservedPort()).number
+
+    def run_mirror(self, *options, port=None):
+        """Starts a mirror with the bundled sample, on a port of its own by default, and returns the port."""
+        port = port or self.reserve_port()
         mirror = self.desk.start(self.programs / "borvane-mirror", "--listen", f"127.0.0.1:{port}", *options)
-        ready = "borvane-mirror listening on 127.0.0.1:"
-        wait_for("the mirror", lambda: ready in self.desk.output_of(mirror))
-        return int(self.desk.output_of(mirror).partition(ready)[2].split()[0])
+        wait_for("the mirror", lambda: f"borvane-mirror listening on 127.0.0.1:{port}\n" in self.desk.output_of(mirror))
+        return port
 
     def catch_opened(self):
         """Replaces the desktop's other programs by a script; returns the file to which that writes the address that it is started with."""

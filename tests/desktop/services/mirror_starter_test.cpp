@@ -17,6 +17,7 @@
 #include "common/attendance.h"
 #include "support/desktop/scripted_server.h"
 #include "support/desktop/timeout.h"
+#include "support/reserved_port.h"
 
 namespace borvane {
 namespace {
@@ -27,13 +28,6 @@ constexpr int a_moment = 200;  // milliseconds
 
 const std::string mirror_answer =
     "HTTP/1.1 200 OK\r\nServer: borvane-mirror/2.3.5\r\nBorvane-Pages: 1\r\nContent-Length: 0\r\n\r\n";
-
-/// A port at which nobody listens just now.
-quint16 FreePort() {
-  QTcpServer server;
-  server.listen(QHostAddress::LocalHost);
-  return server.serverPort();
-}
 
 /// Takes the port over and answers there as a mirror does.
 std::unique_ptr<QTcpServer> ServeAsMirror(quint16 port) {
@@ -78,6 +72,9 @@ class MirrorStarterTest : public testing::Test {
     return QString("no data source: the program that listens at 127.0.0.1:%1 ").arg(port);
   }
 
+  /// A port at which nothing listens, but for the mirror that a test puts there.
+  quint16 port() const { return port_.Number(); }
+
   const QStringList &log() const { return log_; }
 
   bool LogsWithin(const QString &line) {
@@ -96,14 +93,14 @@ class MirrorStarterTest : public testing::Test {
 
  private:
   QTemporaryDir folder_;
+  ReservedPort port_;
   QStringList log_;
   std::optional<MirrorStarter> starter_;
 };
 
 TEST_F(MirrorStarterTest, StartsTheMirrorWhenNobodyListens) {
   WriteMirror();
-  const quint16 port = FreePort();
-  LookAt(port);
+  LookAt(port());
   EXPECT_EQ(Starts(), 0);
 
   EXPECT_TRUE(QTest::qWaitFor([&] { return Starts() > 0; }, timeout));
@@ -113,7 +110,7 @@ TEST_F(MirrorStarterTest, StartsTheMirrorWhenNobodyListens) {
 TEST_F(MirrorStarterTest, StartsTheMirrorInASessionOfItsOwnSoThatItOutlivesTheMonitor) {
   // The sixth field is the session's number.
   WriteMirror("cut -d ' ' -f 6 /proc/$$/stat > session.new && mv session.new session\nexec sleep 60\n");
-  LookAt(FreePort());
+  LookAt(port());
   ASSERT_TRUE(QTest::qWaitFor([&] { return !Text("session").isEmpty(); }, timeout));
 
   EXPECT_GT(Text("session").toInt(), 0);
@@ -122,7 +119,7 @@ TEST_F(MirrorStarterTest, StartsTheMirrorInASessionOfItsOwnSoThatItOutlivesTheMo
 
 TEST_F(MirrorStarterTest, StartsNoSecondMirrorWhileTheFirstOneIsStarting) {
   WriteMirror("exec sleep 60\n");
-  LookAt(FreePort());
+  LookAt(port());
   ASSERT_TRUE(QTest::qWaitFor([&] { return Starts() > 0; }, timeout));
   QTest::qWait(5 * a_moment);
 
@@ -134,7 +131,7 @@ TEST_F(MirrorStarterTest, StartsAMirrorThatEndsAtOnceAfterGrowingPauses) {
   WriteMirror("echo 'borvane-mirror: out of luck' >&2\nexit 3\n");
   QElapsedTimer time;
   time.start();
-  LookAt(FreePort());
+  LookAt(port());
   ASSERT_TRUE(QTest::qWaitFor([&] { return Starts() == 5; }, timeout));
 
   // 100, 200, 400 and 800 ms, less what Qt's timers may come too early.
@@ -174,14 +171,14 @@ TEST_F(MirrorStarterTest, LogsThatAMirrorCannotBeStarted) {
   file.write("#!/nowhere/shell\n");
   file.close();
   ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-  LookAt(FreePort());
+  LookAt(port());
 
   EXPECT_TRUE(LogsWithin("no data source: " + PathOf("mirror") + " cannot be started"));
 }
 
 TEST_F(MirrorStarterTest, LogsAnotherCauseAsSoonAsThereIsOne) {
   WriteMirror("if [ -e other ]; then exit 4; fi\nkill -SEGV $$\n");
-  LookAt(FreePort());
+  LookAt(port());
   ASSERT_TRUE(LogsWithin("no data source: " + PathOf("mirror") + " crashed"));
   QFile(PathOf("other")).open(QFile::WriteOnly);
 
@@ -240,10 +237,9 @@ TEST_F(MirrorStarterTest, LeavesAProgramThatNeverAnswersAlone) {
 }
 
 TEST_F(MirrorStarterTest, LooksForAMirrorBesideTheProgramUntilThereIsOne) {
-  const quint16 port = FreePort();
-  LookAt(port);
+  LookAt(port());
   ASSERT_TRUE(LogsWithin(QString("no data source: nothing listens at 127.0.0.1:%1, and there is no %2 to start")
-                             .arg(port)
+                             .arg(port())
                              .arg(PathOf("mirror"))));
   QTest::qWait(a_moment);
   EXPECT_EQ(log().size(), 1);
@@ -253,12 +249,11 @@ TEST_F(MirrorStarterTest, LooksForAMirrorBesideTheProgramUntilThereIsOne) {
 }
 
 TEST_F(MirrorStarterTest, LogsThatTheDataSourceIsBack) {
-  const quint16 port = FreePort();
-  LookAt(port);
+  LookAt(port());
   ASSERT_TRUE(QTest::qWaitFor([&] { return log().size() == 1; }, timeout));
-  const auto mirror = ServeAsMirror(port);
+  const auto mirror = ServeAsMirror(port());
 
-  EXPECT_TRUE(LogsWithin(QString("the data source is back: borvane-mirror answers at 127.0.0.1:%1").arg(port)));
+  EXPECT_TRUE(LogsWithin(QString("the data source is back: borvane-mirror answers at 127.0.0.1:%1").arg(port())));
   EXPECT_EQ(log().size(), 2);
 }
 
@@ -266,13 +261,12 @@ TEST_F(MirrorStarterTest, PassesOnWhatARunningMirrorLogs) {
   WriteMirror(
       "echo 'borvane-mirror: before' >&2\nuntil [ -e found ]; do sleep 0.05; done\n"
       "echo 'borvane-mirror: later' >&2\nexec sleep 60\n");
-  const quint16 port = FreePort();
   testing::internal::CaptureStderr();
-  LookAt(port);
+  LookAt(port());
   ASSERT_TRUE(QTest::qWaitFor([&] { return Starts() == 1; }, timeout));
   QLocalServer attendance;
-  CountMonitors(attendance, port);
-  const auto mirror = ServeAsMirror(port);
+  CountMonitors(attendance, port());
+  const auto mirror = ServeAsMirror(port());
   ASSERT_TRUE(QTest::qWaitFor([&] { return attendance.hasPendingConnections(); }, timeout));
   QFile(PathOf("found")).open(QFile::WriteOnly);
   std::string errors;

@@ -6,7 +6,7 @@
 namespace borvane {
 
 ScriptedServer::ScriptedServer(Answer answer) : answer_(std::move(answer)) {
-  server_.listen(QHostAddress::LocalHost);
+  EXPECT_TRUE(server_.listen(QHostAddress::LocalHost, port_.Number()));
   QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
     while (QTcpSocket *connection = server_.nextPendingConnection())
       QObject::connect(connection, &QTcpSocket::readyRead, &server_, [this, connection] { Read(*connection); });

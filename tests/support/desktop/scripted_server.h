@@ -7,9 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "support/reserved_port.h"
+
 namespace borvane {
 
-/// A web server on a free port of this computer that does what the test has set, byte by byte.
+/// A web server on a port of this computer that does what the test has set, byte by byte.
 class ScriptedServer {
  public:
   /// What is done with a request, given as its first line.
@@ -19,7 +21,7 @@ class ScriptedServer {
 
   /// The address of `target` here.
   std::string address(std::string_view target = "/") const;
-  std::string port() const { return std::to_string(server_.serverPort()); }
+  std::string port() const { return std::to_string(port_.Number()); }
 
   /// The requests so far: their first lines, and the last one whole.
   const std::vector<std::string> &request_lines() const { return request_lines_; }
@@ -31,6 +33,7 @@ class ScriptedServer {
  private:
   void Read(QTcpSocket &connection);
 
+  ReservedPort port_;  ///< its own also after Close()
   QTcpServer server_;
   Answer answer_;
   std::vector<std::string> request_lines_;

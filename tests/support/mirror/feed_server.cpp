@@ -12,7 +12,7 @@ namespace borvane::mirror {
 
 FeedServer::FeedServer(Answer answer) : server_(std::make_unique<QTcpServer>()), answer_(std::move(answer)) {
   Listen();
-  root_ = QString("http://127.0.0.1:%1").arg(server_->serverPort());
+  root_ = QString("http://127.0.0.1:%1").arg(port_.Number());
 }
 
 FeedServer::FeedServer(Answer answer, const QSslConfiguration &certified) : answer_(std::move(answer)) {
@@ -20,11 +20,11 @@ FeedServer::FeedServer(Answer answer, const QSslConfiguration &certified) : answ
   server->setSslConfiguration(certified);
   server_ = std::move(server);
   Listen();
-  root_ = QString("https://feeds.localhost:%1").arg(server_->serverPort());
+  root_ = QString("https://feeds.localhost:%1").arg(port_.Number());
 }
 
 void FeedServer::Listen() {
-  EXPECT_TRUE(server_->listen(QHostAddress::LocalHost));
+  EXPECT_TRUE(server_->listen(QHostAddress::LocalHost, port_.Number()));
   QObject::connect(server_.get(), &QTcpServer::pendingConnectionAvailable, server_.get(), [this] {
     while (QTcpSocket *connection = server_->nextPendingConnection()) {
       QObject::connect(connection, &QTcpSocket::readyRead, server_.get(), [this, connection] { Read(*connection); });

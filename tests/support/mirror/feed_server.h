@@ -8,9 +8,11 @@
 #include <functional>
 #include <memory>
 
+#include "support/reserved_port.h"
+
 namespace borvane::mirror {
 
-/// A web server on a free port of this computer that answers as the test has set.
+/// A web server on a port of this computer that answers as the test has set.
 class FeedServer {
  public:
   /// Answers the last request on its connection.
@@ -35,6 +37,7 @@ class FeedServer {
   void Listen();
   void Read(QTcpSocket &connection);
 
+  ReservedPort port_;  ///< its own also after Close()
   std::unique_ptr<QTcpServer> server_;
   QString root_;
   Answer answer_;

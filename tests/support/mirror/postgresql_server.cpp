@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTcpServer>
 #include <csignal>
 #include <memory>
 
@@ -47,12 +46,6 @@ QString BinaryFolder() {
   return newest == 0 ? QString() : QString("%1/%2/bin/").arg(versions).arg(newest);
 }
 
-int FreePort() {
-  QTcpServer server;
-  server.listen(QHostAddress::LocalHost);
-  return server.serverPort();
-}
-
 }  // namespace
 
 PostgresqlServer::PostgresqlServer() {
@@ -68,7 +61,6 @@ PostgresqlServer::PostgresqlServer() {
   EXPECT_TRUE(rights.open(QFile::WriteOnly | QFile::Truncate));
   rights.write("local all test trust\nhost all all 127.0.0.1/32 scram-sha-256\n");
   rights.close();
-  port_ = FreePort();
 }
 
 PostgresqlServer::~PostgresqlServer() {
@@ -81,7 +73,7 @@ PostgresqlServer &PostgresqlServer::Shared() { return shared_server->Running(); 
 StoreAddress PostgresqlServer::MakeDatabase() {
   const QString number = QString::number(++databases_);
   const StoreAddress address = {.host = "127.0.0.1",
-                                .port = port_,
+                                .port = port_.Number(),
                                 .user = "teacher " + number,
                                 .password = password,
                                 .database = "felt reports " + number};
@@ -93,7 +85,7 @@ StoreAddress PostgresqlServer::MakeDatabase() {
 void PostgresqlServer::Start() {
   if (runs_)
     return;
-  const QString options = QString("-h 127.0.0.1 -p %1 -k '%2' -c fsync=off").arg(port_).arg(folder_.path());
+  const QString options = QString("-h 127.0.0.1 -p %1 -k '%2' -c fsync=off").arg(port_.Number()).arg(folder_.path());
   Run("pg_ctl", {"-s", "-w", "-D", folder_.filePath("data"), "-l", folder_.filePath("log"), "-o", options, "start"});
   runs_ = true;
 }
@@ -119,7 +111,8 @@ void PostgresqlServer::EndConnections(const StoreAddress &database) {
 
 void PostgresqlServer::RunSql(const QString &database, const QString &sql) {
   Run("psql",
-      {"-q", "-v", "ON_ERROR_STOP=1", "-h", folder_.path(), "-p", QString::number(port_), "-U", "test", database},
+      {"-q", "-v", "ON_ERROR_STOP=1", "-h", folder_.path(), "-p", QString::number(port_.Number()), "-U", "test",
+       database},
       sql.toUtf8());
 }
 
@@ -138,9 +131,14 @@ void PostgresqlServer::Run(const QString &program, const QStringList &arguments,
   process.closeWriteChannel();
   EXPECT_TRUE(process.waitForFinished(server_timeout_ms))
       << qPrintable(program) << ": " << qPrintable(process.errorString());
-  QFile output(folder_.filePath("output"));
-  EXPECT_TRUE(output.open(QFile::ReadOnly));
-  EXPECT_EQ(process.exitCode(), 0) << qPrintable(program) << ": " << output.readAll().constData();
+  EXPECT_EQ(process.exitCode(), 0) << qPrintable(program) << ": " << Text("output").constData()
+                                   << "\nThe server's log:\n"
+                                   << Text("log").right(2'000).constData();
+}
+
+QByteArray PostgresqlServer::Text(const QString &name) const {
+  QFile file(folder_.filePath(name));
+  return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void PostgresqlServer::SignalAll(int signal) {

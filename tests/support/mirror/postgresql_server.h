@@ -1,14 +1,16 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include "store/store_address.h"
+#include "support/reserved_port.h"
 
 namespace borvane::mirror {
 
-/// A PostgreSQL server of the tests' own: an own data folder, an own free port of the loopback address. It ends with
+/// A PostgreSQL server of the tests' own: an own data folder, an own port of the loopback address. It ends with
 /// this object. What cannot be done fails the test.
 class PostgresqlServer {
  public:
@@ -40,10 +42,12 @@ class PostgresqlServer {
   void RunSql(const QString &database, const QString &sql);
   void Run(const QString &program, const QStringList &arguments, const QByteArray &input = {});
   void SignalAll(int signal);
+  /// What the file of the folder has.
+  QByteArray Text(const QString &name) const;
 
   QTemporaryDir folder_;
   QString account_;  ///< who runs the server, since root must not; empty for this user
-  int port_ = 0;
+  ReservedPort port_;
   int databases_ = 0;
   bool runs_ = false;
 };
