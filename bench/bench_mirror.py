@@ -18,6 +18,9 @@ import tempfile
 import time
 import urllib.request
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "tests" / "system"))
+from reserved_port import ReservedPort  # noqa: E402
+
 OFFLINE = pathlib.Path(__file__).resolve().parent.parent / "tests" / "offline.toml"  # no feed on the Internet is asked
 NO_PROXY_THERE = "http://127.0.0.1:9"  # should a mirror not take notice of it, no request leaves the computer either
 EVENTS = 1000
@@ -56,10 +59,13 @@ def write_catalogue(path):
     path.write_text(json.dumps({"type": "FeatureCollection", "features": features}))
 
 
+reserved = []
+
+
 def free_port():
-    with socket.socket() as listener:
-        listener.bind(("127.0.0.1", 0))
-        return listener.getsockname()[1]
+    """A port that is this process's alone until it ends."""
+    reserved.append(ReservedPort())
+    return reserved[-1].number
 
 
 def wait_for(port):

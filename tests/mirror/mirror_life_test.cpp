@@ -23,10 +23,11 @@
 namespace borvane::mirror {
 namespace {
 
-const QString folder = QDir::tempPath();
+/// Where the sockets are: in the folder that main() has set.
+QString Folder() { return QDir::tempPath(); }
 
 QString SocketAt(quint16 port) {
-  return QFile::decodeName(AttendanceSocket(QFile::encodeName(folder).toStdString(), port).c_str());
+  return QFile::decodeName(AttendanceSocket(QFile::encodeName(Folder()).toStdString(), port).c_str());
 }
 
 /// What a monitor holds for as long as it runs.
@@ -66,19 +67,19 @@ void Kill(pid_t child) {
 }
 
 TEST(AttendedMirror, EndsTwoSecondsAfterTheLastMonitorHasGone) {
-  MirrorProcess mirror({"--attended", folder});
+  MirrorProcess mirror({"--attended", Folder()});
   auto monitor = Attend(mirror.Port());
   QThread::msleep(300);
-  monitor.reset();
   QElapsedTimer clock;
   clock.start();
+  monitor.reset();
   EXPECT_EQ(mirror.StatusWithin(30'000), 0);
   EXPECT_GE(clock.elapsed(), 1800);
   EXPECT_LT(clock.elapsed(), 9000);
 }
 
 TEST(AttendedMirror, EndsWhenItsMonitorIsKilled) {
-  MirrorProcess mirror({"--attended", folder});
+  MirrorProcess mirror({"--attended", Folder()});
   const pid_t monitor = StartMonitorProcess(mirror.Port());
   EXPECT_EQ(mirror.StatusWithin(500), std::nullopt);
   Kill(monitor);
@@ -86,7 +87,7 @@ TEST(AttendedMirror, EndsWhenItsMonitorIsKilled) {
 }
 
 TEST(AttendedMirror, StaysWhileOneOfTwoMonitorsIsThere) {
-  MirrorProcess mirror({"--attended", folder});
+  MirrorProcess mirror({"--attended", Folder()});
   const pid_t killed = StartMonitorProcess(mirror.Port());
   const auto stays = Attend(mirror.Port());
   Kill(killed);
@@ -95,25 +96,25 @@ TEST(AttendedMirror, StaysWhileOneOfTwoMonitorsIsThere) {
 }
 
 TEST(AttendedMirror, StaysWhenAMonitorComesBackInTime) {
-  MirrorProcess mirror({"--attended", folder});
+  MirrorProcess mirror({"--attended", Folder()});
   Attend(mirror.Port()).reset();
-  QThread::msleep(500);
+  QThread::msleep(100);
   const auto monitor = Attend(mirror.Port());
   EXPECT_EQ(mirror.StatusWithin(3000), std::nullopt);
 }
 
 TEST(AttendedMirror, EndsAfterTenSecondsWhenNoMonitorComes) {
-  MirrorProcess mirror({"--attended", folder});
-  ASSERT_NE(mirror.Port(), 0);
   QElapsedTimer clock;
   clock.start();
+  MirrorProcess mirror({"--attended", Folder()});
+  ASSERT_NE(mirror.Port(), 0);
   EXPECT_EQ(mirror.StatusWithin(30'000), 0);
   EXPECT_GE(clock.elapsed(), 9000);
 }
 
 TEST(AttendedMirror, TakesUpTheSocketThatAKilledOneLeftBehind) {
   const ReservedPort port;
-  const QStringList there = {"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port.Number())};
+  const QStringList there = {"--attended", Folder(), "--listen", QString("127.0.0.1:%1").arg(port.Number())};
   EXPECT_EQ(MirrorProcess(there).Port(), port.Number());
   ASSERT_TRUE(QFile::exists(SocketAt(port.Number())));
   MirrorProcess mirror(there);
@@ -126,25 +127,25 @@ TEST(AttendedMirror, EndsWhenAnotherProgramHasItsSocket) {
   const ReservedPort port;
   QLocalServer other;
   ASSERT_TRUE(other.listen(SocketAt(port.Number())));
-  MirrorProcess mirror({"--attended", folder, "--listen", QString("127.0.0.1:%1").arg(port.Number())});
-  EXPECT_EQ(mirror.StatusWithin(10'000), 1);
+  MirrorProcess mirror({"--attended", Folder(), "--listen", QString("127.0.0.1:%1").arg(port.Number())});
+  EXPECT_EQ(mirror.StatusWithin(60'000), 1);
   EXPECT_EQ(mirror.Errors(),
             "borvane-mirror: another program listens at " + QFile::encodeName(SocketAt(port.Number())) + '\n');
 }
 
 TEST(AttendedMirror, LetsNoOtherUserConnect) {
-  MirrorProcess mirror({"--attended", folder});
+  MirrorProcess mirror({"--attended", Folder()});
   ASSERT_NE(mirror.Port(), 0);
   const QFile::Permissions of_others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
   EXPECT_FALSE(QFile::permissions(SocketAt(mirror.Port())) & of_others);
 }
 
 TEST(AttendedMirror, TakesNoNoticeOfWhatAMonitorSends) {
-  MirrorProcess mirror({"--attended", folder});
+  MirrorProcess mirror({"--attended", Folder()});
   const auto monitor = Attend(mirror.Port());
   monitor->write(QByteArray(1'000'000, 'x'));
   while (monitor->bytesToWrite() > 0)
-    ASSERT_TRUE(monitor->waitForBytesWritten(5000));
+    ASSERT_TRUE(monitor->waitForBytesWritten(60'000));
   EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
 }
 

@@ -460,7 +460,7 @@ TEST(Mirror, EndsWhenAMirrorOfAnotherVersionServesThePort) {
   QTcpServer other;
   ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
   MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(other.serverPort())});
-  ASSERT_TRUE(other.waitForNewConnection(5000));
+  ASSERT_TRUE(other.waitForNewConnection(60'000));
   QTcpSocket *visitor = other.nextPendingConnection();
   visitor->write("HTTP/1.1 200 OK\r\nServer: borvane-mirror/99.0.1\r\nBorvane-Pages: 1\r\n\r\n");
   visitor->waitForBytesWritten();
@@ -489,7 +489,7 @@ TEST(Mirror, TellsAnotherWebServerOnThePortApart) {
   QTcpServer other;
   ASSERT_TRUE(other.listen(QHostAddress::LocalHost));
   MirrorProcess mirror({"--listen", QString("127.0.0.1:%1").arg(other.serverPort())});
-  ASSERT_TRUE(other.waitForNewConnection(5000));
+  ASSERT_TRUE(other.waitForNewConnection(60'000));
   QTcpSocket *visitor = other.nextPendingConnection();
   visitor->write("HTTP/1.1 200 OK\r\nServer: not-borvane-mirror/1.0\r\nContent-Length: 0\r\n\r\n");
   visitor->waitForBytesWritten();

@@ -27,7 +27,7 @@ class Units(unittest.TestCase):
     def write_unit(self, kind, *further_lines):
         """The unit as it would be installed, for the program of this build."""
         text = (self.units / kind / "borvane-mirror.service").read_text(encoding="utf-8")
-        text, count = re.subn(r"^ExecStart=\S+", f"ExecStart={self.mirror}", text, flags=re.M)
+        text, count = re.subn(r"^ExecStart=\S+", f'ExecStart="{self.mirror}"', text, flags=re.M)
         self.assertEqual(1, count)
         unit = self.folder / "borvane-mirror.service"
         unit.write_text(text.replace("\n[Install]", "\n".join(["", *further_lines, "[Install]"])), encoding="utf-8")

@@ -100,7 +100,7 @@ class Bars(BarsTest):
         self.wait_until("the event that is listed", lambda: self.monitor.shows("Last: 3.1"))
         self.server.release()
         self.expand(bar)
-        self.wait_until("the rows of the later page", lambda: self.monitor.rows()[0][0] == "5.2")
+        self.wait_until("the rows of the later page", lambda: [row[0] for row in self.monitor.rows()[:1]] == ["5.2"])
 
     def test_the_short_bar_opens_during_a_fetch_and_follows_it(self):
         bar = self.open_during_a_fetch(SHORT_BAR)
@@ -230,7 +230,7 @@ class Edge(BarsTest):
         self.wait_until("the bar", lambda: not is_away())
         ticks = (time.monotonic() - before) / self.PERIOD
         self.assertGreater(ticks, 3.5)
-        self.assertLess(ticks, 6)  # a busy machine is slow to look
+        self.assertLess(ticks, 10)  # a busy machine is slow to look
 
     def test_the_bar_moves_and_comes_back_on_the_fourth_tick(self):
         bar = self.open_long_bar(MOVE)

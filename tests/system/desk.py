@@ -110,7 +110,7 @@ class Desk:
             BORVANE_MIRROR_CONFIG=str(OFFLINE),
             https_proxy=NO_PROXY_THERE,
         )
-        os.environ["DISPLAY"] = ":" + self._start_and_read("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
+        os.environ["DISPLAY"] = ":" + self._start_screen()
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_and_read(
             "dbus-daemon", "--session", "--nofork", "--nopidfile", option="--print-address")
         # It announces itself before it is ready, and a window that opens in between is never placed on the screen.
@@ -126,6 +126,15 @@ class Desk:
         Atspi.init()
         # It would take a program that is silent for 0.8 s for one that has gone.
         Atspi.set_timeout(1000 * TIMEOUT, 1000 * TIMEOUT)
+
+    def _start_screen(self):
+        """Starts a virtual screen and returns its number. It finds a free one, which another that starts or ends may still lock."""
+        for attempt in range(3):
+            try:
+                return self._start_and_read("Xvfb", "-screen", "0", self.size, "-nolisten", "tcp", option="-displayfd")
+            except RuntimeError:
+                if attempt == 2:
+                    raise
 
     def _start_and_read(self, *command, option):
         """Starts a program that writes one line to the file descriptor in `option`, and returns the line."""
@@ -328,11 +337,14 @@ class Desk:
         return states.contains(self.atspi.StateType.CHECKED) or states.contains(self.atspi.StateType.PRESSED)
 
     def rows(self, accessible):
-        """The rows of a list, each a list of the cells' texts; None for a cell that a refresh has taken away meanwhile."""
-        table = accessible.get_table_iface()
-        columns = range(table.get_n_columns())
-        cells = ([table.get_accessible_at(row, column) for column in columns] for row in range(table.get_n_rows()))
-        return [[cell and cell.get_name() for cell in row] for row in cells]
+        """The rows of a list, each a list of the cells' texts; None for a cell that a refresh has taken away meanwhile. No rows when
+        one goes just while it is read."""
+        with contextlib.suppress(self._gone()):
+            table = accessible.get_table_iface()
+            columns = range(table.get_n_columns())
+            cells = ([table.get_accessible_at(row, column) for column in columns] for row in range(table.get_n_rows()))
+            return [[cell and cell.get_name() for cell in row] for row in cells]
+        return []
 
     def outline(self, program):
         """Everything that the screen reader sees, a line each: for the message of a failed test."""
@@ -343,7 +355,8 @@ class Desk:
             lines.append("  " * depth + f"{accessible.get_role_name()}: {accessible.get_name()!r}{showing}")
             if accessible.get_role_name() not in LISTS:
                 for i in range(accessible.get_child_count()):
-                    visit(accessible.get_child_at_index(i), depth + 1)
+                    if child := accessible.get_child_at_index(i):
+                        visit(child, depth + 1)
 
         application = self.application(program)
         if application:

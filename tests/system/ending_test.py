@@ -55,7 +55,7 @@ class Ending(SystemTest):
         self.desk.press("alt+F4")
         self.wait_until("the window to hide", lambda: TITLE not in self.desk.windows(self.monitor.program))
         self.assertTrue(self.is_running())
-        self.assertIsNotNone(self.desk.application(self.monitor.program))
+        self.wait_until("the program on the bus", lambda: self.desk.application(self.monitor.program))
 
     def lock_settings(self):
         """Locks the settings file; returns the open lock file, which releases the lock when it is closed."""

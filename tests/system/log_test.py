@@ -92,8 +92,8 @@ class Log(SystemTest):
         self.refresh("3.3", "3.2", "3.1")
         self.expect_log("3.3", "3.2")
         resource.prlimit(self.monitor.program.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
-        self.refresh("3.3", "3.2", "3.1")
-        self.expect_log("3.3", "3.2", "3.1")
+        self.refresh("3.4", "3.3", "3.2", "3.1")
+        self.expect_log("3.3", "3.2", "3.4", "3.1")
         self.assertIsNone(self.monitor.program.poll())
 
     def use_home(self, name):

@@ -55,6 +55,8 @@ class BrokenNet {
     rig_.store()["Area"] = "Los Angeles";
     conffrm->Combo2.Text = "Los Angeles";
     frmRecords->Show();
+    // After a failure the next tick refreshes again, which would replace what the failure has left.
+    frmRecords->Timer1.Interval = 600'000;
     Settle();
   }
 

@@ -145,9 +145,6 @@ TEST_F(PlayerTest, PassesTheRestOfAnAlarmInSilenceWhenItsStreamFails) {
 TEST_F(PlayerTest, ClosesAStreamThatCannotBeDrainedAndOpensOneForTheNextAlarm) {
   speaker->drains = false;
   PlayLast(440, milliseconds(1));
-  ASSERT_TRUE(speaker->AwaitLine("drain"));
-  // The stream has failed: it does not sound.
-  PlayLast(440, milliseconds(2));
   ASSERT_TRUE(speaker->AwaitLine("close"));
   speaker->Set(&FakeLoudspeaker::drains, true);
   PlayUntil([this] { return speaker->CountOf("write 48") > 1; });

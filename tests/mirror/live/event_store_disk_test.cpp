@@ -24,6 +24,8 @@ struct TakingUp {
 TakingUp TakeUpOnABadDisk(const QString &file, int from, int to, int milliseconds) {
   QProcess process;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  // The preloaded names are separated by blanks, so that a folder with a blank cannot be among them.
+  environment.insert("LD_LIBRARY_PATH", BORVANE_DISK_FAULTS_FOLDER);
   environment.insert("LD_PRELOAD", BORVANE_DISK_FAULTS);
   environment.insert("BORVANE_FAULT_FILE", "-events.sqlite");
   environment.insert("BORVANE_FAULT_FROM", QString::number(from));

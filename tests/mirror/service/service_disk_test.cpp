@@ -26,8 +26,8 @@ std::unique_ptr<MirrorProcess> MirrorOnABadDisk(const QString &file, int from, i
                                                 const QString &variable = "BORVANE_FAULT=") {
   return std::make_unique<MirrorProcess>(
       QStringList{"--store", file},
-      Surroundings{.variables = {"LD_PRELOAD=" BORVANE_DISK_FAULTS, "BORVANE_FAULT_FILE=service.sqlite",
-                                 "BORVANE_FAULT_FROM=" + QString::number(from),
+      Surroundings{.variables = {"LD_LIBRARY_PATH=" BORVANE_DISK_FAULTS_FOLDER, "LD_PRELOAD=" BORVANE_DISK_FAULTS,
+                                 "BORVANE_FAULT_FILE=service.sqlite", "BORVANE_FAULT_FROM=" + QString::number(from),
                                  "BORVANE_FAULT_TO=" + QString::number(to), variable,
                                  // A sanitizer wants to be the first library; here it cannot.
                                  "ASAN_OPTIONS=verify_asan_link_order=0"}});

@@ -86,11 +86,11 @@ INSTANTIATE_TEST_SUITE_P(Survival, SurvivalOnEveryDatabase,
 
 TEST_P(SurvivalOnEveryDatabase, OfEveryReportThatWasAnsweredOkWhenTheServiceIsKilled) {
   auto mirror = std::make_unique<MirrorProcess>(QStringList{"--store", database_.AddressText()});
-  Reporters reporters(mirror->Port(), 1'000, 8);
+  Reporters reporters(mirror->Port(), 5'000, 8);
   EXPECT_TRUE(reporters.WaitForAnswers(400));
   mirror.reset();
   reporters.Wait();
-  EXPECT_LT(reporters.Ok().size(), 1'000) << "it was killed too late";
+  EXPECT_LT(reporters.Ok().size(), 5'000) << "it was killed too late";
 
   const QByteArrayList kept = ReportsKept(database_.AddressText());
   EXPECT_EQ(QSet<QByteArray>(kept.begin(), kept.end()).size(), kept.size()) << "a report is kept twice";
@@ -255,7 +255,8 @@ TEST_F(PostgreSQLTest, MayBeFullForAWhile) {
 TEST_F(PostgreSQLTest, MayBeFrozenWhenTheMirrorEnds) {
   // This library reports when the program takes down what its thread may still use.
   MirrorProcess mirror({"--attended", QDir::tempPath(), "--store", store_},
-                       {.variables = {"LD_PRELOAD=" BORVANE_DISK_FAULTS, "ASAN_OPTIONS=verify_asan_link_order=0"}});
+                       {.variables = {"LD_LIBRARY_PATH=" BORVANE_DISK_FAULTS_FOLDER, "LD_PRELOAD=" BORVANE_DISK_FAULTS,
+                                      "ASAN_OPTIONS=verify_asan_link_order=0"}});
   QLocalSocket monitor;
   monitor.connectToServer(QString::fromStdString(AttendanceSocket(QDir::tempPath().toStdString(), mirror.Port())));
   EXPECT_TRUE(monitor.waitForConnected(30'000));
