@@ -134,6 +134,8 @@ void LongBarForm::Timer1_Timer() {
   if (EdgeTicks > 0)
     EdgeTicks = EdgeTicks + 1;
   if (EdgeTicks >= ticks_away) {
+    // Meant (long-bar-comes-back-at-the-left): the bar should come back where it was. It comes back at the left edge,
+    // wherever the keys had put it.
     Left = 0;
     ShowWithoutFocus();
     EdgeTicks = 0;

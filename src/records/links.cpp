@@ -56,6 +56,8 @@ bool IsRegionFamily() {
 }
 
 void OpenMapPage(std::string &address) {
+  // Meant (menu-of-an-emptied-list-ends-the-program): an entry without a row should do nothing, as one that is chosen
+  // after a refresh has emptied the list. There is no selected row to read, and no trap holds that.
   const ListItem &selected = frmRecords->ListView1.SelectedItem();
   address = IsRegionFamily() ? std::string(selected.SubItems(3)) : OnSite(selected.SubItems(7));
 }

@@ -82,6 +82,8 @@ void RecordsForm::SwitchAutoRefresh() {
 
 void RecordsForm::RefreshAtSwitch() {
   MousePointer = pointer_hourglass;
+  // Meant (switching-on-empties-the-list): the rows should stay until there are new ones, as they do in a refresh by
+  // the clock. Without an answer the list stays empty.
   SetupColumns(columns_until_first_scan);
   GetAreaUrl();
   Integer mode = refresh_with_hourglass;
@@ -93,6 +95,8 @@ void RecordsForm::RefreshAtSwitch() {
 }
 
 void RecordsForm::SwitchSettings() {
+  // Meant (settings-stop-a-clock-without-its-switch): the timer should go on after the settings as it did before. It is
+  // started again only while the switch is down, and not where the R key has started it.
   Timer1.Enabled = false;
 
   if (Toolbar1.Buttons(button_settings).Value() == 1) {

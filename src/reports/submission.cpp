@@ -15,7 +15,11 @@ namespace borvane {
 namespace {
 
 /// The key of a request that names the area: its name as the records window shows it.
-std::string MapKey() { return "map=" + frmRecords->Label2(0).Caption(); }
+std::string MapKey() {
+  // Meant (reports-name-the-area-switched-on): a report should be filed under the area of its event. It goes under the
+  // one of the last switching on, or under none.
+  return "map=" + frmRecords->Label2(0).Caption();
+}
 
 }  // namespace
 

@@ -118,6 +118,8 @@ void SettingsForm::Text3_LostFocus() {
   // Meant (bar-place-beyond-its-range-ends-the-program): a number that is too large should be refused when it is typed,
   // here and for the left edge and the offset beside "Move". It overflows when a bar is to go there, and no trap holds
   // that.
+  // Meant (leaving-bar-top-moves-the-bar): a box in which nothing was typed should move nothing. The keyboard's passing
+  // is enough; an empty box puts the bar at the top.
   if (Module1->BarMode == face_long_bar)
     newTagFrm->Top = SinglePrefix(Text3.Text());
   else if (Module1->BarMode == face_short_bar)
@@ -224,7 +226,10 @@ void SettingsForm::Command2_Click() {
   // Meant (close-compares-no-area): the toolbar button's own release looks whether the area has changed. Releasing it
   // from here does not.
   // Meant (close-repaints-the-other-bar): each bar should show the new colours. The calls are crossed: the bar that is
-  // up keeps its colours until its next update, and the other one is loaded, with all that its load does.
+  // up keeps its colours until its next update, and the other one is loaded, with all that its load does: from then on
+  // it counts as the bar that is up.
+  // Meant (settings-button-stays-down-beside-a-bar): the toolbar's button should be up once the settings are hidden. It
+  // is released only where the records window is up.
   if (Module1->BarMode == face_records)
     frmRecords->Toolbar1.Buttons(RecordsForm::button_settings).Value = 0;
   else if (Module1->BarMode == face_short_bar)

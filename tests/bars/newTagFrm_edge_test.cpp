@@ -60,6 +60,7 @@ TEST(LongBarEdge, MovesTheBarAndBringsItBackOnTheFourthTick) {
 }
 
 TEST(LongBarEdge, BringsTheBarBackIntoItsPlaceBeforeItShows) {
+  RecordProperty("quirk", "long-bar-comes-back-at-the-left");
   EdgeRig rig(EdgeRig::hide);
   rig.bar.Left = 300;
   rig.touch();

@@ -188,6 +188,7 @@ TEST(MapLink, EndsTheProgramWithoutThePageOfARegionsRow) {
 // The entries of both menus.
 
 TEST(ListEntries, OfAListWithoutASelectedRowEndTheProgram) {
+  RecordProperty("quirk", "menu-of-an-emptied-list-ends-the-program");
   for (const char *area : {"Los Angeles", "All Alaska"}) {
     for (const bool has_rows : {true, false}) {
       for (const int number : {0, 1}) {

@@ -197,6 +197,20 @@ TEST(RefreshButton, IsTheOnlyButtonThatReportsTheLastChange) {
   EXPECT_EQ(frmRecords->Label2(3).Caption(), "untouched");
 }
 
+TEST(RefreshButton, EmptiesTheListAlsoWhereTheRefreshFails) {
+  RecordProperty("quirk", "switching-on-empties-the-list");
+  WatchingRig rig;
+  rig.press(frmRecords->Toolbar1, refresh);
+  ASSERT_GT(frmRecords->ListView1.ListItems.Count(), 0);
+  rig.refuse(los_angeles);
+  rig.key('R');
+  ASSERT_GT(frmRecords->ListView1.ListItems.Count(), 0) << "a refresh by the key keeps them";
+  rig.press(frmRecords->Toolbar1, refresh);
+  Module1->RefreshCount = 1;
+  rig.press(frmRecords->Toolbar1, refresh);
+  EXPECT_EQ(frmRecords->ListView1.ListItems.Count(), 0);
+}
+
 TEST(RefreshButton, ContinuesAfterAFailedRefresh) {
   WatchingRig rig;
   rig.refuse(los_angeles);
@@ -268,9 +282,12 @@ TEST(SettingsButton, ShowsTheSettingsAboveTheRecordsWindow) {
 }
 
 TEST(SettingsButton, StopsTheTimerWhileTheRefreshButtonIsUp) {
+  RecordProperty("quirk", "settings-stop-a-clock-without-its-switch");
   WatchingRig rig;
   rig.key('R');
   ASSERT_TRUE(frmRecords->Timer1.Enabled());
+  rig.press(frmRecords->Toolbar1, settings);
+  EXPECT_FALSE(frmRecords->Timer1.Enabled());
   rig.press(frmRecords->Toolbar1, settings);
   EXPECT_FALSE(frmRecords->Timer1.Enabled());
 }

@@ -98,6 +98,16 @@ TEST(Submission, CountsATypedFloorAsOneBelowTheGround) {
   EXPECT_EQ(ReportRig::form().Label2(4).Caption(), "1.428571");
 }
 
+TEST(Submission, NamesTheAreaOfTheLastSwitchingOn) {
+  RecordProperty("quirk", "reports-name-the-area-switched-on");
+  ReportRig rig;
+  rig.fill_in();
+  rig.happen([] { conffrm->Combo2.Text = "Seattle Area"; });
+  rig.submit();
+  EXPECT_EQ(rig.trace({"request"}).at(0), "request " + ReportRig::puta());
+  EXPECT_NE(ReportRig::puta().find("&map=Los Angeles&"), std::string::npos);
+}
+
 /// What the user changes while the first request is under way.
 TEST(Submission, ReadsTheZipForEachRequestAndTheAnswersOnceAtItsStart) {
   ReportRig rig;

@@ -55,6 +55,15 @@ TEST(Text3, MovesTheBarThatIsUpWhenItIsLeft) {
   }
 }
 
+TEST(Text3, MovesTheBarToTheTopWhenItIsLeftUntouched) {
+  RecordProperty("quirk", "leaving-bar-top-moves-the-bar");
+  WatchingRig rig;
+  Module1->BarMode = face_short_bar;
+  Form1->Top = 300;
+  rig.leave(conffrm->Text3);
+  EXPECT_EQ(Form1->Top(), 0);
+}
+
 TEST(Text3, MovesTheBarToTheTopForATextWithoutANumber) {
   for (const char *text : {"", "abc"}) {
     WatchingRig rig;

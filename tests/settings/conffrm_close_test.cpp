@@ -44,6 +44,20 @@ TEST(CloseButton, UpdatesTheOtherBarThanTheOneThatIsUp) {
             (Lines{"set Timer1=false", "load Form1", "write LogAll=True", "write EdgeDetect= 0", "hide conffrm"}));
 }
 
+TEST(CloseButton, LeavesTheToolbarsButtonDownBesideABar) {
+  RecordProperty("quirk", "settings-button-stays-down-beside-a-bar");
+  for (const std::uint8_t face : {face_short_bar, face_long_bar}) {
+    WatchingRig rig;
+    rig.press(frmRecords->Toolbar1, 2);
+    Module1->BarMode = face;
+    rig.click(conffrm->Command2);
+    EXPECT_EQ(frmRecords->Toolbar1.Buttons(2).Value(), 1);
+    rig.clear_trace();
+    rig.press(frmRecords->Toolbar1, 2);
+    EXPECT_EQ(rig.trace({"show"}), Lines()) << "the next press only releases it";
+  }
+}
+
 TEST(CloseButton, LoadsTheOtherBarWithAllThatItsLoadDoes) {
   WatchingRig rig;
   Module1->BarMode = face_short_bar;

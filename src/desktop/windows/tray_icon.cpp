@@ -32,6 +32,10 @@ FormBase &FaceToShow() {
   const auto shown = std::find_if(faces.begin(), faces.end(), IsShown);
   if (shown != faces.end())
     return **shown;
+  // Only "Expand" hides the short bar, which sets BarMode. So one that is hidden has been loaded by the settings'
+  // "Close" beside the long bar, which hides itself.
+  if (face_that_is_up != nullptr && Module1->BarMode == face_short_bar && newTagFrm.IfLoaded() != nullptr)
+    return *newTagFrm;
   return face_that_is_up != nullptr ? *face_that_is_up : *frmRecords;
 }
 

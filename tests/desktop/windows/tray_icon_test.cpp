@@ -155,6 +155,16 @@ TEST_F(TrayIconTest, ShowsTheHiddenBarThatIsUp) {
   EXPECT_EQ(State(), with_long_bar);
 }
 
+TEST_F(TrayIconTest, ShowsTheHiddenLongBarAfterCloseBesideItHasLoadedTheShortOne) {
+  frmRecords->ListView1.ListItems.Add({"3.1"});
+  PutLongBarUp();
+  conffrm->Command2_Click();
+  ASSERT_EQ(Module1->BarMode, face_short_bar);
+  newTagFrm->Hide();
+  Activate();
+  EXPECT_EQ(Loaded(), "frmRecords newTagFrm+ Form1");
+}
+
 TEST_F(TrayIconTest, ShowsTheRecordsWindowAfterABarThatTheWindowManagerHasClosed) {
   for (const std::uint8_t face : {face_short_bar, face_long_bar}) {
     face == face_short_bar ? PutShortBarUp() : PutLongBarUp();
