@@ -1,6 +1,7 @@
 #include "http/connection.h"
 
 #include <QPointer>
+#include <utility>
 
 namespace borvane::mirror {
 
@@ -62,9 +63,15 @@ void Connection::OnReceivable() {
 }
 
 void Connection::ReadRequests() {
+  bool has_received = false;
   while (state_ == State::Idle || state_ == State::InHead) {
     if (worth_reading_ && AnswerNext())
       continue;
+    // A client that asks without a pause would keep all others waiting.
+    if (std::exchange(has_received, true)) {
+      socket_.WatchReceiving(true);
+      return;
+    }
     const qsizetype before = received_.size();
     switch (socket_.Receive(received_)) {
       case Received::Bytes:

@@ -15,6 +15,7 @@
 
 #include "common/attendance.h"
 #include "support/mirror/client.h"
+#include "support/mirror/flood.h"
 #include "support/mirror/mirror_process.h"
 #include "support/reserved_port.h"
 
@@ -147,6 +148,23 @@ TEST(AttendedMirror, TakesNoNoticeOfWhatAMonitorSends) {
   while (monitor->bytesToWrite() > 0)
     ASSERT_TRUE(monitor->waitForBytesWritten(60'000));
   EXPECT_EQ(Get(mirror.Port(), "/").value().status, 200);
+}
+
+TEST(AttendedMirror, EndsAfterTheLastMonitorAlsoWhileAClientAsksWithoutAPause) {
+  MirrorProcess mirror({"--attended", Folder()});
+  auto monitor = Attend(mirror.Port());
+  const Flood flood(mirror.Port());
+  ASSERT_TRUE(flood.GetsMore());
+  monitor.reset();
+  EXPECT_EQ(mirror.StatusWithin(60'000), 0);
+}
+
+TEST(Mirror, EndsBySignalWhileAClientAsksWithoutAPause) {
+  MirrorProcess mirror;
+  const Flood flood(mirror.Port());
+  ASSERT_TRUE(flood.GetsMore());
+  mirror.Signal(SIGTERM);
+  EXPECT_EQ(mirror.StatusWithin(60'000), 0);
 }
 
 TEST(Mirror, StaysWithoutMonitorsWhenItIsNotAttended) {

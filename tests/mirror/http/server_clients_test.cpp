@@ -9,6 +9,7 @@
 
 #include "support/mirror/client.h"
 #include "support/mirror/echo_server.h"
+#include "support/mirror/flood.h"
 
 // Clients that leave too early, are slow or send too much.
 
@@ -84,6 +85,25 @@ TEST(Server, ServesOthersWhileAClientIsSlow) {
   clock.start();
   EXPECT_EQ(Get(server.Port(), "/quick").value().body, "GET /quick");
   EXPECT_LT(clock.elapsed(), 8000);
+}
+
+TEST(Server, ServesOthersWhileAClientAsksWithoutAPause) {
+  const EchoServer server;
+  const Flood flood(server.Port());
+  ASSERT_TRUE(flood.GetsMore());
+  for (int i = 0; i < 10; ++i)
+    ASSERT_EQ(Get(server.Port(), "/quick").value_or(Response()).body, "GET /quick");
+  EXPECT_TRUE(flood.GetsMore());
+}
+
+TEST(Server, EndsWhatIsTooSlowWhileAClientAsksWithoutAPause) {
+  const EchoServer server({.head_ms = 200});
+  const Flood flood(server.Port());
+  ASSERT_TRUE(flood.GetsMore());
+  Client slow(server.Port());
+  slow.Send("GET /");
+  EXPECT_TRUE(slow.EndsWithin(60'000));
+  EXPECT_TRUE(flood.GetsMore());
 }
 
 TEST(Server, SurvivesClientsThatLeaveAfterAnyNumberOfBytes) {
