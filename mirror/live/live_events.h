@@ -47,7 +47,7 @@ class LiveEvents {
   ///
   /// Refused, with a fault, is a reading that was made more than a day from now, one whose events lie for the most part
   /// in the future, and one of a whole span that has lost more than half of its events since the last one. If a feed
-  /// goes on having so few for a day, it is believed.
+  /// goes on having so few for an hour, it is believed.
   EventChanges Take(int source, const FeedSpan &span, const FeedReading &reading, qint64 now);
 
   /// Takes up what a store has, which is believed: it is what several mirrors share. Returns whether anything of it was
