@@ -21,6 +21,9 @@ using std::chrono::milliseconds;
 // What the reading of a larger text leaves to the C library is worth giving back.
 constexpr qsizetype large_text = qsizetype{1} << 20;
 
+/// How long the poller has to have been stopped to ask at once when it is started again.
+constexpr milliseconds long_stop = std::chrono::minutes(1);
+
 milliseconds ReadClock(clockid_t clock) {
   timespec time{};
   clock_gettime(clock, &time);
@@ -162,7 +165,7 @@ FeedPoller::FeedPoller(std::vector<Feed> feeds, Take take, WriteLog log, Surroun
   QObject::connect(&timer_, &QTimer::timeout, this, [this] { Look(); });
 }
 
-FeedPoller::~FeedPoller() { Stop(); }
+FeedPoller::~FeedPoller() = default;
 
 void FeedPoller::Start() {
   if (IsRunning())
@@ -170,16 +173,23 @@ void FeedPoller::Start() {
   is_running_ = true;
   ++run_;
   seen_ = surroundings_.clocks();
-  for (const std::unique_ptr<Polled> &polled : feeds_)
-    polled->schedule.BeginAgain(seen_.elapsed);
+  if (!stopped_ || seen_.elapsed - *stopped_ >= long_stop)
+    for (const std::unique_ptr<Polled> &polled : feeds_)
+      polled->schedule.BeginAgain(seen_.elapsed);
   LookSoon();
 }
 
 void FeedPoller::Stop() {
+  if (!IsRunning())
+    return;
   is_running_ = false;
   ++run_;
   timer_.stop();
+  const milliseconds now = surroundings_.clocks().elapsed;
+  stopped_ = now;
   for (const std::unique_ptr<Polled> &polled : feeds_) {
+    if (polled->fetch || polled->is_read)
+      polled->schedule.Failed(now, FeedSchedule::Failure::NoAnswer, surroundings_.random());
     if (polled->fetch)
       fetcher_.Cancel(*std::exchange(polled->fetch, std::nullopt));
     polled->is_read = false;

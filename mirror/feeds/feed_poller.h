@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,10 +54,12 @@ class FeedPoller final : public QObject {
   ~FeedPoller() override;
 
   /// Asks for every feed, in their order, and again whenever one is due; not before the last answer's lifetime is over,
-  /// though it came before a Stop. Does nothing for one that has been started.
+  /// though it came before a Stop. Less than a minute after a Stop, periods and pauses go on as if there had been none,
+  /// so that a mirror that loses the lead and gets it back, again and again, asks no more often than another one. Does
+  /// nothing for one that has been started.
   void Start();
 
-  /// Ends what is under way. Nothing is taken any more until the next Start.
+  /// Ends what is under way, which then counts as not answered. Nothing is taken any more until the next Start.
   void Stop();
 
   /// What was made of the answers so far is not the newest state any more: the next answer of each feed is taken even
@@ -95,6 +98,7 @@ class FeedPoller final : public QObject {
   QTimer timer_;
   Clocks seen_;  ///< at the last look
   bool is_running_ = false;
+  std::optional<std::chrono::milliseconds> stopped_;  ///< when it was last, by the clock that is never set
   quint64 run_ = 0;  ///< counts starts and stops, so that a late reading is known for one of an earlier run
   QThreadPool reader_;
 };

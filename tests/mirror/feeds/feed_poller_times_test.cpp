@@ -142,6 +142,84 @@ TEST(FeedPoller, DoesNotAskAfterSleepOrAPauseWhileTheAnswerLives) {
   EXPECT_TRUE(HasBeenAsked(server, 2));
 }
 
+/// Stops the poller for that long.
+void StopFor(PollerRig &rig, std::chrono::milliseconds time) {
+  rig.poller.Stop();
+  rig.Pass(time);
+  rig.poller.Start();
+}
+
+TEST(FeedPoller, AsksAtOnceAfterAStopOfAMinute) {
+  const FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({}))));
+  Feed feed = FeedAt(server.Url());
+  feed.period = 1h;
+  PollerRig rig({feed});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  StopFor(rig, 60s - 1ms);
+  ExpectNoMoreThan(server, 1);
+  StopFor(rig, 60s);
+  ASSERT_TRUE(RunUntil([&] { return rig.poller.States()[0].last_success > (today + 60s).count(); }));
+  EXPECT_EQ(server.Requests().size(), 2);
+
+  // It is stopped since the first of two Stops.
+  rig.poller.Stop();
+  rig.Pass(40s);
+  StopFor(rig, 20s);
+  EXPECT_TRUE(HasBeenAsked(server, 3));
+}
+
+TEST(FeedPoller, AsksNoMoreOftenHoweverOftenItIsStopped) {
+  const FeedServer server(Sends(HttpAnswer("200 OK", SummaryOf({}))));
+  PollerRig rig({FeedAt(server.Url())});
+  rig.poller.Start();
+  ASSERT_TRUE(rig.HasTaken(1));
+  for (int i = 0; i < 5; ++i) {
+    StopFor(rig, 10s);
+    ExpectNoMoreThan(server, 1);
+  }
+  StopFor(rig, 10s - 1ms);
+  ExpectNoMoreThan(server, 1);
+  rig.Pass(1ms);
+  EXPECT_TRUE(HasBeenAsked(server, 2));
+}
+
+TEST(FeedPoller, PausesForLongerAfterEachFailureHoweverOftenItIsStopped) {
+  const FeedServer server(Sends(HttpAnswer("500 Oh", "")));
+  PollerRig rig({FeedAt(server.Url())});
+  rig.poller.Start();
+  qsizetype requests = 1;
+  for (const auto pause : {1min, 2min, 4min}) {
+    ASSERT_TRUE(RunUntil([&] { return rig.poller.States()[0].failures == static_cast<quint64>(requests); }));
+    for (std::chrono::seconds passed = 30s; passed < pause; passed += 30s)
+      StopFor(rig, 30s);
+    ExpectNoMoreThan(server, requests);
+    StopFor(rig, 30s);
+    ASSERT_TRUE(HasBeenAsked(server, ++requests));
+  }
+}
+
+TEST(FeedPoller, CountsWhatAStopCutsOffAsNotAnswered) {
+  FeedServer server([](QTcpSocket &) {});
+  Feed feed = FeedAt(server.Url());
+  feed.period = 1h;
+  PollerRig rig({feed});
+  rig.poller.Start();
+  qsizetype requests = 1;
+  for (const auto pause : {10s, 20s, 40s}) {
+    ASSERT_TRUE(HasBeenAsked(server, requests));
+    StopFor(rig, pause - 1s);
+    ExpectNoMoreThan(server, requests);
+    server.SetAnswer(requests < 3 ? FeedServer::Answer([](QTcpSocket &) {})
+                                  : Sends(HttpAnswer("200 OK", SummaryOf({"a"}))));
+    rig.Pass(1s);
+    ++requests;
+  }
+  EXPECT_TRUE(rig.HasTaken(1));
+  EXPECT_EQ(rig.log, QStringList());
+  EXPECT_EQ(rig.poller.States()[0].failures, 0U);
+}
+
 TEST(FeedPoller, LeavesAServerAloneWhateverTheClockOfTheDayIsSetTo) {
   FeedServer server(Sends(HttpAnswer("503 Later", "", {"Retry-After: 3600"})));
   PollerRig rig({FeedAt(server.Url())});
