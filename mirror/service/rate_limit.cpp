@@ -16,7 +16,7 @@ bool Counts(qint64 then, qint64 now) { return then <= now && now - then < minute
 bool RateLimit::Admit(const QHostAddress &address, qint64 now) {
   const QHostAddress client = ClientOf(address);
   if (!times_.contains(client) && times_.size() >= most_addresses_) {
-    ForgetBefore(now);
+    Forget(now);
     if (times_.size() >= most_addresses_)
       return false;
   }
@@ -28,7 +28,7 @@ bool RateLimit::Admit(const QHostAddress &address, qint64 now) {
   return true;
 }
 
-void RateLimit::ForgetBefore(qint64 now) {
+void RateLimit::Forget(qint64 now) {
   times_.removeIf(
       [now](std::pair<const QHostAddress &, QList<qint64> &> entry) { return !Counts(entry.second.last(), now); });
 }

@@ -6,8 +6,8 @@
 
 namespace borvane::mirror {
 
-/// Lets so many requests of one address pass in any minute. Addresses are kept in memory only, and for no longer than
-/// that minute.
+/// Lets so many requests of one address pass in any minute. Addresses are kept in memory only, until the first Forget
+/// after that minute.
 class RateLimit {
  public:
   /// `most_addresses` bounds the memory: when so many addresses have sent something within a minute, further ones are
@@ -18,9 +18,13 @@ class RateLimit {
   /// Whether a request of the address may pass at `now`, in milliseconds of any clock; counts it if so.
   bool Admit(const QHostAddress &address, qint64 now);
 
- private:
-  void ForgetBefore(qint64 now);
+  /// Forgets the addresses of which no request passed in the minute before `now`.
+  void Forget(qint64 now);
 
+  /// Whether it keeps no address.
+  bool IsEmpty() const { return times_.isEmpty(); }
+
+ private:
   const qsizetype a_minute_;
   const qsizetype most_addresses_;
   QHash<QHostAddress, QList<qint64>> times_;  ///< when the requests of an address passed, oldest first

@@ -45,7 +45,10 @@ Service::Service(Settings settings)
       reports_(std::make_shared<Reports>(settings_.retention)),
       store_(settings_.store, reports_schema, [log = settings_.log](LogLevel level, const QString &line) {
         log(level, "the service's store " + line);
-      }) {}
+      }) {
+  forgetting_timer_.setInterval(settings_.forgetting_interval);
+  QObject::connect(&forgetting_timer_, &QTimer::timeout, [this] { ForgetAddresses(); });
+}
 
 bool Service::Serves(const QByteArray &target, const QByteArray &host) const {
   const QByteArray path = PathOf(target);
@@ -81,6 +84,25 @@ Answer Service::Refusal(int status, const QByteArray &target, const QByteArray &
   return answer;
 }
 
+bool Service::KeepsAddresses() const {
+  return !presence_rate_.IsEmpty() || !report_rate_.IsEmpty() || !detail_rate_.IsEmpty();
+}
+
+/// Whether the rate of the client's requests permits one more; counts it if so.
+bool Service::Admits(RateLimit &rate, const QHostAddress &client) {
+  if (!forgetting_timer_.isActive())
+    forgetting_timer_.start();
+  return rate.Admit(client, settings_.clock());
+}
+
+void Service::ForgetAddresses() {
+  const qint64 now = settings_.clock();
+  for (RateLimit *rate : {&presence_rate_, &report_rate_, &detail_rate_})
+    rate->Forget(now);
+  if (!KeepsAddresses())
+    forgetting_timer_.stop();
+}
+
 void Service::Dispatch(const Query &query, const QHostAddress &client, const Reply &reply) {
   if (query.Value("map").size() > settings_.limits.map || query.Value("macid").size() > settings_.limits.macid ||
       query.Value("AppVersion").size() > settings_.limits.version) {
@@ -89,7 +111,7 @@ void Service::Dispatch(const Query &query, const QHostAddress &client, const Rep
   }
   const QByteArray command = query.Value("cmd");
   const bool is_presence = command == "setonline" || command == "whoson" || command == "add";
-  if (is_presence && !presence_rate_.Admit(client, settings_.clock())) {
+  if (is_presence && !Admits(presence_rate_, client)) {
     reply(StatusPage(429));
     return;
   }
@@ -146,13 +168,12 @@ void Service::AddReport(const Query &query, const QHostAddress &client, const Re
     reply(StatusPage(400));
     return;
   }
-  const qint64 now = settings_.clock();
-  if (!report_rate_.Admit(client, now)) {
+  if (!Admits(report_rate_, client)) {
     reply(StatusPage(429));
     return;
   }
   const auto work = [map = query.Value("map"), record = query.Value("strout"), reports = reports_,
-                     now](Database &database) {
+                     now = settings_.clock()](Database &database) {
     reports->AddReport(database, map, record, now);
     return QByteArray("ok");
   };
@@ -160,14 +181,13 @@ void Service::AddReport(const Query &query, const QHostAddress &client, const Re
 }
 
 void Service::AddDetail(const Query &query, const QHostAddress &client, const Reply &reply) {
-  const qint64 now = settings_.clock();
-  if (!detail_rate_.Admit(client, now)) {
+  if (!Admits(detail_rate_, client)) {
     reply(StatusPage(429));
     return;
   }
   const bool has_zip = query.Value("cmd") == "putc";
   const auto work = [map = query.Value("map"), zip = query.Value("zip"), has_zip, record = query.Value("strout"),
-                     reports = reports_, now](Database &database) {
+                     reports = reports_, now = settings_.clock()](Database &database) {
     reports->AddDetail(database, map, has_zip ? &zip : nullptr, record, now);
     return QByteArray("ok");
   };

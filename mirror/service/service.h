@@ -4,6 +4,8 @@
 #include <QHostAddress>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -29,8 +31,8 @@ struct ServiceLimits {
 };
 
 /// The maker's service: presence, the newest version, felt reports. Nothing in it is secret or signed; it reveals to
-/// nobody who reported what, and keeps no addresses but for a minute in memory. It answers only requests of monitors
-/// and of people, see request_guard.h.
+/// nobody who reported what, and keeps no addresses but in memory, for the minute of the rate limits. It answers only
+/// requests of monitors and of people, see request_guard.h.
 ///
 /// The monitor looks at an answer's text alone: "<" in it, or anything but "ok" where "ok" is due, is a failure. So
 /// every status but 200 is sent with a page of HTML.
@@ -44,6 +46,8 @@ class Service : public Handler {
     QStringList hosts = {};  ///< names by which monitors may address it, in lower case
     RetentionLimits retention = {};
     ServiceLimits limits = {};
+    /// How often addresses are looked for whose minute is over, while there are any.
+    std::chrono::milliseconds forgetting_interval{10'000};
     Clock clock;
     WriteLog log;  ///< gets a line when the store stops working, and when it works again
   };
@@ -57,8 +61,13 @@ class Service : public Handler {
   /// Whether the store did what it was asked for last.
   bool StoreWorks() const { return store_.Works(); }
 
+  /// Whether it has the address of a client in memory.
+  bool KeepsAddresses() const;
+
  private:
   void Dispatch(const Query &query, const QHostAddress &client, const Reply &reply);
+  bool Admits(RateLimit &rate, const QHostAddress &client);
+  void ForgetAddresses();
   void RecordPresence(const Query &query, const Reply &reply, const StoreThread::Work &answer);
   void SetOnline(const Query &query, const Reply &reply);
   void CountUsers(const Query &query, const Reply &reply);
@@ -73,6 +82,7 @@ class Service : public Handler {
   RateLimit presence_rate_;
   RateLimit report_rate_;
   RateLimit detail_rate_;
+  QTimer forgetting_timer_;                 ///< runs while an address is kept
   const std::shared_ptr<Reports> reports_;  ///< used in the store's thread, which may outlive this object
   StoreThread store_;
 };

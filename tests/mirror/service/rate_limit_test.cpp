@@ -55,6 +55,34 @@ TEST(RateLimit, DoesNotHoldAnythingAgainstAClientWhenTheClockIsSetBack) {
   EXPECT_FALSE(limit.Admit(home, 1));
 }
 
+TEST(RateLimit, ForgetsAnAddressAMinuteAfterItsLastRequest) {
+  RateLimit limit(3);
+  EXPECT_TRUE(limit.IsEmpty());
+  limit.Admit(home, 0);
+  limit.Admit(school, 10'000);
+  limit.Admit(school, 20'000);
+  limit.Forget(60'000);
+  EXPECT_FALSE(limit.IsEmpty());
+  limit.Forget(79'999);
+  EXPECT_FALSE(limit.IsEmpty());
+  limit.Forget(80'000);
+  EXPECT_TRUE(limit.IsEmpty());
+}
+
+TEST(RateLimit, ForgetsNothingThatStillCounts) {
+  RateLimit limit(1);
+  EXPECT_TRUE(limit.Admit(home, 0));
+  limit.Forget(59'999);
+  EXPECT_FALSE(limit.Admit(home, 59'999));
+}
+
+TEST(RateLimit, ForgetsAnAddressOfATimeThatIsStillToComeWhenTheClockIsSetBack) {
+  RateLimit limit(1);
+  EXPECT_TRUE(limit.Admit(home, 3'600'000));
+  limit.Forget(0);
+  EXPECT_TRUE(limit.IsEmpty());
+}
+
 TEST(RateLimit, TurnsNewAddressesAwayWhenItsMemoryIsFull) {
   RateLimit limit(1, 2);
   EXPECT_TRUE(limit.Admit(home, 0));

@@ -5,6 +5,7 @@
 #include <QXmlStreamReader>
 
 #include "support/mirror/databases.h"
+#include "support/mirror/run_until.h"
 #include "support/mirror/service_under_test.h"
 
 namespace borvane::mirror {
@@ -145,6 +146,18 @@ TEST(Service, LimitsThePresenceThatOneAddressReports) {
   EXPECT_EQ(service.Ask("whoson&macid=3&AppVersion= 235", "10.0.0.2"), "2");
   service.Pass(minute);
   EXPECT_EQ(service.Ask("add&macid=1", "10.0.0.1"), "ok");
+}
+
+TEST_F(ServiceTest, ForgetsEachAddressAMinuteAfterItsLastRequestThoughNobodyAsksAnyMore) {
+  EXPECT_FALSE(service_.KeepsAddresses());
+  for (const char *command : {"setonline&macid=1&AppVersion=235", "puta&map=A&strout=x", "putb&map=A&strout=x"}) {
+    EXPECT_EQ(service_.Ask(command), "ok");
+    service_.Pass(minute - 1);
+    RunFor(50);
+    EXPECT_TRUE(service_.KeepsAddresses()) << command;
+    service_.Pass(1);
+    EXPECT_TRUE(RunUntil([this] { return !service_.KeepsAddresses(); })) << command;
+  }
 }
 
 TEST_F(ServiceTest, LetsAClassroomBehindOneAddressReportItsPresence) {

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QThread>
 #include <QTimer>
+#include <chrono>
 #include <optional>
 
 #include "service/service.h"
@@ -17,6 +18,7 @@ class ServiceUnderTest {
       : service_({.store = store,
                   .newest_version = "2.3.5",
                   .limits = limits,
+                  .forgetting_interval = std::chrono::milliseconds(5),
                   .clock = [this] { return now_; },
                   .log = [this](LogLevel, const QString &line) { lines_.append(line); }}) {}
 
@@ -62,6 +64,8 @@ class ServiceUnderTest {
   }
 
   void Pass(qint64 milliseconds) { now_ += milliseconds; }
+
+  bool KeepsAddresses() const { return service_.KeepsAddresses(); }
 
   bool Serves(const QByteArray &target, const QByteArray &host = {}) const { return service_.Serves(target, host); }
 
