@@ -3,6 +3,8 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "transfer/http_address.h"
+
 namespace borvane::mirror {
 
 namespace {
@@ -37,7 +39,13 @@ QString ReadUrl(TomlReader &toml, const QString &name, const toml::node &node) {
     toml.Fault(node.source(), name + ": must be an address of https, or of http, without a user and a fragment");
     return "?";
   }
-  return url.toString(QUrl::FullyEncoded);
+  QString address = url.toString(QUrl::FullyEncoded);
+  // What fetches the feed is stricter: to it, "https://HOST?query" has no end of the host.
+  if (!ParseHttpAddress(address.toStdString())) {
+    toml.Fault(node.source(), name + R"(: must have a host, its port if need be, and a "/" after them)");
+    return "?";
+  }
+  return address;
 }
 
 FeedForm ReadForm(TomlReader &toml, const QString &name, const toml::node &node) {

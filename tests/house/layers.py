@@ -31,7 +31,7 @@ ALLOWED = {
     "mirror/store": {"log"},
     "mirror/service": {"http", "log", "store", "common"},
     "mirror/monitoring": {"http", "feeds"},
-    "mirror": {"log", "http", "catalogue", "feeds", "live", "monitoring", "pages", "store", "service", "common"},
+    "mirror": {"log", "http", "catalogue", "feeds", "live", "monitoring", "pages", "store", "service", "common", "transfer"},
 }
 
 # Only these may use Qt, libcurl and the operating system; everything else is standard C++.
