@@ -24,7 +24,6 @@ CatalogueFile::CatalogueFile(QString path, TakeEvents take, LogFault log)
 void CatalogueFile::Start() {
   seen_ = StampNow();
   Read();
-  ReturnFreeMemory();
   timer_.start(look_interval_ms);
 }
 
@@ -42,22 +41,27 @@ void CatalogueFile::Look() {
   const Stamp now = StampNow();
   const bool at_rest = now == seen_;
   seen_ = now;
-  if (!at_rest || taken_ == now)
-    return;
-  Read();
-  ReturnFreeMemory();
+  if (at_rest && taken_ != now)
+    Read();
 }
 
 void CatalogueFile::Read() {
+  // A file that cannot be read is looked at again and again: without a text there is nothing to give back.
+  if (TakeText())
+    ReturnFreeMemory();
+}
+
+/// Takes up the file's text. Returns whether it was read, whatever came of it.
+bool CatalogueFile::TakeText() {
   const std::optional<QByteArray> text = ReadText();
   if (!text)
-    return;
+    return false;
 
   // If a writer was at work meanwhile, what was read may be half old and half new. The next look tries again.
   const Stamp before = seen_;
   seen_ = StampNow();
   if (seen_ != before)
-    return;
+    return true;
   taken_ = seen_;
 
   CatalogueReading reading = ReadGeoJson(*text);
@@ -65,6 +69,7 @@ void CatalogueFile::Read() {
     take_(std::move(reading));
   else
     Report(reading.fault);
+  return true;
 }
 
 std::optional<QByteArray> CatalogueFile::ReadText() {

@@ -36,6 +36,7 @@ class CatalogueFile {
   Stamp StampNow() const;
   void Look();
   void Read();
+  bool TakeText();
   std::optional<QByteArray> ReadText();
   void Report(const QString &fault);
 
