@@ -329,6 +329,16 @@ class Desk:
         """A real click on the middle of the accessible, once that is at rest."""
         self.click_at(*wait_for("a place to click at", lambda: at_rest(lambda: self.middle(accessible))), button)
 
+    def switch_over(self, accessible):
+        """Ticks or presses the accessible as assistive software does, without the mouse or a key."""
+        actions = accessible.get_action_iface()
+        names = [actions.get_action_name(i) for i in range(actions.get_n_actions())]
+        actions.do_action(names.index("Toggle"))
+
+    def write(self, accessible, text):
+        """Replaces the text of the accessible in the same way."""
+        accessible.get_editable_text_iface().set_text_contents(text)
+
     def is_enabled(self, accessible):
         return accessible.get_state_set().contains(self.atspi.StateType.ENABLED)
 

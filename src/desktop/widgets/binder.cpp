@@ -64,6 +64,19 @@ void Binder::EnterWithMenuAt(const QPoint &place, const std::function<void()> &h
   focus_.OpenMenusAt(place, [&] { Enter(handler); });
 }
 
+void Binder::Visit(const std::function<void()> &work) {
+  if (focus_.IsIn(*this)) {
+    work();
+    return;
+  }
+  const QPointer<Binder> self(this);
+  Entered();
+  if (!self.isNull())
+    work();
+  if (!self.isNull())
+    Left();
+}
+
 void Binder::PropertyChanged(const PropertyBase &property) {
   if (&property == &control_.Left || &property == &control_.Top || &property == &control_.Width ||
       &property == &control_.Height) {

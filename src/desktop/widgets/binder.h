@@ -54,6 +54,9 @@ class Binder : public QObject, public PropertyWatcher {
  protected:
   Binder(Control &control, QWidget &widget, const Surroundings &surroundings);
 
+  /// Does `work` for assistive software: while the user works elsewhere, the control is entered for it and left again.
+  void Visit(const std::function<void()> &work);
+
   /// Shows a change of a property of the control's own kind. Called for Visible as well, before the widget shows.
   virtual void Show(const PropertyBase & /*property*/) {}
 

@@ -35,6 +35,9 @@ class CheckBoxBinder final : public Binder {
     ShowValue();
     connect(&box_, &QCheckBox::clicked, this,
             [this](bool checked) { Enter([&] { check_box_.Value = checked ? 1 : 0; }); });
+    // Assistive software switches the box over without a click. Its handler must not run inside of that: it may take
+    // the box away.
+    connect(&box_, &QCheckBox::toggled, this, &CheckBoxBinder::TakeSwitchedOver, Qt::QueuedConnection);
   }
 
  protected:
@@ -62,6 +65,12 @@ class CheckBoxBinder final : public Binder {
     box_.setCheckState(value == 0 ? Qt::Unchecked : value == 1 ? Qt::Checked : Qt::PartiallyChecked);
   }
 
+  void TakeSwitchedOver() {
+    const bool is_marked = box_.isChecked();
+    if (!is_released() && is_marked != (check_box_.Value() != 0))
+      Enter([&] { check_box_.Value = is_marked ? 1 : 0; });
+  }
+
   CheckBox &check_box_;
   CheckBoxWidget &box_;
 };
@@ -74,6 +83,8 @@ class OptionButtonBinder final : public Binder {
     ShowCaption();
     ShowValue();
     connect(&radio_, &QRadioButton::clicked, this, [this] { Enter([&] { option_button_.Value = true; }); });
+    // As for a check box.
+    connect(&radio_, &QRadioButton::toggled, this, &OptionButtonBinder::TakeSwitchedOver, Qt::QueuedConnection);
   }
 
  protected:
@@ -92,6 +103,11 @@ class OptionButtonBinder final : public Binder {
     radio_.setAutoExclusive(false);
     radio_.setChecked(option_button_.Value());
     radio_.setAutoExclusive(true);
+  }
+
+  void TakeSwitchedOver() {
+    if (!is_released() && radio_.isChecked() && !option_button_.Value())
+      Enter([&] { option_button_.Value = true; });
   }
 
   OptionButton &option_button_;

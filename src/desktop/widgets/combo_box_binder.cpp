@@ -46,6 +46,8 @@ class ComboBoxBinder final : public Binder {
     // Typing an entry's text is no picking: the box itself would take it for one when it is left.
     disconnect(box_.lineEdit(), &QLineEdit::editingFinished, &box_, nullptr);
     connect(box_.lineEdit(), &QLineEdit::textEdited, this, &ComboBoxBinder::Take);
+    // Assistive software writes without editing. The program must not run inside of that: it may take the box away.
+    connect(box_.lineEdit(), &QLineEdit::textChanged, this, &ComboBoxBinder::TakeWritten, Qt::QueuedConnection);
   }
 
   void Take(const QString &text) {
@@ -54,6 +56,13 @@ class ComboBoxBinder final : public Binder {
     // The program reports no change where a character that it cannot hold takes the place of a "?" that it holds.
     if (!self.isNull() && !is_released())
       ShowText();
+  }
+
+  /// The box cuts a text that is too long for it: that is nobody's doing.
+  void TakeWritten() {
+    const QLineEdit &edit = *box_.lineEdit();
+    if (!is_released() && edit.text() != ShownText(combo_box_.Text()).left(edit.maxLength()))
+      Visit([this, text = edit.text()] { Take(text); });
   }
 
   void ShowText() {

@@ -25,6 +25,9 @@ class FocusTracker final : public QObject {
   /// `binder` takes no part any more.
   void Forget(const Binder &binder);
 
+  /// Whether the user works in the control of `binder`.
+  bool IsIn(const Binder &binder) const { return focused_ == &binder || entering_ == &binder; }
+
   /// The user has done with `window`: if the control is one of its, it is left.
   void Leave(const QWidget &window);
 

@@ -2,6 +2,7 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <algorithm>
+#include <type_traits>
 
 #include "desktop/widgets/binders.h"
 #include "desktop/widgets/lines_edit.h"
@@ -26,6 +27,9 @@ class TextBoxBinder final : public Binder {
       : Binder(text_box, edit, surroundings), text_box_(text_box), edit_(edit) {
     edit_.setText(ShownText(text_box_.Text()));
     connect(&edit_, &Edit::textEdited, this, &TextBoxBinder::Take);
+    // Assistive software writes without editing. The program must not run inside of that: it may take the box away.
+    if constexpr (std::is_same_v<Edit, QLineEdit>)
+      connect(&edit_, &Edit::textChanged, this, &TextBoxBinder::TakeWritten, Qt::QueuedConnection);
     connect(&edit_, &Edit::selectionChanged, this, &TextBoxBinder::TakeSelection);
     connect(&edit_, &Edit::cursorPositionChanged, this, &TextBoxBinder::TakeSelection);
   }
@@ -45,6 +49,12 @@ class TextBoxBinder final : public Binder {
     // The program reports no change where a character that it cannot hold takes the place of a "?" that it holds.
     if (!self.isNull() && !is_released())
       ShowText();
+  }
+
+  /// The box cuts a text that is too long for it: that is nobody's doing.
+  void TakeWritten() {
+    if (!is_released() && edit_.text() != ShownText(text_box_.Text()).left(edit_.maxLength()))
+      Visit([this, text = edit_.text()] { Take(text); });
   }
 
   void ShowText() {

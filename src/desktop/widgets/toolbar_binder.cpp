@@ -71,7 +71,22 @@ class ToolbarBinder final : public Binder {
     widget->setAutoRaise(true);
     watchers_.emplace_back(button, *widget);
     connect(widget, &QToolButton::clicked, this, [this, number] { Enter([&] { toolbar_.Press(number); }); });
+    // Assistive software switches the button over without a click. Its handler must not run inside of that: it may take
+    // the button away.
+    connect(
+        widget, &QToolButton::toggled, this, [this, number, widget] { TakeSwitchedOver(number, *widget); },
+        Qt::QueuedConnection);
     return widget;
+  }
+
+  void TakeSwitchedOver(int number, ToolButton &widget) {
+    if (is_released())
+      return;
+    const bool is_down = toolbar_.Buttons(number).Value() != 0;
+    if (widget.isChecked() == is_down)
+      return;
+    widget.setChecked(is_down);
+    Enter([&] { toolbar_.Press(number); });
   }
 
   Toolbar &toolbar_;

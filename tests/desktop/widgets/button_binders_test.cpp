@@ -56,6 +56,65 @@ TEST_F(ButtonsOnScreen, CheckBoxIsTickedByTheKeyboardWithoutAMouseRelease) {
   EXPECT_EQ(rig.events(), Lines({"check 1"}));
 }
 
+TEST_F(ButtonsOnScreen, CheckBoxIsTickedAndClearedByAssistiveSoftware) {
+  SwitchOver(check());
+  Settle();
+  EXPECT_TRUE(IsMarked(check()));
+  SwitchOver(check());
+  Settle();
+  EXPECT_FALSE(IsMarked(check()));
+  sample->Check1.Value = 2;
+  SwitchOver(check());
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"check 1", "check 0", "check 2", "check 0"}));
+}
+
+TEST_F(ButtonsOnScreen, CheckBoxRaisesOneClickHoweverItChanges) {
+  Click(check());
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"check 1", "released 1 at 1"}));
+  QTest::keyClick(&check(), Qt::Key_Space);
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"check 0"}));
+  sample->Check1.Value = 2;
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"check 2"}));
+  sample->Check1.Value = 1;
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"check 1"}));
+}
+
+TEST_F(ButtonsOnScreen, CheckBoxShowsWhatTheHandlerOfAnAssistedTickSets) {
+  sample->Check1.Click = [this] {
+    rig.note("check " + std::to_string(sample->Check1.Value()));
+    sample->Check1.Value = 0;
+  };
+  SwitchOver(check());
+  Settle();
+
+  EXPECT_FALSE(IsMarked(check()));
+  EXPECT_EQ(rig.events(), Lines({"check 1", "check 0"}));
+}
+
+TEST_F(ButtonsOnScreen, CheckBoxMayUnloadItsWindowWhenAssistiveSoftwareTicksIt) {
+  sample->Check1.Click = [] { sample.Unload(); };
+  SwitchOver(check());
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+}
+
+TEST_F(ButtonsOnScreen, AssistedTickOfAWindowThatGoesIsForgotten) {
+  SwitchOver(check());
+  SwitchOver(option(1));
+  sample.Unload();
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(ButtonsOnScreen, CheckBoxShowsWhatTheProgramSets) {
   sample->Check1.Value = 1;
   EXPECT_TRUE(IsMarked(check()));
@@ -101,10 +160,27 @@ TEST_F(ButtonsOnScreen, ClickOnTheChosenOptionRaisesNothing) {
   EXPECT_EQ(rig.events(), Lines());
 }
 
+TEST_F(ButtonsOnScreen, OptionIsChosenByAssistiveSoftware) {
+  sample->Option1(0).Value = true;
+  rig.events();
+  SwitchOver(option(2));
+  Settle();
+  EXPECT_TRUE(sample->Option1(2).Value());
+  EXPECT_FALSE(sample->Option1(0).Value());
+  EXPECT_FALSE(IsMarked(option(0)));
+
+  SwitchOver(option(2));
+  Settle();
+  EXPECT_TRUE(sample->Option1(2).Value());
+  EXPECT_TRUE(IsMarked(option(2)));
+  EXPECT_EQ(rig.events(), Lines({"option 2"}));
+}
+
 TEST_F(ButtonsOnScreen, ArrowKeysChooseTheNextOption) {
   Click(option(0));
   option(0).setFocus();
   QTest::keyClick(&option(0), Qt::Key_Down);
+  Settle();
 
   EXPECT_TRUE(IsMarked(option(1)));
   EXPECT_FALSE(IsMarked(option(0)));

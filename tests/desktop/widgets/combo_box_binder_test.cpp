@@ -79,6 +79,36 @@ TEST_F(ComboBoxOnScreen, TypingChangesTheTextAndRaisesNothing) {
   EXPECT_EQ(rig.events(), Lines());
 }
 
+TEST_F(ComboBoxOnScreen, TakesWhatAssistiveSoftwareWritesForTyping) {
+  editable().setFocus();
+  Settle();
+  Write(*editable().lineEdit(), "Utah");
+  Settle();
+
+  EXPECT_EQ(sample->Combo1.Text(), "Utah");
+  EXPECT_EQ(sample->Combo1.ListIndex(), -1);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(ComboBoxOnScreen, IsLeftByAssistiveSoftwareThatWritesFromElsewhere) {
+  rig.widget(*sample, "Check1").setFocus();
+  Settle();
+  rig.events();
+  Write(*editable().lineEdit(), "Kansas");
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"left with Kansas"}));
+}
+
+TEST_F(ComboBoxOnScreen, ForgetsWhatAssistiveSoftwareWroteIntoAWindowThatGoes) {
+  Write(*editable().lineEdit(), "Utah");
+  sample.Unload();
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(ComboBoxOnScreen, ShowsTheQuestionMarkThatItHoldsAlready) {
   sample->Combo1.Text = "Ut?";
   editable().lineEdit()->setSelection(2, 1);

@@ -1,8 +1,11 @@
+#include <QAccessible>
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QToolButton>
 #include <QtTest/QTest>
+#include <initializer_list>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +42,86 @@ TEST_F(TextBoxOnScreen, RaisesChangeAtEachKey) {
   QTest::keyClicks(&box(), "5x");
 
   EXPECT_EQ(rig.events(), Lines({"change 105", "change 105x"}));
+}
+
+TEST_F(TextBoxOnScreen, RaisesOneChangeForAKeyAndForAChangeByTheProgram) {
+  QTest::keyClicks(&box(), "5");
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"change 105"}));
+  sample->Text1.Text = "7";
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"change 7"}));
+}
+
+TEST_F(TextBoxOnScreen, TakesWhatAssistiveSoftwareWrites) {
+  box().setFocus();
+  Write(box(), "caf\u00E9");
+  Settle();
+  EXPECT_EQ(sample->Text1.Text(), "caf\xE9");
+  QAccessible::queryAccessibleInterface(&box())->editableTextInterface()->deleteText(1, 4);
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"change caf\xE9", "change c"}));
+}
+
+TEST_F(TextBoxOnScreen, HoldsAQuestionMarkForWhatAssistiveSoftwareWritesAndItCannotHold) {
+  box().setFocus();
+  Write(box(), QString::fromUtf8("5Ω"));
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"change 5?"}));
+  EXPECT_EQ(SpokenValue(box()), "5?");
+}
+
+TEST_F(TextBoxOnScreen, IsVisitedByAssistiveSoftwareThatWritesFromElsewhere) {
+  sample->Text1.GotFocus = [this] { rig.note("entered"); };
+  rig.widget(*sample, "Check1").setFocus();
+  Settle();
+  rig.events();
+  Write(box(), "5");
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"entered", "change 5", "left with 5"}));
+}
+
+TEST_F(TextBoxOnScreen, MayUnloadItsWindowWhileAssistiveSoftwareWrites) {
+  using Events = std::initializer_list<Event<> TextBox::*>;
+  for (const auto event : Events{&TextBox::GotFocus, &TextBox::Change, &TextBox::LostFocus}) {
+    sample->Show();
+    rig.widget(*sample, "Check1").setFocus();
+    Settle();
+    sample->Text1.*event = [] { sample.Unload(); };
+    Write(box(), "5");
+    Settle();
+
+    EXPECT_EQ(sample.IfLoaded(), nullptr);
+  }
+}
+
+TEST_F(TextBoxOnScreen, ForgetsWhatAssistiveSoftwareWroteIntoAWindowThatGoes) {
+  Write(box(), "5");
+  sample.Unload();
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
+TEST_F(TextBoxOnScreen, KeepsATextThatIsLongerThanItCanShow) {
+  const std::string text(40'000, '5');
+  sample->Text1.Change = nullptr;
+  sample->Text1.Text = text;
+  Settle();
+
+  EXPECT_EQ(sample->Text1.Text(), text);
+}
+
+TEST_F(TextBoxOnScreen, WithManyLinesTakesWhatAssistiveSoftwareWritesOnce) {
+  sample->Text3.Change = [this] { rig.note("lines " + sample->Text3.Text()); };
+  Write(rig.widget(*sample, "Text3"), "5");
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines({"lines 5"}));
 }
 
 TEST_F(TextBoxOnScreen, ShowsTheQuestionMarkThatItHolds) {

@@ -49,8 +49,52 @@ TEST_F(ToolbarOnScreen, HandlerMayPutTheButtonUpAgain) {
   EXPECT_EQ(rig.events(), Lines({"down", "down"}));
 }
 
+TEST_F(ToolbarOnScreen, TwoStateButtonIsPressedByAssistiveSoftware) {
+  SwitchOver(button("refresh"));
+  Settle();
+  EXPECT_TRUE(button("refresh").isChecked());
+  SwitchOver(button("refresh"));
+  Settle();
+  EXPECT_FALSE(button("refresh").isChecked());
+
+  EXPECT_EQ(rig.events(), Lines({"button 1 at 1", "button 1 at 0"}));
+}
+
+TEST_F(ToolbarOnScreen, TwoStateButtonIsPressedOnceHoweverItGoesDown) {
+  QTest::mouseClick(&button("refresh"), Qt::LeftButton);
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"button 1 at 1"}));
+  QTest::keyClick(&button("refresh"), Qt::Key_Space);
+  Settle();
+  EXPECT_EQ(rig.events(), Lines({"button 1 at 0"}));
+}
+
+TEST_F(ToolbarOnScreen, HandlerMayPutUpTheButtonThatAssistiveSoftwarePresses) {
+  sample->Toolbar1.ButtonClick = [this](int number) {
+    rig.note(button("refresh").isChecked() ? "down" : "up");
+    sample->Toolbar1.Buttons(number).Value = 0;
+  };
+  for (int time = 0; time < 2; ++time) {
+    SwitchOver(button("refresh"));
+    Settle();
+    EXPECT_FALSE(button("refresh").isChecked());
+  }
+
+  EXPECT_EQ(rig.events(), Lines({"down", "down"}));
+}
+
+TEST_F(ToolbarOnScreen, AssistedPressOfAWindowThatGoesIsForgotten) {
+  SwitchOver(button("refresh"));
+  sample.Unload();
+  Settle();
+
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(ToolbarOnScreen, ShowsWhatTheProgramSetsAndRaisesNothing) {
   sample->Toolbar1.Buttons(1).Value = 1;
+  Settle();
 
   EXPECT_TRUE(button("refresh").isChecked());
   EXPECT_EQ(rig.events(), Lines());

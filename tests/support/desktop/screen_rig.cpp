@@ -48,6 +48,17 @@ std::string SpokenName(QWidget &widget) { return Spoken(widget, QAccessible::Nam
 
 std::string SpokenValue(QWidget &widget) { return Spoken(widget, QAccessible::Value); }
 
+void SwitchOver(QWidget &widget) {
+  QAccessible::queryAccessibleInterface(&widget)->actionInterface()->doAction(
+      QAccessibleActionInterface::toggleAction());
+}
+
+void Write(QWidget &widget, const QString &text) {
+  QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&widget);
+  const int length = interface->textInterface()->characterCount();
+  interface->editableTextInterface()->replaceText(0, length, text);
+}
+
 void Settle() {
   QCoreApplication::processEvents();
   QCoreApplication::sendPostedEvents();

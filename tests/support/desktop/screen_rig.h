@@ -90,6 +90,10 @@ class ScreenRig {
 std::string SpokenName(QWidget &widget);
 std::string SpokenValue(QWidget &widget);
 
+/// What assistive software does with a widget, past the mouse and the keyboard: switches it over, replaces its text.
+void SwitchOver(QWidget &widget);
+void Write(QWidget &widget, const QString &text);
+
 /// Lets everything happen that is due.
 void Settle();
 
