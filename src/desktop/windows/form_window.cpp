@@ -230,7 +230,8 @@ bool FormWindow::eventFilter(QObject * /*object*/, QEvent *event) {
 /// On a bar the arrow keys are the bar's own. Its boxes would pass the keyboard on to their neighbours.
 bool FormWindow::MovesTheBar(const QKeyEvent &event) const {
   constexpr std::array keys = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
-  return form_.border() == BorderStyle::None && std::find(keys.begin(), keys.end(), event.key()) != keys.end();
+  return !is_released_ && form_.border() == BorderStyle::None &&
+         std::find(keys.begin(), keys.end(), event.key()) != keys.end();
 }
 
 void FormWindow::KeyPressed(const QKeyEvent &event) {

@@ -44,6 +44,9 @@ class FormWindow : public QWidget, public PropertyWatcher {
   /// Leaves the control that the user works in, if it is one of this window.
   void LeaveControl();
 
+  /// Whether the form has gone and must not be touched any more.
+  bool is_released() const { return is_released_; }
+
   void changeEvent(QEvent *event) override;
   void closeEvent(QCloseEvent *event) override;
   void resizeEvent(QResizeEvent *event) override;

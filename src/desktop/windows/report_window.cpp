@@ -50,7 +50,7 @@ bool ReportWindow::eventFilter(QObject *object, QEvent *event) {
 }
 
 void ReportWindow::UpdateStops() {
-  if (frame_ == nullptr || thanks_ == nullptr)
+  if (is_released() || frame_ == nullptr || thanks_ == nullptr)
     return;
   const bool is_covered = report_.Frame2.Visible() && thanks_->geometry().intersects(frame_->geometry());
   const bool is_in_sight = rect().intersects(frame_->geometry()) && !is_covered;

@@ -1,3 +1,4 @@
+#include <QKeyEvent>
 #include <QWindow>
 #include <QtTest/QTest>
 
@@ -103,6 +104,14 @@ TEST_F(FramelessWindow, TakesKeyReleases) {
   QTest::keyClick(window().windowHandle(), Qt::Key_Left);
 
   EXPECT_EQ(rig.events(), Lines({"key 83", "key 37"}));
+}
+
+TEST_F(FramelessWindow, IsNotReadByAWindowThatOutlivesIt) {
+  FormWindow &left = window();
+  bar_form.Unload();
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier);
+
+  EXPECT_FALSE(static_cast<QObject &>(left).eventFilter(left.windowHandle(), &press)) << "a bar alone keeps the key";
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
+#include <QResizeEvent>
 #include <QTimer>
 #include <QTreeView>
 
@@ -201,6 +202,19 @@ TEST_F(ReportByHand, ShowsTheListOfReportsInAWindowThatIsMadeWider) {
   EXPECT_EQ(text(0, 1), "3");
   EXPECT_EQ(text(0, 2), "2");
   EXPECT_EQ(list.model()->headerData(1, Qt::Horizontal).toString(), "BV Mag");
+}
+
+TEST_F(ReportByHand, IsNotReadByAWindowThatOutlivesIt) {
+  OpenForReport();
+  FormWindow &left = window();
+  const QWidget &name = widget("Text1(0)");
+  ComPart.Unload();
+  left.setFixedSize(1, 1);
+  QResizeEvent resized(left.size(), QSize(497, 391));
+  QApplication::sendEvent(&left, &resized);
+
+  EXPECT_EQ(ComPart.IfLoaded(), nullptr);
+  EXPECT_TRUE(name.focusPolicy() & Qt::TabFocus) << "the form below the window is passed over";
 }
 
 TEST_F(ReportByHand, GoesWithCancelAndWithItsCloseBox) {
