@@ -91,6 +91,8 @@ FormWindow::FormWindow(FormBase &form, FocusTracker &focus) : form_(form), focus
   ShowPointer();
   ShowSize();
   form_.Watch(this);
+  if (form.border() == BorderStyle::None)
+    FollowFirstScreen();
 }
 
 void FormWindow::Build() { BindAll(form_, *this); }
@@ -125,9 +127,10 @@ void FormWindow::Present(FormWindow *owner, bool with_focus) {
   if (isVisible() && !with_focus)
     return;
   setAttribute(Qt::WA_ShowWithoutActivating, !with_focus);
+  // The screen may have put a window without a frame anywhere, and offers the user nothing to drag it back by.
+  if (windowHandle() == nullptr || form_.border() == BorderStyle::None)
+    ShowPlace();
   if (windowHandle() == nullptr) {
-    if (form_.Left.is_set() || form_.Top.is_set())
-      ShowPlace();
     create();
     // The window sees its keys here before any of its widgets does.
     windowHandle()->installEventFilter(this);
@@ -280,7 +283,24 @@ void FormWindow::ShowSize() {
     setFixedSize(size);
 }
 
+/// The place of a window counts from the corner of the first screen, which changes with the screens. A window with a
+/// frame stays where the user sees it.
+void FormWindow::FollowFirstScreen() {
+  const auto follow = [this](QScreen *screen) {
+    if (screen != nullptr)
+      connect(screen, &QScreen::geometryChanged, this, &FormWindow::ShowPlace, Qt::UniqueConnection);
+  };
+  follow(QGuiApplication::primaryScreen());
+  connect(qApp, &QGuiApplication::primaryScreenChanged, this, [this, follow](QScreen *screen) {
+    follow(screen);
+    ShowPlace();
+  });
+}
+
+/// Does nothing until the form has been put somewhere.
 void FormWindow::ShowPlace() {
+  if (is_released_ || (!form_.Left.is_set() && !form_.Top.is_set()))
+    return;
   // More than the two of each step of a shaking, none of which the screen may have confirmed at its end.
   constexpr std::size_t remembered_places = 2'000;
   const QPoint asked = PlaceOf(form_);

@@ -59,6 +59,7 @@ class FormWindow : public QWidget, public PropertyWatcher {
   void PropertyChanged(const PropertyBase &property) override;
   void ShowCaption();
   void ShowSize();
+  void FollowFirstScreen();
   void ShowPlace();
   void ShowBackground();
   void ShowPointer();

@@ -1,4 +1,6 @@
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QWindow>
 #include <QtTest/QTest>
 
@@ -77,6 +79,66 @@ TEST_F(FramelessWindow, KeepsTheFormsNumbersWhereverTheScreenPutsIt) {
 
   EXPECT_EQ(bar_form->Left(), 600);
   EXPECT_EQ(bar_form->Top(), 300);
+}
+
+TEST_F(FramelessWindow, IsBackInItsPlaceWhenItIsShownAgain) {
+  window().move(70, 80);
+  bar_form->Show();
+  Settle();
+  EXPECT_EQ(window().pos(), QPoint(40, 20)) << "open";
+
+  bar_form->Hide();
+  window().move(70, 80);
+  bar_form->Show();
+  Settle();
+  EXPECT_EQ(window().pos(), QPoint(40, 20)) << "hidden";
+}
+
+TEST_F(FramelessWindow, GoesWithTheFirstScreen) {
+  QScreen &screen = *QGuiApplication::primaryScreen();
+  for (const bool is_hidden : {false, true}) {
+    if (is_hidden)
+      bar_form->Hide();
+    window().move(70, 80);
+    Q_EMIT screen.geometryChanged(screen.geometry());
+    EXPECT_EQ(window().pos(), QPoint(40, 20)) << "moved, " << is_hidden;
+
+    window().move(70, 80);
+    Q_EMIT qApp->primaryScreenChanged(&screen);
+    EXPECT_EQ(window().pos(), QPoint(40, 20)) << "another one, " << is_hidden;
+    EXPECT_EQ(window().isVisible(), !is_hidden);
+  }
+  EXPECT_EQ(bar_form->Left(), 600);
+}
+
+TEST_F(FramelessWindow, SurvivesTheLossOfTheLastScreen) {
+  window().move(70, 80);
+  Q_EMIT qApp->primaryScreenChanged(nullptr);
+
+  EXPECT_EQ(bar_form->Left(), 600);
+}
+
+TEST_F(FramelessWindow, GoesWithNoScreenWhenItsFormHasGone) {
+  FormWindow &left = window();
+  bar_form.Unload();
+  left.move(70, 80);
+  QScreen &screen = *QGuiApplication::primaryScreen();
+  Q_EMIT screen.geometryChanged(screen.geometry());
+
+  EXPECT_EQ(left.pos(), QPoint(70, 80));
+}
+
+TEST(FormWindowWithAFrame, StaysWhereTheUserHasPutItWhenTheFirstScreenChanges) {
+  const ScreenRig rig;
+  sample->Left = 600;
+  sample->Show();
+  Settle();
+  rig.window(*sample).move(70, 80);
+  Settle();
+  Q_EMIT qApp->primaryScreenChanged(QGuiApplication::primaryScreen());
+  sample->Show();
+
+  EXPECT_EQ(rig.window(*sample).pos(), QPoint(70, 80));
 }
 
 TEST_F(FramelessWindow, IsNotSetBackWhenTheScreenConfirmsASizeLate) {

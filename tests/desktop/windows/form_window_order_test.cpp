@@ -125,8 +125,8 @@ TEST(FormWindowPlace, CountsFromTheFirstScreenWhereverThatIsAmongTheOthers) {
   process.start(QCoreApplication::applicationFilePath(), {"--places"});
   ASSERT_TRUE(process.waitForFinished(60'000));
 
-  // In the middle, and after a move to 2000, 100.
-  EXPECT_EQ(process.readAllStandardOutput(), "8685 7087.5 2499 513\n1200 900 2000 100\n");
+  // In the middle, after a move to 2000, 100, and a bar at 40, 20.
+  EXPECT_EQ(process.readAllStandardOutput(), "8685 7087.5 2499 513\n1200 900 2000 100\n1960 60\n");
 }
 
 TEST(FormWindowBackground, IsTheFormsAndFollowsIt) {

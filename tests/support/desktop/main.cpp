@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFile>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWindow>
@@ -50,7 +51,8 @@ int PrintDecimalSeparator() {
 }
 
 /// A window in the middle of the first screen of those that the environment describes: prints the form's place and the
-/// window's, and both again after a user has moved it.
+/// window's, and both again after a user has moved it. Then a bar's, after the last screen has become the first one and
+/// changes.
 int PrintPlaces() {
   borvane::ScreenRig rig;
   borvane::notice->Show();
@@ -63,6 +65,16 @@ int PrintPlaces() {
   window.windowHandle()->setFramePosition(QPoint(2000, 100));
   borvane::Settle();
   print();
+
+  borvane::bar_form->Left = 600;
+  borvane::bar_form->Top = 300;
+  borvane::bar_form->Show();
+  borvane::FormWindow &bar = rig.window(*borvane::bar_form);
+  QScreen &last = *QGuiApplication::screens().last();
+  Q_EMIT qApp->primaryScreenChanged(&last);
+  bar.move(70, 80);
+  Q_EMIT last.geometryChanged(last.geometry());
+  std::printf("%d %d\n", bar.x(), bar.y());
   return 0;
 }
 
