@@ -19,6 +19,7 @@
 #include "desktop/services/region.h"
 #include "desktop/services/shell.h"
 #include "desktop/services/sound.h"
+#include "desktop/session_restart.h"
 #include "desktop/settings/settings_store.h"
 #include "desktop/tray_arrival.h"
 #include "desktop/windows/desktop_forms.h"
@@ -62,6 +63,7 @@ class Desktop {
   DesktopRegion region_;
   DesktopProcess process_;
   QuitRequest quit_request_;
+  SessionRestart session_restart_;
   DarkPreference dark_preference_;
   std::unique_ptr<MirrorStarter> mirror_starter_;
   std::unique_ptr<TrayArrival> tray_arrival_;

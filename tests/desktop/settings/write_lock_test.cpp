@@ -9,12 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/desktop/timeout.h"
 #include "support/desktop/waiting_for_lock.h"
 
 namespace borvane {
 namespace {
-
-constexpr int generous = 60'000;  // milliseconds
 
 class WriteLockOnDisk : public testing::Test {
  protected:
@@ -57,7 +56,7 @@ TEST_F(WriteLockOnDisk, GoesToTheOneThatWaitsBeforeItsLastHolder) {
   std::atomic_bool is_served = false;
   std::atomic_bool may_end = false;
   std::thread waiting([&] {
-    const WriteLock mine(file(), generous);
+    const WriteLock mine(file(), timeout);
     is_served = mine.IsHeld();
     while (!may_end)
       std::this_thread::yield();

@@ -2,6 +2,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QScreen>
+#include <QSessionManager>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWindow>
@@ -18,6 +19,7 @@
 #include "desktop/services/process.h"
 #include "desktop/services/region.h"
 #include "desktop/settings/settings_file_store.h"
+#include "settings/conffrm.h"
 #include "support/desktop/sample_form.h"
 #include "support/desktop/screen_rig.h"
 #include "support/desktop/windows_on_show.h"
@@ -85,8 +87,8 @@ int PrintExecutable() {
   return 0;
 }
 
-/// The program's own desktop with a window on it, while the session ends: prints for what reason the window is
-/// unloaded.
+/// The program's own desktop with a window on it, while the session ends: prints whether the program, which starts with
+/// the desktop, is to be restored, and for what reason the window is unloaded.
 [[noreturn]] void LogOut(char *program_path) {
   borvane::Desktop desktop(program_path);
   const borvane::Program program(desktop.Services(), desktop.Forms());
@@ -95,8 +97,12 @@ int PrintExecutable() {
     std::fflush(stdout);
   };
   borvane::sample->Show();
+  borvane::conffrm->Check7.Value = 1;
   // Qt drops a posted one when its loop begins.
   QTimer::singleShot(0, qApp, [] {
+    auto &session = *qApp->findChild<QSessionManager *>();
+    Q_EMIT qApp->saveStateRequest(session);
+    std::puts(session.restartHint() == QSessionManager::RestartNever ? "not restored" : "restored");
     QEvent log_out(QEvent::Quit);
     QCoreApplication::sendEvent(qApp, &log_out);
   });
