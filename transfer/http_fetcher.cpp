@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <fcntl.h>
+
 #include "transfer/answer_head.h"
 #include "transfer/curl_loop.h"
 #include "transfer/http_address.h"
@@ -36,6 +38,7 @@ class HttpFetcher::Request {
     Set(CURLOPT_PROXY, "");
     Set(CURLOPT_PROTOCOLS_STR, "http,https");
     Set(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    Set(CURLOPT_SOCKOPTFUNCTION, KeepFromOtherPrograms);
     Set(CURLOPT_HEADERFUNCTION, ReceiveHeader);
     Set(CURLOPT_HEADERDATA, this);
     Set(CURLOPT_WRITEFUNCTION, Receive);
@@ -78,6 +81,14 @@ class HttpFetcher::Request {
   template <class Value>
   void Set(CURLoption option, Value value) {
     curl_.easy_setopt(easy_.get(), option, value);
+  }
+
+  /// A program that is started meanwhile must not get the connection: it would stay open for as long as that runs.
+  static int KeepFromOtherPrograms(void * /*client*/, [[maybe_unused]] curl_socket_t socket, curlsocktype /*purpose*/) {
+#ifdef FD_CLOEXEC
+    ::fcntl(socket, F_SETFD, FD_CLOEXEC);
+#endif
+    return CURL_SOCKOPT_OK;
   }
 
   static std::size_t ReceiveHeader(const char *line, std::size_t size, std::size_t count, void *request) {

@@ -4,10 +4,14 @@
 #include <QTimer>
 #include <QtTest/QTest>
 #include <chrono>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 
 #include "support/desktop/scripted_server.h"
 #include "support/transfer/fetch.h"
@@ -58,6 +62,28 @@ TEST(HttpFetcher, AsksNoProxyOfTheEnvironment) {
   qunsetenv("http_proxy");
 
   EXPECT_EQ(text, "direct");
+}
+
+/// Whether each program that is started now would get the socket whose other end is at that port of this computer, or
+/// not; nothing while there is no such socket.
+std::optional<bool> IsInherited(const std::string &port) {
+  for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+    sockaddr_in peer{};
+    socklen_t size = sizeof(peer);
+    if (getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &size) == 0 && peer.sin_family == AF_INET &&
+        std::to_string(ntohs(peer.sin_port)) == port)
+      return (fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0;
+  }
+  return {};
+}
+
+TEST(HttpFetcher, LeavesNoConnectionToAProgramThatIsStartedMeanwhile) {
+  ScriptedServer server(Holds());
+  RecordedFetcher http;
+  http.Start(server.address());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return server.request_lines().size() == 1; }, fetch_timeout));
+
+  EXPECT_EQ(IsInherited(server.port()), std::optional(false));
 }
 
 TEST(HttpFetcher, TakesEveryStatusForAnAnswer) {
