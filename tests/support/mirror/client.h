@@ -28,7 +28,7 @@ class Client {
   void SendByteByByte(const QByteArray &bytes);
 
   /// The next answer, whole; `has_body` is false for the answer to HEAD. Nothing when the connection ends before it or
-  /// 15 seconds pass.
+  /// a minute pass.
   std::optional<Response> Read(bool has_body = true);
 
   /// Whether the server ends the connection within the time, having sent nothing more.
