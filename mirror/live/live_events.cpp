@@ -23,7 +23,7 @@ constexpr qint64 fading_edge = 10 * 60'000;
 constexpr qsizetype fewest_for_suspicion = 10;
 
 /// How long a feed has to insist that it lost most of its events. The pauses after bad answers leave it several
-/// attempts. It is no longer, since it begins again with each start of the mirror.
+/// attempts. A longer time might never pass, since it begins again with each start of the mirror.
 constexpr qint64 time_of_suspicion = ms_of_hour;
 
 /// How long an event that is older than the memory's span stays after a feed has last given it.

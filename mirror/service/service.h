@@ -31,8 +31,8 @@ struct ServiceLimits {
 };
 
 /// The maker's service: presence, the newest version, felt reports. Nothing in it is secret or signed; it reveals to
-/// nobody who reported what, and keeps no addresses but in memory, for the minute of the rate limits. It answers only
-/// requests of monitors and of people, see request_guard.h.
+/// nobody who reported what, and keeps no addresses but in memory, until the first look after the minute of the rate
+/// limits. It answers only requests of monitors and of people, see request_guard.h.
 ///
 /// The monitor looks at an answer's text alone: "<" in it, or anything but "ok" where "ok" is due, is a failure. So
 /// every status but 200 is sent with a page of HTML.

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QUrl>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -431,10 +432,14 @@ TEST(Mirror, EndsQuietlyWhenAnotherMirrorHasThePort) {
 }
 
 TEST(Mirror, LeavesAForeignProgramAtTheOtherLoopbackAddressAlone) {
-  const ReservedPort first;
+  // At a port that is free at both.
+  std::optional<ReservedPort> first;
   QTcpServer foreign;
-  foreign.listen(QHostAddress::LocalHostIPv6, first.Number());
-  MirrorProcess mirror({"--listen", QString("localhost:%1").arg(first.Number())});
+  for (int attempt = 0; attempt < 10 && !foreign.isListening(); ++attempt) {
+    first.emplace();
+    foreign.listen(QHostAddress::LocalHostIPv6, first->Number());
+  }
+  MirrorProcess mirror({"--listen", QString("localhost:%1").arg(first->Number())});
   if (!foreign.isListening()) {
     EXPECT_NE(mirror.Port(), 0);
     EXPECT_TRUE(mirror.Errors().contains("continuing with IPv4 only")) << "a computer without IPv6";

@@ -347,14 +347,17 @@ class Desk:
         return states.contains(self.atspi.StateType.CHECKED) or states.contains(self.atspi.StateType.PRESSED)
 
     def rows(self, accessible):
-        """The rows of a list, each a list of the cells' texts; None for a cell that a refresh has taken away meanwhile. No rows when
-        one goes just while it is read."""
-        with contextlib.suppress(self._gone()):
-            table = accessible.get_table_iface()
-            columns = range(table.get_n_columns())
-            cells = ([table.get_accessible_at(row, column) for column in columns] for row in range(table.get_n_rows()))
-            return [[cell and cell.get_name() for cell in row] for row in cells]
-        return []
+        """The rows of a list, each a list of the cells' texts; None for a cell that a refresh has taken away meanwhile. Reads again
+        when one goes just while it is read."""
+        def read():
+            with contextlib.suppress(self._gone()):
+                table = accessible.get_table_iface()
+                columns = range(table.get_n_columns())
+                cells = ([table.get_accessible_at(row, column) for column in columns] for row in range(table.get_n_rows()))
+                return ([[cell and cell.get_name() for cell in row] for row in cells],)  # no rows are an answer, too
+            return None
+
+        return wait_for("the rows", read)[0]
 
     def outline(self, program):
         """Everything that the screen reader sees, a line each: for the message of a failed test."""

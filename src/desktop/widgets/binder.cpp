@@ -73,7 +73,7 @@ void Binder::Visit(const std::function<void()> &work) {
   Entered();
   if (!self.isNull())
     work();
-  if (!self.isNull())
+  if (!self.isNull() && !is_released_ && !focus_.IsIn(*this))
     Left();
 }
 

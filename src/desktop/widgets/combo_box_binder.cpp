@@ -60,8 +60,12 @@ class ComboBoxBinder final : public Binder {
 
   /// The box cuts a text that is too long for it: that is nobody's doing.
   void TakeWritten() {
+    if (is_released())
+      return;
     const QLineEdit &edit = *box_.lineEdit();
-    if (!is_released() && edit.text() != ShownText(combo_box_.Text()).left(edit.maxLength()))
+    if (!box_.isEnabled())
+      ShowText();
+    else if (edit.text() != ShownText(combo_box_.Text()).left(edit.maxLength()))
       Visit([this, text = edit.text()] { Take(text); });
   }
 

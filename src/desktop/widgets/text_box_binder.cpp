@@ -27,7 +27,8 @@ class TextBoxBinder final : public Binder {
       : Binder(text_box, edit, surroundings), text_box_(text_box), edit_(edit) {
     edit_.setText(ShownText(text_box_.Text()));
     connect(&edit_, &Edit::textEdited, this, &TextBoxBinder::Take);
-    // Assistive software writes without editing. The program must not run inside of that: it may take the box away.
+    // Assistive software writes without editing. The program must not run inside of that: it may take the box away. A
+    // box of many lines reports both alike.
     if constexpr (std::is_same_v<Edit, QLineEdit>)
       connect(&edit_, &Edit::textChanged, this, &TextBoxBinder::TakeWritten, Qt::QueuedConnection);
     connect(&edit_, &Edit::selectionChanged, this, &TextBoxBinder::TakeSelection);
@@ -53,7 +54,11 @@ class TextBoxBinder final : public Binder {
 
   /// The box cuts a text that is too long for it: that is nobody's doing.
   void TakeWritten() {
-    if (!is_released() && edit_.text() != ShownText(text_box_.Text()).left(edit_.maxLength()))
+    if (is_released())
+      return;
+    if (!edit_.isEnabled())
+      ShowText();
+    else if (edit_.text() != ShownText(text_box_.Text()).left(edit_.maxLength()))
       Visit([this, text = edit_.text()] { Take(text); });
   }
 

@@ -127,7 +127,7 @@ void FormWindow::Present(FormWindow *owner, bool with_focus) {
   if (isVisible() && !with_focus)
     return;
   setAttribute(Qt::WA_ShowWithoutActivating, !with_focus);
-  // The screen may have put a window without a frame anywhere, and offers the user nothing to drag it back by.
+  // The screen may have put a window without a frame anywhere, and the user has nothing to drag it back by.
   if (windowHandle() == nullptr || form_.border() == BorderStyle::None)
     ShowPlace();
   if (windowHandle() == nullptr) {

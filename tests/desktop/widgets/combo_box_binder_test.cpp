@@ -100,6 +100,17 @@ TEST_F(ComboBoxOnScreen, IsLeftByAssistiveSoftwareThatWritesFromElsewhere) {
   EXPECT_EQ(rig.events(), Lines({"left with Kansas"}));
 }
 
+TEST_F(ComboBoxOnScreen, KeepsItsTextFromAssistiveSoftwareWhileItIsDisabled) {
+  sample->Combo1.Enabled = false;
+  const std::string before = sample->Combo1.Text();
+  Write(*editable().lineEdit(), "Utah");
+  Settle();
+
+  EXPECT_EQ(sample->Combo1.Text(), before);
+  EXPECT_EQ(editable().currentText().toStdString(), before);
+  EXPECT_EQ(rig.events(), Lines());
+}
+
 TEST_F(ComboBoxOnScreen, ForgetsWhatAssistiveSoftwareWroteIntoAWindowThatGoes) {
   Write(*editable().lineEdit(), "Utah");
   sample.Unload();

@@ -116,6 +116,17 @@ TEST_F(TextBoxOnScreen, KeepsATextThatIsLongerThanItCanShow) {
   EXPECT_EQ(sample->Text1.Text(), text);
 }
 
+TEST_F(TextBoxOnScreen, KeepsItsTextFromAssistiveSoftwareWhileItIsDisabled) {
+  sample->Text1.Enabled = false;
+  const std::string before = sample->Text1.Text();
+  Write(box(), "5");
+  Settle();
+
+  EXPECT_EQ(rig.events(), Lines());
+  EXPECT_EQ(sample->Text1.Text(), before);
+  EXPECT_EQ(SpokenValue(box()), before);
+}
+
 TEST_F(TextBoxOnScreen, WithManyLinesTakesWhatAssistiveSoftwareWritesOnce) {
   sample->Text3.Change = [this] { rig.note("lines " + sample->Text3.Text()); };
   Write(rig.widget(*sample, "Text3"), "5");

@@ -162,7 +162,7 @@ TEST(FeedPoller, AsksAtOnceAfterAStopOfAMinute) {
   ASSERT_TRUE(RunUntil([&] { return rig.poller.States()[0].last_success > (today + 60s).count(); }));
   EXPECT_EQ(server.Requests().size(), 2);
 
-  // It is stopped since the first of two Stops.
+  // It has been stopped since the first of the two Stops.
   rig.poller.Stop();
   rig.Pass(40s);
   StopFor(rig, 20s);

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 #include <gtest/gtest.h>
