@@ -1,8 +1,9 @@
 """What an idle monitor costs: as a window with the refresh off, and with an area watched at the default interval as each of its faces.
 
 The short bar repaints at every tick, and the timer of the long bar runs, as it does once the pointer has been at its edge with "Ignore".
-All rest for two periods of refreshing (980 s), at the same time and on one screen, and read the pages of a mirror of their own. Processor time is the kernel's count for all their threads; a wake-up is one of the main thread, which had been
-asleep. The limit is 0.1 % of a core.
+All rest for two periods of refreshing (980 s), at the same time and on one screen, and read the pages of a mirror of their own.
+Processor time is the kernel's count for all their threads; a wake-up is one of the main thread, which had been asleep. The limit is
+0.1 % of a core.
 
 usage: bench_rest.py BUILD-FOLDER [--seconds N] [--once]
 """
