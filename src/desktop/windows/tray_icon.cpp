@@ -32,8 +32,8 @@ FormBase &FaceToShow() {
   const auto shown = std::find_if(faces.begin(), faces.end(), IsShown);
   if (shown != faces.end())
     return **shown;
-  // Only "Expand" hides the short bar, which sets BarMode. So one that is hidden has been loaded by the settings'
-  // "Close" beside the long bar, which hides itself.
+  // Only "Expand" hides the short bar, and it changes BarMode. So a hidden short bar that counts as up was loaded by
+  // the settings' "Close" beside the long bar, and that one is missing from the screen.
   if (face_that_is_up != nullptr && Module1->BarMode == face_short_bar && newTagFrm.IfLoaded() != nullptr)
     return *newTagFrm;
   return face_that_is_up != nullptr ? *face_that_is_up : *frmRecords;
